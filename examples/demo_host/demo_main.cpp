@@ -1,0 +1,28 @@
+// The demonstration host: its WinMain is the whole Windows side. It starts
+// the session, runs the Macintosh code, shows the results in its window,
+// saves a screenshot and ends the session.
+//   demo_host.exe [screenshot.png]
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+#include "host_shell.h"
+#include "toolbox_tour.h"
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
+  std::string screenshot = commandLine && commandLine[0] ? commandLine : "demo-screenshot.png";
+  HWND main = StartHost(instance, nullptr);
+
+  std::vector<std::string> lines = RunToolboxTour();
+  for (const std::string& line : lines) std::printf("%s\n", line.c_str());
+  SetWindowLines(lines);
+  InvalidateRect(main, nullptr, TRUE);
+  PumpFor(500);
+
+  bool saved = SaveWindowScreenshot(main, screenshot);
+  std::printf("%s %s\n", saved ? "Screenshot saved to" : "Could not save", screenshot.c_str());
+  std::fflush(stdout);
+  EndHost(main);
+  return saved ? 0 : 1;
+}

@@ -1,0 +1,189 @@
+#include "host_shell.h"
+
+#include "KWESession.h"
+#include "png_writer.h"
+
+namespace {
+
+std::vector<std::string> g_lines;
+
+// The application's low-memory globals: ordinary variables of the host that
+// the library reads and writes through the globals record.
+struct LowMemoryGlobals {
+  SInt16 SFSaveDisk, CurrentVolume, PrintErr, TheMenu, SysEvtMask, MenuFlash, TEScrpLength,
+      TEStyleScrapFlag;
+  SInt32 CurDirStore;
+  OSErr MemErr, ResErr;
+  GDHandle MainDevice, DeviceList, TheGDevice;
+  GrafPtr WMgrPort, thePort;
+  QHdr EventQueue;
+  RgnHandle GrayRgn;
+  WindowPeek WindowList;
+  Pattern white, black, gray, dkGray, ltGray;
+  Cursor arrow;
+  BitMap screenBits;
+  ScrapStuff ScrapInfo;
+  UInt32 Ticks, CaretTime, DoubleTime;
+  WindowPtr PendingActivation, PendingDeactivation;
+  UInt8 HiliteMode, ButtonState, FractEnable, ResLoad;
+  RGBColor HiliteRGB;
+  Handle WidthTabHandle, MenuList, TEScrpHandle, TEStyleScrap;
+  ProcPtr ResumeProc;
+  THz ApplZone;
+} g_globals;
+
+KWEGlobalsRecord GlobalsRecord() {
+  LowMemoryGlobals& v = g_globals;
+  KWEGlobalsRecord g{};  // slots the application never uses stay null
+  g.size = sizeof g;
+  g.SFSaveDisk = &v.SFSaveDisk;
+  g.CurDirStore = &v.CurDirStore;
+  g.CurrentVolume = &v.CurrentVolume;
+  g.MainDevice = &v.MainDevice;
+  g.DeviceList = &v.DeviceList;
+  g.WMgrPort = &v.WMgrPort;
+  g.EventQueue = &v.EventQueue;
+  g.MemErr = &v.MemErr;
+  g.GrayRgn = &v.GrayRgn;
+  g.WindowList = &v.WindowList;
+  g.thePort = &v.thePort;
+  g.white = &v.white;
+  g.black = &v.black;
+  g.gray = &v.gray;
+  g.dkGray = &v.dkGray;
+  g.ltGray = &v.ltGray;
+  g.arrow = &v.arrow;
+  g.screenBits = &v.screenBits;
+  g.ScrapInfo = &v.ScrapInfo;
+  g.PrintErr = &v.PrintErr;
+  g.Ticks = &v.Ticks;
+  g.CaretTime = &v.CaretTime;
+  g.PendingActivation = &v.PendingActivation;
+  g.HiliteMode = &v.HiliteMode;
+  g.TheGDevice = &v.TheGDevice;
+  g.ResErr = &v.ResErr;
+  g.HiliteRGB = &v.HiliteRGB;
+  g.ButtonState = &v.ButtonState;
+  g.FractEnable = &v.FractEnable;
+  g.WidthTabHandle = &v.WidthTabHandle;
+  g.TheMenu = &v.TheMenu;
+  g.ResumeProc = &v.ResumeProc;
+  g.SysEvtMask = &v.SysEvtMask;
+  g.DoubleTime = &v.DoubleTime;
+  g.ApplZone = &v.ApplZone;
+  g.MenuList = &v.MenuList;
+  g.MenuFlash = &v.MenuFlash;
+  g.TEScrpLength = &v.TEScrpLength;
+  g.TEScrpHandle = &v.TEScrpHandle;
+  g.ResLoad = &v.ResLoad;
+  g.PendingDeactivation = &v.PendingDeactivation;
+  g.TEStyleScrapFlag = &v.TEStyleScrapFlag;
+  g.TEStyleScrap = &v.TEStyleScrap;
+  return g;
+}
+
+LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_PAINT) {
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(window, &ps);
+    RECT client;
+    GetClientRect(window, &client);
+    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    SetBkMode(dc, TRANSPARENT);
+    int y = 12;
+    for (const std::string& line : g_lines) {
+      TextOutA(dc, 12, y, line.c_str(), static_cast<int>(line.size()));
+      y += 18;
+    }
+    EndPaint(window, &ps);
+    return 0;
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+void RegisterClasses(HINSTANCE instance) {
+  const struct {
+    const char* name;
+    WNDPROC procedure;
+  } classes[] = {{"KWEMainWndClass", MainWindowProc},
+                 {"KWESubWndClass", DefWindowProcA},
+                 {"KWESubMDIWndClass", DefMDIChildProcA}};
+  for (const auto& c : classes) {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = c.procedure;
+    wc.hInstance = instance;
+    wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    wc.lpszClassName = c.name;
+    RegisterClassA(&wc);
+  }
+}
+
+}  // namespace
+
+HWND StartHost(HINSTANCE instance, const char* commandLine) {
+  RegisterClasses(instance);
+  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 40, 560,
+                            400, nullptr, nullptr, instance, nullptr);
+  KWESessionRecord session{};
+  session.size = sizeof session;
+  session.instance = instance;
+  session.mainWindow = main;
+  session.commandLine = commandLine;
+  KWE_InitSession(&session);
+  KWEGlobalsRecord globals = GlobalsRecord();
+  KWE_InitGlobals(&globals);
+  ShowWindow(main, SW_SHOWNORMAL);
+  UpdateWindow(main);
+  return main;
+}
+
+void EndHost(HWND mainWindow) {
+  KWE_ExitSession();
+  DestroyWindow(mainWindow);
+}
+
+void SetWindowLines(const std::vector<std::string>& lines) { g_lines = lines; }
+
+void PumpFor(DWORD milliseconds) {
+  DWORD start = GetTickCount();
+  while (GetTickCount() - start < milliseconds) {
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&msg);
+      DispatchMessageA(&msg);
+    }
+    Sleep(10);
+  }
+}
+
+bool SaveWindowScreenshot(HWND window, const std::string& path) {
+  RECT r;
+  GetWindowRect(window, &r);
+  int width = r.right - r.left, height = r.bottom - r.top;
+  HDC windowDc = GetWindowDC(window);
+  HDC memory = CreateCompatibleDC(windowDc);
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;  // top-down rows
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ previous = SelectObject(memory, bitmap);
+  BitBlt(memory, 0, 0, width, height, windowDc, 0, 0, SRCCOPY);
+  GdiFlush();
+  std::vector<uint8_t> rgb(size_t(width) * height * 3);
+  const uint8_t* bgrx = static_cast<const uint8_t*>(bits);
+  for (size_t i = 0; i < size_t(width) * height; ++i) {
+    rgb[i * 3] = bgrx[i * 4 + 2];
+    rgb[i * 3 + 1] = bgrx[i * 4 + 1];
+    rgb[i * 3 + 2] = bgrx[i * 4];
+  }
+  SelectObject(memory, previous);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(window, windowDc);
+  return WritePng(path, width, height, rgb);
+}

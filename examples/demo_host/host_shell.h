@@ -1,0 +1,21 @@
+// The host's thin Windows shell: what a ported application keeps of its own
+// besides its Macintosh code.
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+// Registers the window classes the library names, creates the main window,
+// and starts a session with every low-memory global bound to host variables.
+HWND StartHost(HINSTANCE instance, const char* commandLine);
+void EndHost(HWND mainWindow);
+
+// Lines the main window shows (the Toolbox tour fills them in).
+void SetWindowLines(const std::vector<std::string>& lines);
+
+// Dispatches pending messages for about milliseconds.
+void PumpFor(DWORD milliseconds);
+
+// Saves the main window, frame and all, as a PNG.
+bool SaveWindowScreenshot(HWND window, const std::string& path);
