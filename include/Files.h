@@ -1,4 +1,4 @@
-/* File specifications (the File Manager's calls join them as that manager grows). */
+/* FSSpec: volume, parent directory and name (the File Manager grows around it). */
 #ifndef KWE_FILES_H
 #define KWE_FILES_H
 

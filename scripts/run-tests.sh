@@ -15,7 +15,8 @@ CTEST
 
 kwe_wine_start
 echo "== running tests (display $DISPLAY)"
-ctest --test-dir "$BUILD" -j "${JOBS:-2}" --output-on-failure --timeout 120 ${CTEST_ARGS:-} >"$BUILD/ctest.log" 2>&1
+# CTEST_ARGS may carry quoted arguments (-R 'A|B'), hence eval.
+eval "ctest --test-dir \"\$BUILD\" -j \"\${JOBS:-2}\" --output-on-failure --timeout 120 ${CTEST_ARGS:-}" >"$BUILD/ctest.log" 2>&1
 status=$?
 kwe_wine_stop
 trap - EXIT

@@ -1,5 +1,6 @@
 #include "host_shell.h"
 
+#include "KWEHostGlobals.h"
 #include "KWESession.h"
 #include "png_writer.h"
 
@@ -9,78 +10,7 @@ std::vector<std::string> g_lines;
 
 // The application's low-memory globals: ordinary variables of the host that
 // the library reads and writes through the globals record.
-struct LowMemoryGlobals {
-  SInt16 SFSaveDisk, CurrentVolume, PrintErr, TheMenu, SysEvtMask, MenuFlash, TEScrpLength,
-      TEStyleScrapFlag;
-  SInt32 CurDirStore;
-  OSErr MemErr, ResErr;
-  GDHandle MainDevice, DeviceList, TheGDevice;
-  GrafPtr WMgrPort, thePort;
-  QHdr EventQueue;
-  RgnHandle GrayRgn;
-  WindowPeek WindowList;
-  Pattern white, black, gray, dkGray, ltGray;
-  Cursor arrow;
-  BitMap screenBits;
-  ScrapStuff ScrapInfo;
-  UInt32 Ticks, CaretTime, DoubleTime;
-  WindowPtr PendingActivation, PendingDeactivation;
-  UInt8 HiliteMode, ButtonState, FractEnable, ResLoad;
-  RGBColor HiliteRGB;
-  Handle WidthTabHandle, MenuList, TEScrpHandle, TEStyleScrap;
-  ProcPtr ResumeProc;
-  THz ApplZone;
-} g_globals;
-
-KWEGlobalsRecord GlobalsRecord() {
-  LowMemoryGlobals& v = g_globals;
-  KWEGlobalsRecord g{};  // slots the application never uses stay null
-  g.size = sizeof g;
-  g.SFSaveDisk = &v.SFSaveDisk;
-  g.CurDirStore = &v.CurDirStore;
-  g.CurrentVolume = &v.CurrentVolume;
-  g.MainDevice = &v.MainDevice;
-  g.DeviceList = &v.DeviceList;
-  g.WMgrPort = &v.WMgrPort;
-  g.EventQueue = &v.EventQueue;
-  g.MemErr = &v.MemErr;
-  g.GrayRgn = &v.GrayRgn;
-  g.WindowList = &v.WindowList;
-  g.thePort = &v.thePort;
-  g.white = &v.white;
-  g.black = &v.black;
-  g.gray = &v.gray;
-  g.dkGray = &v.dkGray;
-  g.ltGray = &v.ltGray;
-  g.arrow = &v.arrow;
-  g.screenBits = &v.screenBits;
-  g.ScrapInfo = &v.ScrapInfo;
-  g.PrintErr = &v.PrintErr;
-  g.Ticks = &v.Ticks;
-  g.CaretTime = &v.CaretTime;
-  g.PendingActivation = &v.PendingActivation;
-  g.HiliteMode = &v.HiliteMode;
-  g.TheGDevice = &v.TheGDevice;
-  g.ResErr = &v.ResErr;
-  g.HiliteRGB = &v.HiliteRGB;
-  g.ButtonState = &v.ButtonState;
-  g.FractEnable = &v.FractEnable;
-  g.WidthTabHandle = &v.WidthTabHandle;
-  g.TheMenu = &v.TheMenu;
-  g.ResumeProc = &v.ResumeProc;
-  g.SysEvtMask = &v.SysEvtMask;
-  g.DoubleTime = &v.DoubleTime;
-  g.ApplZone = &v.ApplZone;
-  g.MenuList = &v.MenuList;
-  g.MenuFlash = &v.MenuFlash;
-  g.TEScrpLength = &v.TEScrpLength;
-  g.TEScrpHandle = &v.TEScrpHandle;
-  g.ResLoad = &v.ResLoad;
-  g.PendingDeactivation = &v.PendingDeactivation;
-  g.TEStyleScrapFlag = &v.TEStyleScrapFlag;
-  g.TEStyleScrap = &v.TEStyleScrap;
-  return g;
-}
+KWELowMemoryGlobals g_globals;
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_PAINT) {
@@ -131,7 +61,7 @@ HWND StartHost(HINSTANCE instance, const char* commandLine) {
   session.mainWindow = main;
   session.commandLine = commandLine;
   KWE_InitSession(&session);
-  KWEGlobalsRecord globals = GlobalsRecord();
+  KWEGlobalsRecord globals = KWEGlobalsRecordFor(&g_globals);
   KWE_InitGlobals(&globals);
   ShowWindow(main, SW_SHOWNORMAL);
   UpdateWindow(main);
