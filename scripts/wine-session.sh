@@ -24,6 +24,10 @@ kwe_wine_start() {
   trap kwe_wine_stop EXIT
   rm -rf "$WINEPREFIX"
   "$WINE" wineboot -i >/dev/null 2>&1 || true
+  # Xvfb runs no window manager: with managed windows Wine waits for one at
+  # every new top-level window (about 2 s a message box). Unmanaged windows
+  # also get their frames drawn by Wine itself, as in the screenshots.
+  "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 || true
   "$WINESERVER" -w
   "$WINESERVER" -p
   # The first process under a new server starts Wine's services and desktop
