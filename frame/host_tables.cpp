@@ -7,8 +7,10 @@
 namespace kwe {
 
 OSType FileTypeForExtension(const char* extension) {
-  const KWEFileTypeEntry* entry = TheSession().fileTypeTable;
-  for (; entry && entry->fileType != 0; ++entry) {
+  // A host may list an extension twice; the last record that has it wins.
+  OSType found = 0x3F3F3F3F;  // '????'
+  for (const KWEFileTypeEntry* entry = TheSession().fileTypeTable; entry && entry->fileType != 0;
+       ++entry) {
     bool same = true;
     for (int i = 0; i < 3 && same; ++i) {
       char want = extension[i];  // stops at the extension's own NUL
@@ -17,9 +19,9 @@ OSType FileTypeForExtension(const char* extension) {
              std::toupper(static_cast<unsigned char>(have));
       if (!want) break;
     }
-    if (same) return entry->fileType;
+    if (same) found = entry->fileType;
   }
-  return 0x3F3F3F3F;  // '????'
+  return found;
 }
 
 const void* MenuOverrideTable() { return TheSession().menuOverrideTable; }

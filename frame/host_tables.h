@@ -4,7 +4,8 @@
 
 namespace kwe {
 
-// The file type the host's table gives a DOS extension; '????' without a match.
+// The file type the host's table gives a DOS extension (the last matching
+// record wins); '????' without a match.
 OSType FileTypeForExtension(const char* extension);
 
 const void* MenuOverrideTable();

@@ -12,81 +12,12 @@
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::memory {
-namespace {
-struct StandInMaster {
-  Ptr data;
-};
-}  // namespace
-
-void StartMemoryManager() {}
-THz ApplicationZone() { return nullptr; }
-Ptr NewClearedPointer(Size size) {
-  return static_cast<Ptr>(LocalAlloc(LPTR, static_cast<SIZE_T>(size)));
-}
-void DisposePointer(Ptr p) {
-  if (p) LocalFree(p);
-}
-Handle NewHandleOfSize(Size size) {
-  auto* master = static_cast<StandInMaster*>(LocalAlloc(LPTR, sizeof(StandInMaster)));
-  if (!master) return nullptr;
-  master->data = static_cast<Ptr>(LocalAlloc(LPTR, static_cast<SIZE_T>(size ? size : 1)));
-  if (!master->data) {
-    LocalFree(master);
-    return nullptr;
-  }
-  return &master->data;
-}
-bool SetHandleSizeTo(Handle h, Size size) {
-  if (!h) return false;
-  HLOCAL grown = LocalReAlloc(*h, static_cast<SIZE_T>(size ? size : 1), LMEM_MOVEABLE);
-  if (!grown) return false;
-  *h = static_cast<Ptr>(grown);
-  return true;
-}
-void ReleaseSmallBlockHeaps() {}
-void ReleaseAllBlocks() {}
-}  // namespace kwe::memory
-
 namespace kwe::resources {
 void StartResourceLayer() {}
 void EndResourceLayer() {}
 void CloseResourceChain() {}
 SInt16 ApplicationResourceFile() { return 0; }
 }  // namespace kwe::resources
-
-namespace kwe::files {
-void ClearFileSlots() {}
-void CloseFileSlots() {}
-void StartVolumeTable() {}
-void SetStartupVolumeGlobals() {}
-
-bool DocumentFromDosPath(const char* path, SInt16* vRefNum, OSType* fileType,
-                         unsigned char name[64]) {
-  DWORD attributes = GetFileAttributesA(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY))
-    return false;
-  const char* leaf = path;
-  for (const char* p = path; *p; ++p)
-    if (*p == '\\' || *p == ':' || *p == '/') leaf = p + 1;
-  const char* dot = std::strrchr(leaf, '.');
-  *vRefNum = 0;
-  *fileType = FileTypeForExtension(dot ? dot + 1 : "");
-  size_t n = std::strlen(leaf);
-  if (n > 63) n = 63;
-  name[0] = static_cast<unsigned char>(n);
-  std::memcpy(name + 1, leaf, n);
-  return true;
-}
-
-OSErr DosPathFromSpec(const FSSpec* spec, char path[MAX_PATH]) {
-  if (!spec) return paramErr;
-  size_t n = spec->name[0];
-  std::memcpy(path, spec->name + 1, n);
-  path[n] = 0;
-  return noErr;
-}
-}  // namespace kwe::files
 
 namespace kwe::events {
 namespace {

@@ -39,7 +39,9 @@ class SegmentLoaderTest : public ::testing::Test {
     record.commandLine = commandLine;
     record.documentDirectory = dir.c_str();
     KWE_InitSession(&record);
-    static const KWEFileTypeEntry types[] = {{kText, {'T', 'X', 'T'}, "Text"}, {0, {}, ""}};
+    // TXT is listed twice: the last record that has an extension wins.
+    static const KWEFileTypeEntry types[] = {
+        {0x58585858, {'T', 'X', 'T'}, "Old text"}, {kText, {'T', 'X', 'T'}, "Text"}, {0, {}, ""}};
     KWE_Set_Tovel(types, nullptr);
     KWEGlobalsRecord g = kwe_test::GlobalsFor(vars);
     KWE_InitGlobals(&g);
