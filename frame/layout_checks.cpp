@@ -10,9 +10,8 @@
 #include "OSUtils.h"
 #include "Processes.h"
 #include "SegLoad.h"
+#include "frame/layout_check.h"
 
-#define KWE_FIELD(type, field, offset) \
-  static_assert(offsetof(type, field) == (offset), #type "." #field " at " #offset)
 
 // Sizes that do not depend on pointer width.
 static_assert(sizeof(Point) == 4 && sizeof(Rect) == 8 && sizeof(RGBColor) == 6, "geometry");
