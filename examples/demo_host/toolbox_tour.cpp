@@ -2,7 +2,11 @@
 
 #include <cstdio>
 
+#include <cstring>
+
+#include "Files.h"
 #include "Gestalt.h"
+#include "Memory.h"
 #include "OSUtils.h"
 
 namespace {
@@ -47,6 +51,63 @@ void AskDateTime(std::vector<std::string>& lines) {
   lines.push_back(text);
 }
 
+// Handles as a Macintosh program uses them: make, grow, measure, dispose.
+void WorkWithHandles(std::vector<std::string>& lines) {
+  SInt32 freeBefore = FreeMem();
+  Handle h = NewHandleClear(1000);
+  std::strcpy(*h, "kept across the resize");
+  SetHandleSize(h, 64 * 1024);
+  OSErr grown = MemError();
+  lines.push_back(Line("NewHandleClear(1000), SetHandleSize to %ld -> %ld, ", GetHandleSize(h), grown) +
+                  "data " + (std::strcmp(*h, "kept across the resize") == 0 ? "kept" : "LOST"));
+  Size grow = 0;
+  lines.push_back(Line("Zone: FreeMem %ld bytes before, %ld with the handle; ", freeBefore, FreeMem()) +
+                  Line("MaxMem %ld", MaxMem(&grow)));
+  DisposeHandle(h);
+}
+
+Str255 g_name;
+StringPtr PascalName(const char* name) {
+  g_name[0] = static_cast<unsigned char>(std::strlen(name));
+  std::memcpy(g_name + 1, name, g_name[0]);
+  return g_name;
+}
+
+// A document written, read back and found in its folder's catalog.
+void WorkWithAFile(std::vector<std::string>& lines) {
+  FSSpec spec;
+  FSMakeFSSpec(0, 0, PascalName("TOURDOC.TXT"), &spec);
+  FSpDelete(&spec);
+  OSErr err = FSpCreate(&spec, 0x3F3F3F3F /* '????' */, 'TEXT', 0);
+  SInt16 ref = 0;
+  if (err == noErr) err = FSpOpenDF(&spec, fsRdWrPerm, &ref);
+  const char text[] = "Written by FSWrite, read back by FSRead.";
+  SInt32 count = sizeof text - 1;
+  if (err == noErr) err = FSWrite(ref, &count, text);
+  char back[64] = "";
+  SInt32 readCount = sizeof back - 1;
+  if (err == noErr) err = SetFPos(ref, fsFromStart, 0);
+  if (err == noErr) FSRead(ref, &readCount, back);  // eofErr: the file is shorter than asked
+  if (ref) FSClose(ref);
+  lines.push_back(Line("File TOURDOC.TXT: %ld bytes written, %ld read: ", count, readCount) +
+                  "\"" + back + "\"");
+
+  std::string listing = "Its folder holds:";
+  for (SInt16 index = 1; index <= 6; ++index) {
+    Str255 name;
+    CInfoPBRec pb;
+    std::memset(&pb, 0, sizeof pb);
+    pb.hFileInfo.ioNamePtr = name;
+    pb.hFileInfo.ioVRefNum = spec.vRefNum;
+    pb.hFileInfo.ioDirID = spec.parID;
+    pb.hFileInfo.ioFDirIndex = index;
+    if (PBGetCatInfo(&pb, false) != noErr) break;
+    listing += " " + std::string(reinterpret_cast<char*>(name) + 1, name[0]);
+  }
+  lines.push_back(listing);
+  FSpDelete(&spec);
+}
+
 }  // namespace
 
 std::vector<std::string> RunToolboxTour() {
@@ -56,5 +117,7 @@ std::vector<std::string> RunToolboxTour() {
   AskGestalt(lines);
   AskSysEnvirons(lines);
   AskDateTime(lines);
+  WorkWithHandles(lines);
+  WorkWithAFile(lines);
   return lines;
 }
