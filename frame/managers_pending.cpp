@@ -12,13 +12,6 @@
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::resources {
-void StartResourceLayer() {}
-void EndResourceLayer() {}
-void CloseResourceChain() {}
-SInt16 ApplicationResourceFile() { return 0; }
-}  // namespace kwe::resources
-
 namespace kwe::events {
 namespace {
 LRESULT CALLBACK PassKeysOn(int code, WPARAM wParam, LPARAM lParam) {

@@ -1,0 +1,147 @@
+// One resource's data block: read into its handle and converted to native
+// order, written back in Macintosh order, released.
+#include <cstring>
+
+#include "KWEByteSwap.h"
+#include "Memory.h"
+#include "Resources.h"
+#include "files/file_slots.h"
+#include "memory/master_flags.h"
+#include "resources/big_endian.h"
+#include "resources/cursor_resource_hook.h"
+#include "resources/resource_file_io.h"
+
+namespace kwe::resources {
+
+namespace {
+
+constexpr ResType kCursorType = 0x43555253;        // 'CURS'
+constexpr ResType kColourCursorType = 0x63727372;  // 'crsr'
+
+bool Seek(const ResourceFile& file, uint32_t position) {
+  uint64_t at = uint64_t(file.base) + position;
+  return at <= 0x7FFFFFFF && files::SeekSlot(file.refNum, SInt32(at), 0) == SInt32(at);
+}
+
+ResType TypeAt(ResourceFile& file, ReferencePlace place) {
+  return file.map.Types()[place.type].type;
+}
+
+// Unties and frees a handle that could not be given its data.
+void DropHandle(ResourceFile& file, ReferencePlace place) {
+  Handle h = file.map.At(place).handle;
+  SetReferenceHandle(file, place, nullptr);
+  memory::ClearResourceBit(h);
+  DisposeHandle(h);
+}
+
+}  // namespace
+
+SInt32 StoredDataLength(ResourceFile& file, const Reference& ref) {
+  uint8_t bytes[4];
+  if (!Seek(file, kHeaderSize + ref.dataOffset) || files::ReadSlot(file.refNum, bytes, 4) != 4)
+    return -1;
+  uint32_t length = ReadBig32(bytes);
+  return length > 0x7FFFFFFF ? -1 : SInt32(length);
+}
+
+OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFailure) {
+  Reference& ref = file.map.At(place);
+  Handle h = ref.handle;
+  auto fail = [&](OSErr err) {
+    if (dropOnFailure) DropHandle(file, place);
+    return err;
+  };
+  SInt32 length = StoredDataLength(file, ref);
+  if (length == 0) return noErr;  // an empty resource: the handle stays empty
+  // A length that runs past the end of the file is damage, not data: the
+  // handle would be given bytes that are not there.
+  SInt32 end = files::SeekSlot(file.refNum, 0, 2);
+  uint64_t dataAt = uint64_t(file.base) + kHeaderSize + ref.dataOffset + 4;
+  if (length < 0 || end < 0 || dataAt + uint64_t(length) > uint64_t(end)) return fail(mapReadErr);
+  SetHandleSize(h, length);
+  if (MemError() != noErr || GetHandleSize(h) != length) return fail(memFullErr);
+  if (!Seek(file, kHeaderSize + ref.dataOffset + 4) ||
+      files::ReadSlot(file.refNum, *h, length) != length) {
+    SetHandleSize(h, 0);
+    return fail(ioErr);
+  }
+  ResType type = TypeAt(file, place);
+  KWE_ByteSwap(1, type, ref.id, length, *h);
+  if (type == kMenuType && length >= 10) {
+    // The menu definition field holds the 'MDEF' ID in its upper half; the
+    // lower half marks it as not yet a procedure.
+    UInt32 field;
+    std::memcpy(&field, *h + 6, 4);
+    field = (field & 0xFFFF0000u) | 0xFFFF;
+    std::memcpy(*h + 6, &field, 4);
+  }
+  return noErr;
+}
+
+OSErr WriteResourceData(ResourceFile& file, ReferencePlace place) {
+  Reference& ref = file.map.At(place);
+  if (!(ref.attributes & kAttrChanged)) return noErr;
+  if (file.readOnly) return mapReadErr;
+  Handle h = ref.handle;
+  Size n = h ? GetHandleSize(h) : 0;
+  // A reference that never had a block of its own gets one appended.
+  uint32_t at = file.endOfData;
+  bool appended = true;
+  if (ref.hasBlock) {
+    SInt32 old = StoredDataLength(file, ref);
+    if (old >= n) {
+      at = kHeaderSize + ref.dataOffset;
+      appended = false;
+      if (n < old) ref.attributes |= kMarkShrunk;
+    }
+  }
+  if (at - kHeaderSize > kLargestDataOffset) return ioErr;
+
+  uint8_t lengthBytes[4];
+  WriteBig32(lengthBytes, uint32_t(n));
+  if (!Seek(file, at) || files::WriteSlot(file.refNum, lengthBytes, 4) != 4) return ioErr;
+  if (n > 0) {
+    ResType type = TypeAt(file, place);
+    KWE_ByteSwap(0, type, ref.id, n, *h);
+    SInt32 written = files::WriteSlot(file.refNum, *h, n);
+    KWE_ByteSwap(1, type, ref.id, n, *h);
+    if (written != n) return ioErr;
+  }
+  ref.dataOffset = at - kHeaderSize;
+  ref.hasBlock = true;
+  ref.attributes &= uint8_t(~kAttrChanged);
+  if (appended) {
+    // The block moved, so the map must follow even if nothing else changed:
+    // the old map's bytes may lie under the new block.
+    file.mapChanged = true;
+    file.endOfData += uint32_t(n) + 4;
+    if (file.endOfOldMap < file.endOfData) file.endOfOldMap = file.endOfData;
+  }
+  return noErr;
+}
+
+void ReleaseReference(ResourceFile& file, ReferencePlace place, bool writeChanged) {
+  Reference& ref = file.map.At(place);
+  Handle h = ref.handle;
+  if (!h) return;
+  if (writeChanged) WriteResourceData(file, place);
+  ResType type = TypeAt(file, place);
+  if ((type == kCursorType || type == kColourCursorType) && GetHandleSize(h) > 0)
+    quickdraw::ReleaseResourceCursor(type == kColourCursorType, *h, GetHandleSize(h));
+  if (LastFound(type, ref.id) == h) ForgetLastFound();
+  SetReferenceHandle(file, place, nullptr);
+  memory::ClearResourceBit(h);
+  DisposeHandle(h);
+}
+
+void ReleaseAndClose(ResourceFile& file, bool closeDosFile) {
+  auto& types = file.map.Types();
+  for (uint32_t t = 0; t < types.size(); ++t)
+    for (uint32_t r = 0; r < types[t].references.size(); ++r)
+      ReleaseReference(file, ReferencePlace{t, r}, false);
+  if (closeDosFile && !file.embedded) files::CloseSlot(file.refNum);
+  ForgetFile(&file);
+}
+
+}  // namespace kwe::resources
