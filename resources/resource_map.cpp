@@ -146,10 +146,14 @@ bool ResourceMap::Build(uint32_t dataLength, std::vector<uint8_t>* out) const {
     live.references += count;
   }
   live.types = liveTypes.size();
-  const size_t typeListOffset = typeListOffset_;
   const size_t referencesStart = 2 + kTypeEntrySize * live.types;  // from the type list
-  const size_t nameListOffset =
-      typeListOffset + referencesStart + kReferenceSize * live.references;
+  const size_t listsLength = referencesStart + kReferenceSize * live.references;
+  // The type list stays where the file had it, unless that was inside the
+  // map header or too far out for the lists behind it.
+  size_t typeListOffset = typeListOffset_;
+  if (typeListOffset < kMapHeaderSize || typeListOffset + listsLength > 0xFFFF)
+    typeListOffset = kMapHeaderSize;
+  const size_t nameListOffset = typeListOffset + listsLength;
   const size_t mapLength = nameListOffset + live.nameBytes;
   if (nameListOffset > 0xFFFF || live.nameBytes > 0x7FFF || live.types > 0x8000 ||
       mapLength > 0xFFFFFF)
@@ -229,7 +233,28 @@ bool ResourceMap::NameEquals(const Reference& ref, const uint8_t* pascalName) co
   return name[0] == pascalName[0] && std::memcmp(name + 1, pascalName + 1, name[0]) == 0;
 }
 
+void ResourceMap::CompactNames() {
+  std::vector<uint8_t> packed;
+  for (ResourceTypeEntry& type : types_)
+    for (Reference& ref : type.references) {
+      if (ref.nameOffset < 0) continue;
+      if (!ref.Live()) {
+        ref.nameOffset = -1;
+        continue;
+      }
+      const uint8_t* name = NameOf(ref);
+      ref.nameOffset = int16_t(packed.size());
+      packed.insert(packed.end(), name, name + 1 + name[0]);
+    }
+  names_.swap(packed);
+}
+
 int16_t ResourceMap::AppendName(const uint8_t* pascalName) {
+  // Name offsets are 15 bits; names left behind by earlier renames and
+  // removals make room when the list would pass them.
+  const size_t needed = size_t(pascalName[0]) + 1;
+  if (names_.size() + needed > 0x7FFF) CompactNames();
+  if (names_.size() + needed > 0x7FFF) return -1;
   size_t at = names_.size();
   names_.insert(names_.end(), pascalName, pascalName + 1 + pascalName[0]);
   return int16_t(at);
@@ -243,6 +268,10 @@ bool ResourceMap::Rename(Reference& ref, const uint8_t* pascalName) {
   size_t at = size_t(ref.nameOffset);
   size_t oldLength = std::min<size_t>(names_[at], names_.size() - at - 1);
   size_t newLength = pascalName[0];
+  if (newLength > oldLength && names_.size() + (newLength - oldLength) > 0x7FFF) {
+    ref.nameOffset = AppendName(pascalName);
+    return true;
+  }
   if (newLength > oldLength) {
     // Widen the old place; every name behind it moves up.
     size_t grow = newLength - oldLength;

@@ -113,7 +113,8 @@ class ResourceMap {
   // without a name gets the new one at the end of the list. Answers whether
   // the name list grew in the middle (which marks the map changed).
   bool Rename(Reference& ref, const uint8_t* pascalName);
-  // Adds a name at the end of the list; its offset.
+  // Adds a name at the end of the list; its offset, or -1 (no name) when
+  // even a packed list has no room left below the 15-bit offset limit.
   int16_t AppendName(const uint8_t* pascalName);
 
   ReferencePlace Add(ResType type, const Reference& ref);
@@ -124,6 +125,9 @@ class ResourceMap {
   uint16_t TypeListOffset() const { return typeListOffset_; }
 
  private:
+  // Packs the names of the live references, dropping the others.
+  void CompactNames();
+
   uint8_t kept_[8] = {};
   uint16_t typeListOffset_ = kMapHeaderSize;
   std::vector<ResourceTypeEntry> types_;
