@@ -1,21 +1,22 @@
 #include "files/name_conversion.h"
 
-#include <cstring>
+#include "memory/character_conversion.h"
 
 namespace kwe::files {
 
-// The character-set tables of the Macintosh-to-ANSI conversion will map these
-// bytes; until they do, names pass through unchanged (ASCII is the same in
-// both sets).
+// Byte for byte through the character tables (no expansions, no password
+// mode), so that a name read back from the directory is the name given.
 std::string MacNameToAnsi(ConstStr255Param name) {
   if (!name) return std::string();
-  return std::string(reinterpret_cast<const char*>(name + 1), name[0]);
+  std::string ansi(name[0], '\0');
+  text::MacToAnsiBytes(name + 1, reinterpret_cast<UInt8*>(&ansi[0]), ansi.size());
+  return ansi;
 }
 
 bool AnsiNameToMac(const std::string& name, StringPtr out, size_t maxLength) {
   size_t n = name.size() < maxLength ? name.size() : maxLength;
   out[0] = static_cast<unsigned char>(n);
-  std::memcpy(out + 1, name.data(), n);
+  text::AnsiToMacBytes(reinterpret_cast<const UInt8*>(name.data()), out + 1, n);
   return n == name.size();
 }
 

@@ -1,8 +1,9 @@
 # Toolbox utilities: fixed-point arithmetic, bits, PackBits, Pascal strings,
-# the character table (portable); Munger, string handles and the resource
-# shortcuts (on the Memory Manager's handles).
+# the character table and the Macintosh/ANSI conversion (portable); Munger,
+# string handles and the resource shortcuts (on the Memory Manager's handles).
 target_sources(kwe_portable PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/bit_routines.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/character_conversion.cpp
   ${CMAKE_CURRENT_LIST_DIR}/character_table.cpp
   ${CMAKE_CURRENT_LIST_DIR}/fixed_math.cpp
   ${CMAKE_CURRENT_LIST_DIR}/fixed_trig.cpp

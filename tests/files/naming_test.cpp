@@ -418,3 +418,18 @@ TEST_F(FilesReply, ARememberedChoiceGivesItsFilterTypeToThatName) {
 }
 
 }  // namespace
+
+namespace {
+
+// Names cross into Windows through the character tables: Macintosh e acute
+// (0x8E) is ANSI 0xE9 on disk, and comes back as 0x8E.
+TEST_F(FilesNaming, MacintoshCharactersAreAnsiCharactersOnDisk) {
+  EXPECT_EQ(Create(P("caf\x8E.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
+  EXPECT_TRUE(kwe_test::Exists(At("caf\xE9.txt")));
+  WriteRaw(At("r\xE9sum\xE9.txt"), "x");
+  FSSpec spec;
+  EXPECT_EQ(FSMakeFSSpec(0, 0, P("r\x8Esum\x8E.txt"), &spec), noErr);
+  EXPECT_EQ(Text(spec.name), "r\x8Esum\x8E.txt");
+}
+
+}  // namespace

@@ -1,7 +1,8 @@
 # Toolbox utilities: the portable pieces natively under the sanitizers, the
-# handle-based calls through the DLL.
+# handle-based calls and the exported converters through the DLL.
 kwe_native_tests(utilities_portable_tests
   ${CMAKE_CURRENT_LIST_DIR}/bit_routines_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/character_conversion_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/fixed_math_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/indexed_lists_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/pack_bits_test.cpp
@@ -9,6 +10,7 @@ kwe_native_tests(utilities_portable_tests
   ${CMAKE_CURRENT_LIST_DIR}/string_case_test.cpp)
 
 kwe_wine_tests(utilities_tests
+  ${CMAKE_CURRENT_LIST_DIR}/character_conversion_exports_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/munger_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/resource_shortcuts_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/utilities_exports_test.cpp)
