@@ -1,17 +1,21 @@
 #!/usr/bin/env bash
-# Runs every test of the three trees in one CTest run, under one Xvfb and one
+# Runs every test of the build trees in one CTest run, under one Xvfb and one
 # wineserver. CTest's summary is the last thing printed.
 set -u
 root=$(cd "$(dirname "$0")/.." && pwd)
 BUILD=${BUILD:-$root/build}
 . "$root/scripts/wine-session.sh"
 
-# One CTest file over the three build trees, so one summary covers them all.
+# One CTest file over the build trees, so one summary covers them all. The
+# fuzz tree is there when scripts/build.sh has made it.
 cat >"$BUILD/CTestTestfile.cmake" <<CTEST
 subdirs("native")
 subdirs("i686")
 subdirs("x86_64")
 CTEST
+if [ -f "$BUILD/fuzz/CTestTestfile.cmake" ]; then
+  echo 'subdirs("fuzz")' >>"$BUILD/CTestTestfile.cmake"
+fi
 
 kwe_wine_start
 echo "== running tests (display $DISPLAY)"
