@@ -1,0 +1,96 @@
+#include "resources/resource_file_fixture.h"
+
+#include <cstring>
+#include <set>
+
+#include "Memory.h"
+
+namespace kwe_test {
+
+using resource_builder::TypeText;
+
+std::string AsString(const Bytes& bytes) { return std::string(bytes.begin(), bytes.end()); }
+Bytes AsBytes(const std::string& bytes) { return Bytes(bytes.begin(), bytes.end()); }
+
+Bytes HandleBytes(Handle h) {
+  if (!h || !*h) return {};
+  const std::uint8_t* p = reinterpret_cast<const std::uint8_t*>(*h);
+  return Bytes(p, p + GetHandleSize(h));
+}
+
+Handle HandleWith(const Bytes& bytes) {
+  Handle h = NewHandle(static_cast<Size>(bytes.size()));
+  if (h && !bytes.empty()) std::memcpy(*h, bytes.data(), bytes.size());
+  return h;
+}
+
+void ResourceFileTest::SetUp() {
+  FilesTest::SetUp();
+  // The tests open their files themselves rather than through InitResources,
+  // which is what turns ResLoad on; the host's variable starts at 0.
+  SetResLoad(true);
+}
+
+std::string ResourceFileTest::Put(const std::string& name, const Bytes& bytes) {
+  WriteRaw(At(name), AsString(bytes));
+  return At(name);
+}
+
+SInt16 ResourceFileTest::Open(const std::string& path) { return OpenResFile(P(path)); }
+
+resource_builder::ResourceListing ResourceFileTest::ListOnDisk(const std::string& path) {
+  resource_builder::ResourceListing listing;
+  std::string problem;
+  EXPECT_TRUE(resource_builder::ReadResourceImage(AsBytes(ReadRaw(path)), listing, problem))
+      << path << ": " << problem;
+  return listing;
+}
+
+void ResourceFileTest::ExpectOnDisk(const std::string& path, const ExpectedFile& expected) {
+  resource_builder::ResourceListing listing = ListOnDisk(path);
+  EXPECT_TRUE(listing.mapRepeatsHeader);
+  EXPECT_EQ(listing.resources.size(), expected.size());
+  for (const auto& [key, want] : expected) {
+    SCOPED_TRACE("on disk: '" + TypeText(key.first) + "' " + std::to_string(key.second));
+    const resource_builder::ListedResource* got =
+        resource_builder::FindListed(listing, key.first, key.second);
+    ASSERT_NE(got, nullptr);
+    EXPECT_EQ(got->named, want.named);
+    EXPECT_EQ(got->name, want.name);
+    EXPECT_EQ(got->attributes, want.attributes);
+    EXPECT_EQ(got->data, want.data);
+  }
+}
+
+void ResourceFileTest::ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected) {
+  SInt16 saved = CurResFile();
+  UseResFile(refNum);
+  std::set<std::uint32_t> types;
+  for (const auto& entry : expected) types.insert(entry.first.first);
+  EXPECT_EQ(Count1Types(), static_cast<SInt16>(types.size()));
+  for (std::uint32_t type : types) {
+    long count = 0;
+    for (const auto& entry : expected) count += entry.first.first == type;
+    EXPECT_EQ(Count1Resources(type), count) << TypeText(type);
+  }
+  for (const auto& [key, want] : expected) {
+    SCOPED_TRACE("through the library: '" + TypeText(key.first) + "' " +
+                 std::to_string(key.second));
+    Handle h = Get1Resource(key.first, key.second);
+    ASSERT_NE(h, nullptr);
+    Bytes native = want.data;
+    if (key.first == resource_builder::TypeCode("STR#") && native.size() >= 2)
+      std::swap(native[0], native[1]);
+    EXPECT_EQ(HandleBytes(h), native);
+    SInt16 id = 0;
+    ResType type = 0;
+    Str255 name = {0};
+    GetResInfo(h, &id, &type, name);
+    EXPECT_EQ(id, key.second);
+    EXPECT_EQ(type, key.first);
+    EXPECT_EQ(Text(name), want.name);
+  }
+  UseResFile(saved);
+}
+
+}  // namespace kwe_test

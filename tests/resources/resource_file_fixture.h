@@ -1,0 +1,55 @@
+// Resource files made by the tests' own builder in a temporary directory,
+// opened through the DLL by their full path, and read back from disk by the
+// tests' own reader: the library is never asked to check itself.
+#pragma once
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <utility>
+
+#include "Resources.h"
+#include "files/files_fixture.h"
+#include "resource_builder/resource_image.h"
+#include "resource_builder/resource_reader.h"
+
+namespace kwe_test {
+
+using resource_builder::Bytes;
+
+std::string AsString(const Bytes& bytes);
+Bytes AsBytes(const std::string& bytes);
+// The bytes of a handle as the application sees them.
+Bytes HandleBytes(Handle h);
+// A new handle holding these bytes.
+Handle HandleWith(const Bytes& bytes);
+
+// What a file should hold: by (type, ID), the name and the data in
+// Macintosh order, as it lies on disk.
+struct ExpectedResource {
+  bool named = false;
+  std::string name;
+  std::uint8_t attributes = 0;
+  Bytes data;
+};
+using ExpectedFile = std::map<std::pair<std::uint32_t, std::int16_t>, ExpectedResource>;
+
+class ResourceFileTest : public FilesTest {
+ protected:
+  void SetUp() override;
+  // Writes the bytes into the test directory; the file's full path.
+  std::string Put(const std::string& name, const Bytes& bytes);
+  // OpenResFile of a full path (used as it is, no ".rsr" added).
+  SInt16 Open(const std::string& path);
+  // The file as the tests' reader lists it; a refused file fails the test.
+  resource_builder::ResourceListing ListOnDisk(const std::string& path);
+  // Compares the file on disk, through the tests' reader, with what it should hold.
+  void ExpectOnDisk(const std::string& path, const ExpectedFile& expected);
+  // Compares the open file, through Get1Resource and GetResInfo, with what it
+  // should hold; data of 'STR#' resources is expected with its count word in
+  // native order, every other type used here is bytes only.
+  void ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected);
+};
+
+}  // namespace kwe_test
