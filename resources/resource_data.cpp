@@ -1,5 +1,6 @@
 // One resource's data block: read into its handle and converted to native
 // order, written back in Macintosh order, released.
+#include <algorithm>
 #include <cstring>
 
 #include "KWEByteSwap.h"
@@ -8,7 +9,7 @@
 #include "files/file_slots.h"
 #include "memory/master_flags.h"
 #include "resources/big_endian.h"
-#include "resources/cursor_resource_hook.h"
+#include "resources/cursor_conversion_hook.h"
 #include "resources/resource_file_io.h"
 
 namespace kwe::resources {
@@ -85,17 +86,11 @@ OSErr WriteResourceData(ResourceFile& file, ReferencePlace place) {
   if (file.readOnly) return mapReadErr;
   Handle h = ref.handle;
   Size n = h ? GetHandleSize(h) : 0;
-  // A reference that never had a block of its own gets one appended.
-  uint32_t at = file.endOfData;
-  bool appended = true;
-  if (ref.hasBlock) {
-    SInt32 old = StoredDataLength(file, ref);
-    if (old >= n) {
-      at = kHeaderSize + ref.dataOffset;
-      appended = false;
-      if (n < old) ref.attributes |= kMarkShrunk;
-    }
-  }
+  // Always a new block, past the map the file's header still points to: the
+  // old block and the old map stay whole until the new map and header are
+  // written, so a write-back that fails half-way loses nothing. The old
+  // block is left dead (the shrunk mark), for the next write-back to pack.
+  uint32_t at = std::max(file.endOfData, MapOnDiskEnd(file));
   if (at - kHeaderSize > kLargestDataOffset) return ioErr;
 
   uint8_t lengthBytes[4];
@@ -108,16 +103,14 @@ OSErr WriteResourceData(ResourceFile& file, ReferencePlace place) {
     KWE_ByteSwap(1, type, ref.id, n, *h);
     if (written != n) return ioErr;
   }
+  if (ref.hasBlock) ref.attributes |= kMarkShrunk;
   ref.dataOffset = at - kHeaderSize;
   ref.hasBlock = true;
   ref.attributes &= uint8_t(~kAttrChanged);
-  if (appended) {
-    // The block moved, so the map must follow even if nothing else changed:
-    // the old map's bytes may lie under the new block.
-    file.mapChanged = true;
-    file.endOfData += uint32_t(n) + 4;
-    if (file.endOfOldMap < file.endOfData) file.endOfOldMap = file.endOfData;
-  }
+  file.mapChanged = true;
+  file.holes = file.holes || at > file.endOfData;
+  file.endOfData = at + uint32_t(n) + 4;
+  if (file.endOfOldMap < file.endOfData) file.endOfOldMap = file.endOfData;
   return noErr;
 }
 
@@ -128,7 +121,8 @@ void ReleaseReference(ResourceFile& file, ReferencePlace place, bool writeChange
   if (writeChanged) WriteResourceData(file, place);
   ResType type = TypeAt(file, place);
   if ((type == kCursorType || type == kColourCursorType) && GetHandleSize(h) > 0)
-    quickdraw::ReleaseResourceCursor(type == kColourCursorType, *h, GetHandleSize(h));
+    quickdraw::ConvertCursorResource(false, type == kColourCursorType, *h, GetHandleSize(h), true,
+                                     false);
   if (LastFound(type, ref.id) == h) ForgetLastFound();
   SetReferenceHandle(file, place, nullptr);
   memory::ClearResourceBit(h);

@@ -26,11 +26,21 @@ struct ResourceFile {
   uint32_t base = 0;         // where the file starts inside its DOS file
   uint32_t endOfData = 0;    // where the next appended data block goes
   uint32_t endOfOldMap = 0;  // file length minus map length, as opened
+  // Dead bytes inside the data area: a map that appended blocks stepped over
+  // (see MapOnDiskEnd). Closing rebuilds the file packed.
+  bool holes = false;
   bool mapChanged = false;
   bool readOnly = false;
   bool embedded = false;  // inside a file the application opened: never closed here
   std::unordered_map<Handle, ReferencePlace> places;  // each loaded handle's reference
 };
+
+// Where the map the header on disk points to ends. Until a new header is
+// written, nothing is written below this point past the data: a write that
+// fails half-way must leave that map whole.
+inline uint32_t MapOnDiskEnd(const ResourceFile& file) {
+  return file.layout.mapOffset + file.layout.mapLength;
+}
 
 // --- The table and the chain. ---
 ResourceFile* FileInSlot(int slot);

@@ -33,7 +33,8 @@ void CreateResourcePath(const std::string& path);
 // cannot grow, ioErr when the read fails; with dropOnFailure the handle is
 // then disposed of and the reference left without one.
 OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFailure);
-// WriteResource's work for a changed reference; noErr when unchanged.
+// WriteResource's work for a changed reference (a new block behind the
+// data, the old one left for packing); noErr when unchanged.
 OSErr WriteResourceData(ResourceFile& file, ReferencePlace place);
 // The length stored in front of the reference's data block; -1 when unreadable.
 SInt32 StoredDataLength(ResourceFile& file, const Reference& ref);

@@ -8,7 +8,6 @@ target_sources(kwe_portable PRIVATE
 if(WIN32)
   target_sources(KWEJMP PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/code_resources.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/cursor_release_pending.cpp
     ${CMAKE_CURRENT_LIST_DIR}/resource_change_calls.cpp
     ${CMAKE_CURRENT_LIST_DIR}/resource_data.cpp
     ${CMAKE_CURRENT_LIST_DIR}/resource_file.cpp

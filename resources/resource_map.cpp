@@ -188,9 +188,10 @@ bool ResourceMap::Build(uint32_t dataLength, std::vector<uint8_t>* out) const {
       }
       WriteBig32(p + 4, uint32_t(ref.attributes & ~kPrivateMarks) << 24 |
                             (ref.dataOffset & kLargestDataOffset));
-      // The handle slot keeps what a 32-bit handle would hold; nothing reads
-      // it back (reopening carries the handles over in memory).
-      WriteBig32(p + 8, uint32_t(reinterpret_cast<uintptr_t>(ref.handle)));
+      // The handle slot holds the handle where a handle is 32 bits; a 64-bit
+      // one does not fit, so there it stays 0. Nothing reads it back:
+      // reopening after a rebuild carries the handles over in memory.
+      WriteBig32(p + 8, sizeof(Handle) == 4 ? uint32_t(reinterpret_cast<uintptr_t>(ref.handle)) : 0);
       p += kReferenceSize;
     }
     listOffset += kReferenceSize * liveCounts[t];

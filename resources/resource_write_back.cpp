@@ -1,9 +1,10 @@
 // Writing a resource file's map back. Changed resources are written first;
 // then either the map goes behind the data, or - when blocks were removed or
-// shrank, or the file ends in stale bytes - the file is rebuilt packed. A
-// rebuild writes a sibling file (last character of the name "2") and puts
-// it in place only once every byte of it is written, so a failure on the way
-// leaves the old file as it was.
+// shrank, or the file holds dead bytes - the file is rebuilt packed. Nothing
+// is written over the map the header on disk points to until the header
+// itself is rewritten, and a rebuild writes a sibling file (last character
+// of the name "2") that replaces the old one only once every byte of it is
+// written: a failure on the way leaves the old file readable as it was.
 #include <windows.h>
 
 #include <algorithm>
@@ -50,7 +51,7 @@ bool WriteHeaderAndMap(ResourceFile& file, SInt16 target, uint32_t targetBase,
 }
 
 bool NeedsRebuild(const ResourceFile& file, bool keepOpen) {
-  if (!keepOpen && file.endOfData < file.endOfOldMap) return true;
+  if (!keepOpen && (file.holes || file.endOfData < file.endOfOldMap)) return true;
   // A live reference with no block (added, then its handle detached before
   // anything was written) needs the rebuild to get an empty block.
   for (const ResourceTypeEntry& type : file.map.Types())
@@ -192,7 +193,8 @@ bool Rebuild(ResourceFile& file, bool keepOpen, Handle scratch) {
 
 bool WriteBackMap(ResourceFile& file, bool keepOpen) {
   MakeCurrent(&file);
-  if (!file.mapChanged && (keepOpen || file.endOfOldMap <= file.endOfData)) return false;
+  if (!file.mapChanged && (keepOpen || (file.endOfOldMap <= file.endOfData && !file.holes)))
+    return false;
   if (file.readOnly) {
     lowmem::ResErr() = mapReadErr;
     return false;
@@ -220,11 +222,18 @@ bool WriteBackMap(ResourceFile& file, bool keepOpen) {
   if (NeedsRebuild(file, keepOpen)) {
     done = Rebuild(file, keepOpen, scratch);
   } else {
+    // The new map goes behind the data but never over the map on disk; what
+    // lies between joins the data area as a hole until the file is rebuilt.
     std::vector<uint8_t> map;
-    uint32_t dataLength = file.endOfData - kHeaderSize;
+    uint32_t mapAt = std::max(file.endOfData, MapOnDiskEnd(file));
+    uint32_t dataLength = mapAt - kHeaderSize;
     done = file.map.Build(dataLength, &map) &&
            WriteHeaderAndMap(file, file.refNum, file.base, dataLength, map) &&
            files::FlushSlot(file.refNum);
+    if (done && mapAt > file.endOfData) {
+      file.holes = true;
+      file.endOfData = mapAt;
+    }
     if (!done) {
       if (lowmem::ResErr() == noErr) lowmem::ResErr() = ioErr;
     } else {

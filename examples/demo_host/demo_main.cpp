@@ -14,9 +14,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   std::string screenshot = commandLine && commandLine[0] ? commandLine : "demo-screenshot.png";
   HWND main = StartHost(instance, nullptr);
 
-  std::vector<std::string> lines = RunToolboxTour();
-  for (const std::string& line : lines) std::printf("%s\n", line.c_str());
-  SetWindowLines(lines);
+  TourResult tour = RunToolboxTour();
+  for (const std::string& line : tour.lines) std::printf("%s\n", line.c_str());
+  SetWindowLines(tour.lines);
+  SetWindowPatterns(tour.patterns);
   InvalidateRect(main, nullptr, TRUE);
   PumpFor(500);
 

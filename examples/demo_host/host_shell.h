@@ -6,13 +6,17 @@
 #include <string>
 #include <vector>
 
+#include "MacTypes.h"
+
 // Registers the window classes the library names, creates the main window,
 // and starts a session with every low-memory global bound to host variables.
 HWND StartHost(HINSTANCE instance, const char* commandLine);
 void EndHost(HWND mainWindow);
 
-// Lines the main window shows (the Toolbox tour fills them in).
+// Lines the main window shows (the Toolbox tour fills them in), and 8 x 8
+// patterns it paints as swatches below them.
 void SetWindowLines(const std::vector<std::string>& lines);
+void SetWindowPatterns(const std::vector<Pattern>& patterns);
 
 // Dispatches pending messages for about milliseconds.
 void PumpFor(DWORD milliseconds);

@@ -8,6 +8,9 @@
 #include "Gestalt.h"
 #include "Memory.h"
 #include "OSUtils.h"
+#include "Resources.h"
+#include "TextUtils.h"
+#include "ToolUtils.h"
 
 namespace {
 
@@ -108,10 +111,43 @@ void WorkWithAFile(std::vector<std::string>& lines) {
   FSpDelete(&spec);
 }
 
+std::string Text(const unsigned char* pascal) {
+  return std::string(reinterpret_cast<const char*>(pascal) + 1, pascal[0]);
+}
+
+// The program's own resource file (demo_host.RSR) and the library's system
+// file, read as a Macintosh program reads its resources.
+void ReadOwnResources(std::vector<std::string>& lines, std::vector<Pattern>& patterns) {
+  SInt16 first = InitResources();
+  lines.push_back(Line("InitResources -> %ld; the current file is %ld, ", first, CurResFile()) +
+                  Line("%ld types in the chain", CountTypes()));
+  StringHandle greeting = GetString(128);
+  lines.push_back("GetString(128): \"" + (greeting ? Text(*greeting) : std::string("?")) + "\"");
+  std::string list = "GetIndString(128, i):";
+  for (SInt16 i = 1; i <= 3; ++i) {
+    Str255 item;
+    GetIndString(item, 128, i);
+    list += (i > 1 ? " / " : " ") + Text(item);
+  }
+  lines.push_back(list);
+  if (PatHandle stripes = GetPattern(128)) patterns.push_back(**stripes);
+  for (SInt16 i = 1; i <= 3; ++i) {
+    Pattern tile;
+    GetIndPattern(&tile, 128, i);
+    patterns.push_back(tile);
+  }
+  Pattern gray;
+  GetIndPattern(&gray, 0, 3);  // from the system file: the standard gray
+  patterns.push_back(gray);
+  lines.push_back(Line("Patterns: 'PAT ' 128, 'PAT#' 128 items 1-3 and the system's gray"
+                       " ('PAT#' 0 item %ld):", 3));
+}
+
 }  // namespace
 
-std::vector<std::string> RunToolboxTour() {
-  std::vector<std::string> lines;
+TourResult RunToolboxTour() {
+  TourResult result;
+  std::vector<std::string>& lines = result.lines;
   lines.push_back("A Macintosh program running on the Toolbox over Win32");
   lines.push_back("");
   AskGestalt(lines);
@@ -119,5 +155,6 @@ std::vector<std::string> RunToolboxTour() {
   AskDateTime(lines);
   WorkWithHandles(lines);
   WorkWithAFile(lines);
-  return lines;
+  ReadOwnResources(lines, result.patterns);
+  return result;
 }

@@ -4,5 +4,11 @@
 #include <string>
 #include <vector>
 
-// Runs the tour and returns what it found, one line each.
-std::vector<std::string> RunToolboxTour();
+#include "MacTypes.h"
+
+struct TourResult {
+  std::vector<std::string> lines;  // what it found, one line each
+  std::vector<Pattern> patterns;   // patterns read from the resource files
+};
+
+TourResult RunToolboxTour();

@@ -5,6 +5,7 @@ namespace {
 
 std::string g_debugOutput;
 std::vector<MessageBoxSeen> g_boxes;
+HWND g_lastBox = nullptr;
 int g_breakpoints = 0;
 
 LONG CALLBACK OnException(EXCEPTION_POINTERS* info) {
@@ -26,11 +27,15 @@ LONG CALLBACK OnException(EXCEPTION_POINTERS* info) {
 }
 
 LRESULT CALLBACK OnWindowEvent(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == HCBT_DESTROYWND && reinterpret_cast<HWND>(wParam) == g_lastBox) g_lastBox = nullptr;
   if (code == HCBT_ACTIVATE) {
     HWND window = reinterpret_cast<HWND>(wParam);
     char className[32] = "";
     GetClassNameA(window, className, sizeof className);
-    if (std::string(className) == "#32770") {
+    // A box may be activated again before our OK reaches it (another test's
+    // window took the focus meanwhile): count each box once.
+    if (std::string(className) == "#32770" && window != g_lastBox) {
+      g_lastBox = window;
       MessageBoxSeen seen;
       char buffer[1024] = "";
       GetWindowTextA(window, buffer, sizeof buffer);
