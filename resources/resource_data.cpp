@@ -53,17 +53,15 @@ OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFail
     if (dropOnFailure) DropHandle(file, place);
     return err;
   };
-  SInt32 length = StoredDataLength(file, ref);
+  SInt32 length = StoredDataLength(file, ref);  // leaves the mark at the data
   if (length == 0) return noErr;  // an empty resource: the handle stays empty
   // A length that runs past the end of the file is damage, not data: the
   // handle would be given bytes that are not there.
-  SInt32 end = files::SeekSlot(file.refNum, 0, 2);
   uint64_t dataAt = uint64_t(file.base) + kHeaderSize + ref.dataOffset + 4;
-  if (length < 0 || end < 0 || dataAt + uint64_t(length) > uint64_t(end)) return fail(mapReadErr);
+  if (length < 0 || dataAt + uint64_t(length) > file.dosFileLength) return fail(mapReadErr);
   SetHandleSize(h, length);
   if (MemError() != noErr || GetHandleSize(h) != length) return fail(memFullErr);
-  if (!Seek(file, kHeaderSize + ref.dataOffset + 4) ||
-      files::ReadSlot(file.refNum, *h, length) != length) {
+  if (files::ReadSlot(file.refNum, *h, length) != length) {
     SetHandleSize(h, 0);
     return fail(ioErr);
   }
@@ -103,6 +101,7 @@ OSErr WriteResourceData(ResourceFile& file, ReferencePlace place) {
     KWE_ByteSwap(1, type, ref.id, n, *h);
     if (written != n) return ioErr;
   }
+  file.dosFileLength = std::max<uint64_t>(file.dosFileLength, uint64_t(file.base) + at + 4 + n);
   if (ref.hasBlock) ref.attributes |= kMarkShrunk;
   ref.dataOffset = at - kHeaderSize;
   ref.hasBlock = true;

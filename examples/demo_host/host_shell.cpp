@@ -77,7 +77,7 @@ void RegisterClasses(HINSTANCE instance) {
 
 HWND StartHost(HINSTANCE instance, const char* commandLine) {
   RegisterClasses(instance);
-  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 40, 640,
+  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 40, 780,
                             520, nullptr, nullptr, instance, nullptr);
   KWESessionRecord session{};
   session.size = sizeof session;
