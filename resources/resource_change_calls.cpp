@@ -11,14 +11,6 @@ namespace kwe::resources {
 
 namespace {
 
-// The reference of a resource handle, or resNotFound in ResErr.
-bool Locate(Handle h, ResourceFile** file, ReferencePlace* place) {
-  lowmem::ResErr() = noErr;
-  if (LocateHandle(h, file, place)) return true;
-  lowmem::ResErr() = resNotFound;
-  return false;
-}
-
 ResourceTypeEntry& TypeOf(ResourceFile& file, ReferencePlace place) {
   return file.map.Types()[place.type];
 }
@@ -119,7 +111,7 @@ KWE_API void KWE_CALL AddResource(Handle theData, ResType theType, SInt16 theID,
 KWE_API void KWE_CALL ChangedResource(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   file->map.At(place).attributes |= kAttrChanged;
   file->mapChanged = true;
 }
@@ -127,7 +119,7 @@ KWE_API void KWE_CALL ChangedResource(Handle theResource) {
 KWE_API void KWE_CALL RemoveResource(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   file->map.At(place).attributes |= kMarkRemoved;
   file->map.Forget(TypeOf(*file, place));
   // The data stays with the application, as an ordinary handle it may
@@ -139,19 +131,19 @@ KWE_API void KWE_CALL RemoveResource(Handle theResource) {
 KWE_API void KWE_CALL DetachResource(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (Locate(theResource, &file, &place)) Untie(*file, place, theResource);
+  if (LocateResource(theResource, &file, &place)) Untie(*file, place, theResource);
 }
 
 KWE_API void KWE_CALL ReleaseResource(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (Locate(theResource, &file, &place)) ReleaseReference(*file, place, true);
+  if (LocateResource(theResource, &file, &place)) ReleaseReference(*file, place, true);
 }
 
 KWE_API void KWE_CALL WriteResource(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   if (file->readOnly) {
     lowmem::ResErr() = mapReadErr;
     return;

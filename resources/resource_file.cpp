@@ -6,6 +6,7 @@
 #include <array>
 
 #include "Memory.h"
+#include "frame/low_memory.h"
 #include "memory/master_flags.h"
 
 namespace kwe::resources {
@@ -99,6 +100,19 @@ bool LocateHandle(Handle h, ResourceFile** file, ReferencePlace* place) {
   *file = home;
   *place = found->second;
   return true;
+}
+
+bool LocateResource(Handle h, ResourceFile** file, ReferencePlace* place) {
+  lowmem::ResErr() = noErr;
+  if (LocateHandle(h, file, place)) return true;
+  lowmem::ResErr() = resNotFound;
+  return false;
+}
+
+ResourceFile* FileForCall(SInt16 refNum) {
+  ResourceFile* file = FileOfRefNum(refNum);
+  lowmem::ResErr() = file ? noErr : resFNotFound;
+  return file;
 }
 
 void SetReferenceHandle(ResourceFile& file, ReferencePlace place, Handle h) {

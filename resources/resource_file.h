@@ -77,6 +77,11 @@ class CurrentFileScope {
 // A resource handle's file and reference, or false when it is not a live
 // resource of an open file.
 bool LocateHandle(Handle h, ResourceFile** file, ReferencePlace* place);
+// LocateHandle for a call that takes a handle: ResErr is noErr, or
+// resNotFound when the handle is not a live resource.
+bool LocateResource(Handle h, ResourceFile** file, ReferencePlace* place);
+// The open file a call names: ResErr is noErr, or resFNotFound (and null).
+ResourceFile* FileForCall(SInt16 refNum);
 // Ties a handle to a reference (or unties it with null).
 void SetReferenceHandle(ResourceFile& file, ReferencePlace place, Handle h);
 // A new empty handle with the resource bit and the file's home index.

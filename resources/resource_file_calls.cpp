@@ -132,12 +132,8 @@ KWE_API void KWE_CALL HCreateResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Pa
 }
 
 KWE_API void KWE_CALL CloseResFile(SInt16 refNum) {
-  lowmem::ResErr() = noErr;
-  ResourceFile* file = FileOfRefNum(refNum);
-  if (!file) {
-    lowmem::ResErr() = resFNotFound;
-    return;
-  }
+  ResourceFile* file = FileForCall(refNum);
+  if (!file) return;
   ResourceFile* current = CurrentFile();
   int currentSlot = current && current != file ? current->slot : -1;
   CloseResourceFile(*file);
@@ -147,12 +143,8 @@ KWE_API void KWE_CALL CloseResFile(SInt16 refNum) {
 }
 
 KWE_API void KWE_CALL UpdateResFile(SInt16 refNum) {
-  lowmem::ResErr() = noErr;
-  ResourceFile* file = FileOfRefNum(refNum);
-  if (!file) {
-    lowmem::ResErr() = resFNotFound;
-    return;
-  }
+  ResourceFile* file = FileForCall(refNum);
+  if (!file) return;
   ResourceFile* current = CurrentFile();
   int currentSlot = current ? current->slot : -1;
   WriteBackMap(*file, true);
@@ -176,22 +168,13 @@ KWE_API SInt16 KWE_CALL CurResFile(void) {
 }
 
 KWE_API SInt16 KWE_CALL HomeResFile(Handle theResource) {
-  lowmem::ResErr() = noErr;
   ResourceFile* file = nullptr;
   ReferencePlace place;
-  if (!LocateHandle(theResource, &file, &place)) {
-    lowmem::ResErr() = resNotFound;
-    return -1;
-  }
-  return file->refNum;
+  return LocateResource(theResource, &file, &place) ? file->refNum : SInt16(-1);
 }
 
 KWE_API SInt16 KWE_CALL GetResFileAttrs(SInt16 refNum) {
-  lowmem::ResErr() = noErr;
-  ResourceFile* file = FileOfRefNum(refNum);
-  if (!file) {
-    lowmem::ResErr() = resFNotFound;
-    return 0;
-  }
+  ResourceFile* file = FileForCall(refNum);
+  if (!file) return 0;
   return SInt16((file->readOnly ? mapReadOnly : 0) | (file->mapChanged ? 0x60 : 0));
 }

@@ -226,13 +226,9 @@ KWE_API void KWE_CALL GetIndType(ResType* theType, SInt16 index) {
 }
 
 KWE_API void KWE_CALL LoadResourc(Handle theResource) {
-  lowmem::ResErr() = noErr;
   ResourceFile* file = nullptr;
   ReferencePlace place;
-  if (!LocateHandle(theResource, &file, &place)) {
-    lowmem::ResErr() = resNotFound;
-    return;
-  }
+  if (!LocateResource(theResource, &file, &place)) return;
   if (GetHandleSize(theResource) == 0) lowmem::ResErr() = ReadResourceData(*file, place, false);
 }
 

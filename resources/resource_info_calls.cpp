@@ -11,17 +11,10 @@ namespace lowmem = kwe::lowmem;
 
 namespace {
 
-bool Locate(Handle h, ResourceFile** file, ReferencePlace* place) {
-  lowmem::ResErr() = noErr;
-  if (LocateHandle(h, file, place)) return true;
-  lowmem::ResErr() = resNotFound;
-  return false;
-}
-
 SInt32 SizeOnDisk(Handle h) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(h, &file, &place)) return -1;
+  if (!LocateResource(h, &file, &place)) return -1;
   const Reference& ref = file->map.At(place);
   // Added or changed and not yet written: the block in the file (if any) is
   // not this data's, so the handle's size is the truthful answer.
@@ -37,7 +30,7 @@ KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16* theID, ResType* the
                                  Str255 name) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   const Reference& ref = file->map.At(place);
   if (theID) *theID = ref.id;
   if (theType) *theType = file->map.Types()[place.type].type;
@@ -50,7 +43,7 @@ KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16* theID, ResType* the
 KWE_API void KWE_CALL SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   Reference& ref = file->map.At(place);
   ref.id = theID;
   file->map.Forget(file->map.Types()[place.type]);
@@ -64,14 +57,14 @@ KWE_API void KWE_CALL SetResInfo(Handle theResource, SInt16 theID, ConstStr255Pa
 KWE_API SInt16 KWE_CALL GetResAttrs(Handle theResource) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return 0;
+  if (!LocateResource(theResource, &file, &place)) return 0;
   return SInt16(file->map.At(place).attributes & ~kPrivateMarks);
 }
 
 KWE_API void KWE_CALL SetResAttrs(Handle theResource, SInt16 attrs) {
   ResourceFile* file;
   ReferencePlace place;
-  if (!Locate(theResource, &file, &place)) return;
+  if (!LocateResource(theResource, &file, &place)) return;
   // The library's own marks share the byte; the application cannot set them.
   UInt8& attributes = file->map.At(place).attributes;
   attributes = UInt8((attrs & ~kPrivateMarks) | (attributes & kPrivateMarks));

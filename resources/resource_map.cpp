@@ -98,15 +98,9 @@ bool ResourceMap::Parse(const uint8_t* map, size_t length) {
 
 namespace {
 
-struct LiveTotals {
-  size_t types = 0;
-  size_t references = 0;
-  size_t nameBytes = 0;
-};
-
 }  // namespace
 
-bool ResourceMap::RoomFor(bool newType, size_t nameLength) const {
+ResourceMap::LiveTotals ResourceMap::CountLive(std::vector<size_t>* perType) const {
   LiveTotals live;
   for (const ResourceTypeEntry& type : types_) {
     size_t count = 0;
@@ -117,7 +111,13 @@ bool ResourceMap::RoomFor(bool newType, size_t nameLength) const {
     }
     if (count) ++live.types;
     live.references += count;
+    if (perType) perType->push_back(count);
   }
+  return live;
+}
+
+bool ResourceMap::RoomFor(bool newType, size_t nameLength) const {
+  LiveTotals live = CountLive(nullptr);
   live.types += newType ? 1 : 0;
   live.references += 1;
   live.nameBytes += nameLength ? nameLength + 1 : 0;
@@ -129,23 +129,16 @@ bool ResourceMap::RoomFor(bool newType, size_t nameLength) const {
 bool ResourceMap::Build(uint32_t dataLength, std::vector<uint8_t>* out) const {
   // Only types with a live reference are written; removed references and
   // their names are left behind.
+  std::vector<size_t> counts;
+  const LiveTotals live = CountLive(&counts);
   std::vector<const ResourceTypeEntry*> liveTypes;
   std::vector<uint16_t> liveCounts;
-  LiveTotals live;
-  for (const ResourceTypeEntry& type : types_) {
-    size_t count = 0;
-    for (const Reference& ref : type.references) {
-      if (!ref.Live()) continue;
-      ++count;
-      if (ref.nameOffset >= 0) live.nameBytes += size_t(NameOf(ref)[0]) + 1;
-    }
-    if (!count) continue;
-    if (count > 0x8000) return false;
-    liveTypes.push_back(&type);
-    liveCounts.push_back(uint16_t(count));
-    live.references += count;
+  for (size_t t = 0; t < types_.size(); ++t) {
+    if (!counts[t]) continue;
+    if (counts[t] > 0x8000) return false;
+    liveTypes.push_back(&types_[t]);
+    liveCounts.push_back(uint16_t(counts[t]));
   }
-  live.types = liveTypes.size();
   const size_t referencesStart = 2 + kTypeEntrySize * live.types;  // from the type list
   const size_t listsLength = referencesStart + kReferenceSize * live.references;
   // The type list stays where the file had it, unless that was inside the

@@ -125,6 +125,14 @@ class ResourceMap {
   uint16_t TypeListOffset() const { return typeListOffset_; }
 
  private:
+  struct LiveTotals {
+    size_t types = 0;  // types with at least one live reference
+    size_t references = 0;
+    size_t nameBytes = 0;  // the live names with their length bytes
+  };
+  // Totals over the live references; perType, when given, gets each
+  // type's count of live references in order.
+  LiveTotals CountLive(std::vector<size_t>* perType) const;
   // Packs the names of the live references, dropping the others.
   void CompactNames();
 

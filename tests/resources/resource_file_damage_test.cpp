@@ -20,27 +20,19 @@ using kwe_test::HandleBytes;
 using resource_builder::BuildResourceImage;
 using resource_builder::ImageLayout;
 using resource_builder::ImageOptions;
+using resource_builder::MakeResource;
 using resource_builder::Resource;
 using resource_builder::Store16;
 using resource_builder::Store32;
 using resource_builder::TypeCode;
 
-Resource Make(const char (&type)[5], std::int16_t id, Bytes data, std::string name = "") {
-  Resource r;
-  r.type = TypeCode(type);
-  r.id = id;
-  r.data = std::move(data);
-  r.named = !name.empty();
-  r.name = name;
-  return r;
-}
-
 // Three types, named and unnamed resources; resource 4 is the last name.
 std::vector<Resource> Sample() {
-  return {Make("STR ", 128, {5, 'H', 'e', 'l', 'l', 'o'}, "Greeting"),
-          Make("STR ", 129, {2, 'h', 'i'}), Make("TEXT", 128, AsBytes("plain text"), "Notes"),
-          Make("PAT ", 1, {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}),
-          Make("TEXT", 129, AsBytes("more"), "Last")};
+  return {MakeResource("STR ", 128, {5, 'H', 'e', 'l', 'l', 'o'}, "Greeting"),
+          MakeResource("STR ", 129, {2, 'h', 'i'}),
+          MakeResource("TEXT", 128, AsBytes("plain text"), "Notes"),
+          MakeResource("PAT ", 1, {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}),
+          MakeResource("TEXT", 129, AsBytes("more"), "Last")};
 }
 
 struct Damage {

@@ -15,25 +15,13 @@ namespace {
 
 using namespace resource_builder;
 
-Resource Named(const char (&type)[5], std::int16_t id, Bytes data, std::string name = "",
-               std::uint8_t attributes = 0) {
-  Resource r;
-  r.type = TypeCode(type);
-  r.id = id;
-  r.data = std::move(data);
-  r.named = !name.empty();
-  r.name = name;
-  r.attributes = attributes;
-  return r;
-}
-
 std::vector<Resource> Sample() {
   std::vector<Resource> list = {
-      Named("STR ", 128, {5, 'H', 'e', 'l', 'l', 'o'}, "Greeting", 0x20),
-      Named("TEXT", -1, {}),
-      Named("STR ", 129, {0}, "", 0x04),
-      Named("PAT ", 0, {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}, "gray"),
-      Named("TEXT", 7, {}, "shares"),
+      MakeResource("STR ", 128, {5, 'H', 'e', 'l', 'l', 'o'}, "Greeting", 0x20),
+      MakeResource("TEXT", -1, {}),
+      MakeResource("STR ", 129, {0}, "", 0x04),
+      MakeResource("PAT ", 0, {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}, "gray"),
+      MakeResource("TEXT", 7, {}, "shares"),
   };
   list[4].sharesDataOf = 3;
   return list;
@@ -89,11 +77,11 @@ TEST(ResourceImage, ReaderGivesBackWhatWasBuiltAtAnyBase) {
 TEST(ResourceImage, BuilderRefusesWhatTheFormatCannotHold) {
   // The name list's offset is 16 bits from the map's start: 12 bytes per
   // reference fill it at about 5,400 references, whatever their types.
-  std::vector<Resource> many(5400, Named("TEXT", 1, {}));
+  std::vector<Resource> many(5400, MakeResource("TEXT", 1, {}));
   many[0].type = TypeCode("STR ");
   many[1].type = TypeCode("PAT ");
   EXPECT_NO_THROW(BuildResourceImage(many));
-  many.insert(many.end(), 60, Named("vers", 1, {}));
+  many.insert(many.end(), 60, MakeResource("vers", 1, {}));
   EXPECT_THROW(BuildResourceImage(many), std::length_error);
   std::vector<Resource> shareLater = Sample();
   shareLater[0].sharesDataOf = 4;

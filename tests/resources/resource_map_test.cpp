@@ -1,12 +1,13 @@
 // The map parser and writer and the file-name rule, natively under the
 // sanitizers, against files made by the independent resource builder.
+#include "resources/resource_map.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "resource_builder/resource_image.h"
 #include "resources/resource_file_name.h"
-#include "resources/resource_map.h"
 
 namespace {
 
@@ -23,13 +24,7 @@ ResourceMap ParsedMap(const resource_builder::Bytes& file) {
 }
 
 Resource Named(const char (&type)[5], int16_t id, const std::string& name) {
-  Resource r;
-  r.type = resource_builder::TypeCode(type);
-  r.id = id;
-  r.named = !name.empty();
-  r.name = name;
-  r.data = {1, 2, 3};
-  return r;
+  return resource_builder::MakeResource(type, id, {1, 2, 3}, name);
 }
 
 TEST(ResourceFileName, SqueezesBareNamesIntoEightDotThree) {
@@ -89,7 +84,8 @@ TEST(ResourceMap, RenamingWidensInPlaceAndKeepsLaterNamesReachable) {
   EXPECT_FALSE(map.Rename(first, (const uint8_t*)"\x01x")) << "shorter: in place";
   EXPECT_TRUE(map.Rename(first, (const uint8_t*)"\x06wider!"));
   EXPECT_TRUE(map.NameEquals(first, (const uint8_t*)"\x06wider!"));
-  EXPECT_TRUE(map.NameEquals(*map.FindById(text, 2), (const uint8_t*)"\x02" "cd"));
+  EXPECT_TRUE(map.NameEquals(*map.FindById(text, 2), (const uint8_t*)"\x02"
+                                                                     "cd"));
 }
 
 TEST(ResourceMap, RoomRunsOutWhereTheSixteenBitOffsetsEnd) {

@@ -6,6 +6,19 @@
 
 namespace resource_builder {
 
+Resource MakeResource(const char (&type)[5], std::int16_t id, Bytes data,
+                      const std::string& name, std::uint8_t attributes) {
+  Resource r;
+  r.type = TypeCode(type);
+  r.id = id;
+  r.data = std::move(data);
+  r.named = !name.empty();
+  r.name = name;
+  r.attributes = attributes;
+  return r;
+}
+
+
 namespace {
 
 constexpr std::size_t kHeaderSize = 256;

@@ -32,6 +32,10 @@ struct Resource {
   int sharesDataOf = -1;
 };
 
+// A resource with a name when name is not empty.
+Resource MakeResource(const char (&type)[5], std::int16_t id, Bytes data,
+                      const std::string& name = "", std::uint8_t attributes = 0);
+
 struct ImageOptions {
   // Bytes before the resource file inside the bigger file; every offset in
   // the file stays relative to this base.

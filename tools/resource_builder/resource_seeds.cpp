@@ -6,17 +6,11 @@ namespace resource_builder {
 
 namespace {
 
+// name "" gives a resource whose name is empty, null one without a name.
 Resource Make(const char (&type)[5], std::int16_t id, Bytes data, const char* name = nullptr,
               std::uint8_t attributes = 0) {
-  Resource r;
-  r.type = TypeCode(type);
-  r.id = id;
-  r.data = std::move(data);
-  if (name) {
-    r.named = true;
-    r.name = name;
-  }
-  r.attributes = attributes;
+  Resource r = MakeResource(type, id, std::move(data), name ? name : "", attributes);
+  r.named = name != nullptr;
   return r;
 }
 
