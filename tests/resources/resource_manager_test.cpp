@@ -326,6 +326,50 @@ TEST_F(ResourceManagerTest, ReadOnlyFilesOpenButRefuseWrites) {
   EXPECT_EQ(ReadRaw(path), before);
 }
 
+TEST_F(ResourceManagerTest, PermissionsAndVolumeNamesReachTheSameFile) {
+  std::string path = MakeFile("PERM.RSR", {{1, "perm"}});
+  SInt16 ref = OpenRFPerm(P(path), 0, fsRdPerm);
+  ASSERT_GT(ref, 0);
+  EXPECT_EQ(GetResFileAttrs(ref) & mapReadOnly, mapReadOnly);
+  // Asking again for writing reopens the same file writable.
+  EXPECT_EQ(HOpenResFile(0, DirID(), P("PERM.RSR"), fsRdWrPerm), ref);
+  EXPECT_EQ(ResError(), noErr);
+  EXPECT_EQ(GetResFileAttrs(ref) & mapReadOnly, 0);
+  EXPECT_EQ(OpenRFPerm(P("PERM.RSR"), WDRefNum(), fsRdWrPerm), ref) << "no extension added";
+  EXPECT_EQ(HOpenResFile(0, DirID(), P("NOPE.RSR"), fsRdPerm), -1);
+  EXPECT_EQ(ResError(), fnfErr);
+  CloseResFile(ref);
+}
+
+TEST_F(ResourceManagerTest, TypesByIndexAndTheCallsThatShareAnswers) {
+  HCreateResFile(0, DirID(), P("TYPES.RSR"));
+  EXPECT_EQ(kwe_test::ReadRaw(At("TYPES.RSR")).size(), 286u);
+  SInt16 older = OpenResFile(P(At("TYPES.RSR")));
+  AddResource(HandleOf("a"), kText, 1, nullptr);
+  AddResource(HandleOf("bb"), 'PICT', 1, nullptr);
+  std::string newerPath = MakeFile("NEWTYPES.RSR", {{5, "five"}});
+  SInt16 newer = OpenResFile(P(newerPath));
+  ResType type = 'none';
+  Get1IndType(&type, 1);
+  EXPECT_EQ(type, kText);
+  Get1IndType(&type, 2);
+  EXPECT_EQ(type, 0u) << "out of range in the current file";
+  type = 'none';
+  GetIndType(&type, 3);
+  EXPECT_EQ(type, ResType('PICT')) << "counted from the newest file on";
+  GetIndType(&type, 4);
+  EXPECT_EQ(type, ResType('PICT')) << "out of range leaves the type";
+
+  Handle five = RGetResource(kText, 5);
+  ASSERT_NE(five, nullptr);
+  EXPECT_EQ(GetResourceSizeOnDisk(five), 4);
+  EXPECT_EQ(GetMaxResourceSize(five), 4);
+  SetResPurge(true);
+  EXPECT_EQ(ResError(), noErr);
+  CloseResFile(newer);
+  CloseResFile(older);
+}
+
 TEST_F(ResourceManagerTest, MenusGetTheirDefinitionFieldMarked) {
   CreateResFile(P(At("MENU.RSR")));
   SInt16 ref = OpenResFile(P(At("MENU.RSR")));
