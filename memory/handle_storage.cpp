@@ -142,6 +142,7 @@ Handle MakeHandle(Size size) {
 }
 
 void EmptyHandleData(MasterRecord* r) {
+  if (r->flags & kSmallBlockBit) PrefetchSmallBlockTags(r->masterPointer, r->size);
   if (r->platformBlock) {
     while (LockCount(r) > 1) UnlockHandle(r);
     if ((r->flags & kResourceBit) && g_detachResource) g_detachResource(HandleOf(r));

@@ -3,6 +3,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <functional>
+#include <new>
+#include <vector>
 
 #include "KWESession.h"
 #include "Memory.h"
@@ -16,6 +19,21 @@ namespace {
 
 MasterBlock* g_first = nullptr;
 MasterBlock* g_current = nullptr;
+// The same blocks by address, so that DisposeHandle finds a record's block
+// by binary search instead of walking the ring.
+std::vector<MasterBlock*> g_byAddress;
+
+bool Before(const MasterBlock* a, const MasterBlock* b) {
+  return std::less<const MasterBlock*>()(a, b);
+}
+
+// The block whose records r lies among, when r is a record's start.
+bool Holds(MasterBlock* b, const MasterRecord* r) {
+  auto address = reinterpret_cast<uintptr_t>(r);
+  auto first = reinterpret_cast<uintptr_t>(RecordsOf(b));
+  auto end = reinterpret_cast<uintptr_t>(RecordsOf(b) + b->count);
+  return address >= first && address < end;
+}
 
 MasterBlockEnd* EndOf(MasterBlock* b) {
   return reinterpret_cast<MasterBlockEnd*>(RecordsOf(b) + b->count);
@@ -59,6 +77,14 @@ bool AddMasterBlock() {
   HLOCAL platformBlock = AllocatePlatformBlock(bytes);
   if (!platformBlock) return false;
   auto* b = static_cast<MasterBlock*>(LocalLock(platformBlock));
+  try {
+    if (b) {
+      g_byAddress.insert(std::upper_bound(g_byAddress.begin(), g_byAddress.end(), b, Before), b);
+    }
+  } catch (const std::bad_alloc&) {
+    LocalUnlock(platformBlock);
+    b = nullptr;
+  }
   if (!b) {
     FreePlatformBlock(platformBlock, bytes);
     return false;
@@ -96,19 +122,25 @@ MasterRecord* TakeFreeRecord() {
 }
 
 MasterBlock* BlockHolding(const MasterRecord* r) {
-  MasterBlock* start = g_current;
-  if (!start || !r) return nullptr;
-  auto address = reinterpret_cast<uintptr_t>(r);
-  MasterBlock* b = start;
-  do {
-    auto first = reinterpret_cast<uintptr_t>(RecordsOf(b));
-    auto end = reinterpret_cast<uintptr_t>(RecordsOf(b) + b->count);
-    if (address >= first && address < end) {
-      return (address - first) % sizeof(MasterRecord) == 0 ? b : nullptr;
+  if (!g_current || !r) return nullptr;
+  MasterBlock* b = g_current;
+  if (!Holds(b, r)) {
+    // The last block starting below r is the only one that can hold it;
+    // found without branching on the comparisons, which a program's
+    // disposals in no particular order make unpredictable.
+    size_t n = g_byAddress.size(), low = 0;
+    auto address = reinterpret_cast<uintptr_t>(r);
+    MasterBlock* const* blocks = g_byAddress.data();
+    while (n > 1) {
+      size_t half = n / 2;
+      low = reinterpret_cast<uintptr_t>(blocks[low + half]) <= address ? low + half : low;
+      n -= half;
     }
-    b = NextInRing(b);
-  } while (b != start);
-  return nullptr;
+    b = blocks[low];
+    if (!Holds(b, r)) return nullptr;
+  }
+  auto offset = reinterpret_cast<uintptr_t>(r) - reinterpret_cast<uintptr_t>(RecordsOf(b));
+  return offset % sizeof(MasterRecord) == 0 ? b : nullptr;
 }
 
 void ReleaseRecord(MasterRecord* r) {
@@ -136,6 +168,7 @@ void ReleaseAllMasterBlocks() {
   MasterBlock* b = g_first;
   g_first = nullptr;
   g_current = nullptr;
+  g_byAddress.clear();
   while (b) {
     MasterBlock* next = b->next;
     HLOCAL platformBlock = b->platformBlock;

@@ -93,7 +93,7 @@ TEST_F(SmallBlocks, HeapsComeAndGoWithTheirBlocks) {
   EXPECT_EQ(LibraryBytes() - start, masterBytes) << "every heap went back; master blocks stay";
 }
 
-TEST_F(SmallBlocks, FreedNeighboursMergeAndAreReusedFirstFit) {
+TEST_F(SmallBlocks, FreedNeighboursMergeAndAreReused) {
   Handle a = NewHandle(100), b = NewHandle(100), c = NewHandle(100);
   Ptr aData = *a;
   ASSERT_EQ(*b, aData + 112) << "blocks are laid out one after the other";
