@@ -1,0 +1,91 @@
+// What the region tests draw into and look at: a 32-bit top-down DIB section
+// in a memory DC, and regions built from rectangle lists or bitmaps.
+#pragma once
+#include <windows.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "KWERegions.h"
+#include "Quickdraw.h"
+#include "support/test_host.h"
+
+namespace kwe_test {
+
+class Canvas {
+ public:
+  explicit Canvas(int size) : size_(size) {
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    dc_ = CreateCompatibleDC(nullptr);
+    bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    pixels_ = static_cast<uint32_t*>(bits);
+    old_ = SelectObject(dc_, bitmap_);
+  }
+  ~Canvas() {
+    SelectObject(dc_, old_);
+    DeleteObject(bitmap_);
+    DeleteDC(dc_);
+  }
+  HDC Dc() const { return dc_; }
+  // White everywhere, then black over the whole DC through its clip; the
+  // number of black pixels.
+  int FillThroughClip() {
+    RECT all{0, 0, size_, size_};
+    HRGN clip = CreateRectRgn(0, 0, 0, 0);
+    int hasClip = GetClipRgn(dc_, clip);
+    SelectClipRgn(dc_, nullptr);
+    FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    if (hasClip == 1) SelectClipRgn(dc_, clip);
+    DeleteObject(clip);
+    FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    GdiFlush();
+    int n = 0;
+    for (int i = 0; i < size_ * size_; ++i) n += (pixels_[i] & 0xFFFFFF) == 0;
+    return n;
+  }
+  bool Black(int x, int y) const { return (pixels_[y * size_ + x] & 0xFFFFFF) == 0; }
+
+ private:
+  int size_;
+  HDC dc_;
+  HBITMAP bitmap_;
+  HGDIOBJ old_;
+  uint32_t* pixels_;
+};
+
+inline RgnHandle RegionOf(std::initializer_list<Rect> rects) {
+  RgnHandle result = NewRgn(), piece = NewRgn();
+  for (const Rect& r : rects) {
+    RectRgn(piece, &r);
+    UnionRgn(result, piece, result);
+  }
+  DisposeRgn(piece);
+  return result;
+}
+
+// PtInRgn over [0, size) x [0, size), row by row.
+inline std::vector<bool> Membership(RgnHandle rgn, int size) {
+  std::vector<bool> inside;
+  for (int v = 0; v < size; ++v)
+    for (int h = 0; h < size; ++h) inside.push_back(PtInRgn(Point{SInt16(v), SInt16(h)}, rgn));
+  return inside;
+}
+
+// Makes rgn a mask region of the same pixels (within [0, size) squared):
+// drawn into a Macintosh bitmap pixel by pixel and made a region again.
+inline OSErr ThroughBitmap(RgnHandle rgn, int size) {
+  SInt16 rowBytes = SInt16((size + 15) / 16 * 2);
+  std::vector<UInt8> rows(size_t(rowBytes) * size);
+  std::vector<bool> inside = Membership(rgn, size);
+  for (int i = 0; i < size * size; ++i)
+    if (inside[i]) rows[(i / size) * rowBytes + (i % size) / 8] |= UInt8(0x80 >> (i % size % 8));
+  BitMap bits{reinterpret_cast<Ptr>(rows.data()), rowBytes, Rect{0, 0, SInt16(size), SInt16(size)}};
+  return BitMapToRegion(rgn, &bits);
+}
+
+inline SInt16 RgnSize(RgnHandle rgn) { return (**rgn).rgnSize; }
+inline const Rect& Box(RgnHandle rgn) { return (**rgn).rgnBBox; }
+
+}  // namespace kwe_test
