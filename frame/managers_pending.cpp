@@ -4,72 +4,25 @@
 // Each manager removes its entries here as it takes them over.
 #include <windows.h>
 
-#include <cstring>
-
-#include "frame/host_tables.h"
-#include "frame/low_memory.h"
 #include "frame/subsystems.h"
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::events {
-namespace {
-LRESULT CALLBACK PassKeysOn(int code, WPARAM wParam, LPARAM lParam) {
-  return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-}  // namespace
-
-void StartEventManager() { lowmem::At<SInt16>(lowmem::Slot::SysEvtMask) = SInt16(0xFFEF); }
-
-UInt32 CurrentTicks() {
-  UInt32 ticks = GetTickCount() >> 4;
-  lowmem::Ticks() = ticks;
-  return ticks;
-}
-
-void PumpOnePass(SInt16, UInt32 sleepMilliseconds) {
-  MsgWaitForMultipleObjectsEx(0, nullptr, sleepMilliseconds, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-  MSG msg;
-  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    TranslateMessage(&msg);
-    DispatchMessageA(&msg);
-  }
-}
-
-void ExpirePumpCountdown() {}
-HOOKPROC KeyboardHookProcedure() { return PassKeysOn; }
-
-Boolean KWE_CALL GetNextEventDefault(EventMask, EventRecord* event) {
-  if (event) std::memset(event, 0, sizeof *event);
-  return Unsupported("GetNextEvent", Boolean(false));
-}
-Boolean KWE_CALL WaitNextEventDefault(EventMask, EventRecord* event, UInt32, RgnHandle) {
-  if (event) std::memset(event, 0, sizeof *event);
-  return Unsupported("WaitNextEvent", Boolean(false));
-}
-Boolean KWE_CALL EventAvailDefault(EventMask, EventRecord* event) {
-  if (event) std::memset(event, 0, sizeof *event);
-  return Unsupported("EventAvail", Boolean(false));
-}
-void KWE_CALL SystemTaskDefault() { Unsupported("SystemTask"); }
-Boolean KWE_CALL StillDownDefault() { return Unsupported("StillDown", Boolean(false)); }
-Boolean KWE_CALL WaitMouseUpDefault() { return Unsupported("WaitMouseUp", Boolean(false)); }
-Boolean ButtonWork() { return Unsupported("Button", Boolean(false)); }
-void GetMouseWork(Point* where) {
-  if (where) *where = Point{0, 0};
-  Unsupported("GetMouse");
-}
-}  // namespace kwe::events
-
 namespace kwe::quickdraw {
-void CloseQuickDraw() {}
 void SetCurrentPortSwitch(bool) {}
+void GlobalToCurrentPort(Point*) {}
 void KWE_CALL SetOriginDefault(SInt16, SInt16) { Unsupported("SetOrigin"); }
 void KWE_CALL SetCursorDefault(const Cursor*) { Unsupported("SetCursor"); }
 }  // namespace kwe::quickdraw
 
 namespace kwe::windows {
 void DisposeAllWindows() {}
+// No Toolbox windows yet, so no update or activate event is ever due.
+bool NextUpdateOrActivate(EventMask, EventRecord*, WindowPtr*) { return false; }
+LRESULT NonClientMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
+  return DefWindowProcA(window, msg, wParam, lParam);
+}
+HWND WindowHandleOf(WindowPtr) { return nullptr; }
 void KWE_CALL BeginUpdateDefault(WindowPtr) { Unsupported("BeginUpdate"); }
 void KWE_CALL EndUpdateDefault(WindowPtr) { Unsupported("EndUpdate"); }
 void KWE_CALL InvalRectDefault(const Rect*) { Unsupported("InvalRect"); }
@@ -91,6 +44,12 @@ WindowPtr KWE_CALL FrontWindowDefault() { return Unsupported("FrontWindow", Wind
 
 namespace kwe::dialogs {
 void ResetErrorSound() {}
+bool InModalDialog() { return false; }
+int DialogControlKind(HWND, HWND* dialog) {
+  if (dialog) *dialog = nullptr;
+  return kNotDialogControl;
+}
+bool ControlCommand(HWND, HWND, UINT, Rect*) { return false; }
 void KWE_CALL ModalDialogDefault(ModalFilterProcPtr, SInt16* itemHit) {
   if (itemHit) *itemHit = 0;
   Unsupported("ModalDialog");
@@ -99,6 +58,7 @@ void KWE_CALL ModalDialogDefault(ModalFilterProcPtr, SInt16* itemHit) {
 
 namespace kwe::menus {
 void DestroyAllMenus() {}
+void RecordMenuCommand(UInt32) {}
 void KWE_CALL DrawMenuBarDefault() { Unsupported("DrawMenuBar"); }
 void KWE_CALL HiliteMenuDefault(SInt16) { Unsupported("HiliteMenu"); }
 SInt32 PopUpMenuSelectWork(MenuHandle, SInt16, SInt16, SInt16) {

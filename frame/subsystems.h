@@ -4,6 +4,7 @@
 #pragma once
 #include <windows.h>
 
+#include "Events.h"
 #include "Files.h"
 #include "MacTypes.h"
 
@@ -50,16 +51,45 @@ HOOKPROC KeyboardHookProcedure();
 namespace kwe::quickdraw {
 void CloseQuickDraw();
 void SetCurrentPortSwitch(bool on);
+// GetMouse: a global point into the current port's local coordinates.
+void GlobalToCurrentPort(Point* where);
 }  // namespace kwe::quickdraw
 
 namespace kwe::windows {
 void DisposeAllWindows();
-}
+// The update or activate event the window list calls for now, if any, for
+// the kinds of mask (updateMask, activMask): the pending deactivation, then
+// the pending activation, then the first visible window with an update due.
+// *window is the event's window itself, which a 64-bit message cannot hold.
+bool NextUpdateOrActivate(EventMask mask, EventRecord* event, WindowPtr* window);
+// Mouse presses in a window's frame (KWE_NCMessage).
+LRESULT NonClientMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);
+HWND WindowHandleOf(WindowPtr window);
+}  // namespace kwe::windows
 
 namespace kwe::menus {
 void DestroyAllMenus();
-}
+// WM_COMMAND of a menu or accelerator (0 clears it; 0xFFFF is Quit).
+void RecordMenuCommand(UInt32 command);
+}  // namespace kwe::menus
 
 namespace kwe::dialogs {
 void ResetErrorSound();  // ErrorSound(1)
-}
+bool InModalDialog();
+// The kind of a library dialog's control, as the keyboard hook judges keys.
+enum ControlKind {
+  kNotDialogControl = 0,
+  kEditControl = 1,  // and scroll bars
+  kButtonControl = 2,
+  kUserItemControl = 3,
+  kDefinedControl = 4,
+  kStaticTextControl = 5,
+  kListBoxControl = 6,
+  kComboBoxControl = 7,
+  kOtherControl = -1
+};
+int DialogControlKind(HWND control, HWND* dialog);
+// A control's WM_COMMAND notification: true when it is a click the library
+// posts as mouseDown and mouseUp inside *clickRect (screen coordinates).
+bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRect);
+}  // namespace kwe::dialogs

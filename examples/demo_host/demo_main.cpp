@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "host_shell.h"
 #include "toolbox_tour.h"
@@ -15,6 +16,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   HWND main = StartHost(instance, nullptr);
 
   TourResult tour = RunToolboxTour();
+  PostDemoInput(main);
+  // The event loop's lines go above the patterns' line and its swatches.
+  std::vector<std::string> events = RunEventLoop();
+  tour.lines.insert(tour.lines.end() - 1, events.begin(), events.end());
   for (const std::string& line : tour.lines) std::printf("%s\n", line.c_str());
   SetWindowLines(tour.lines);
   SetWindowPatterns(tour.patterns);

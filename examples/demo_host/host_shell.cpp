@@ -1,5 +1,6 @@
 #include "host_shell.h"
 
+#include "KWEEvents.h"
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
 #include "png_writer.h"
@@ -52,6 +53,23 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     EndPaint(window, &ps);
     return 0;
   }
+  // Input goes to the library's translators, which post Toolbox events for
+  // the application's WaitNextEvent loop.
+  if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+      (message >= WM_NCMOUSEMOVE && message <= WM_NCMBUTTONDBLCLK) || message == WM_SETCURSOR)
+    return KWE_EventMouse(window, message, wParam, lParam);
+  if (message >= WM_KEYFIRST && message <= WM_KEYLAST) {
+    KWE_EventKey(window, message, wParam, lParam);
+    // Alt+F4 and the other system keys keep working.
+    if (message == WM_SYSKEYDOWN || message == WM_SYSKEYUP || message == WM_SYSCHAR)
+      return DefWindowProcA(window, message, wParam, lParam);
+    return 0;
+  }
+  if (message == WM_COMMAND) {
+    KWE_EventCommand(window, message, wParam, reinterpret_cast<HWND>(lParam));
+    return 0;
+  }
+  if (message == WM_ACTIVATEAPP) KWE_ActivateApp(wParam != 0);
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
@@ -78,7 +96,7 @@ void RegisterClasses(HINSTANCE instance) {
 HWND StartHost(HINSTANCE instance, const char* commandLine) {
   RegisterClasses(instance);
   HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 40, 780,
-                            520, nullptr, nullptr, instance, nullptr);
+                            600, nullptr, nullptr, instance, nullptr);
   KWESessionRecord session{};
   session.size = sizeof session;
   session.instance = instance;
@@ -99,6 +117,15 @@ void EndHost(HWND mainWindow) {
 
 void SetWindowLines(const std::vector<std::string>& lines) { g_lines = lines; }
 void SetWindowPatterns(const std::vector<Pattern>& patterns) { g_patterns = patterns; }
+
+void PostDemoInput(HWND mainWindow) {
+  PostMessageA(mainWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(120, 40));
+  PostMessageA(mainWindow, WM_LBUTTONUP, 0, MAKELPARAM(120, 40));
+  // Key-downs only: the pump's TranslateMessage makes each one's WM_CHAR.
+  PostMessageA(mainWindow, WM_KEYDOWN, 'H', 0x00230001);
+  PostMessageA(mainWindow, WM_KEYDOWN, 'I', 0x00170001);
+  PostMessageA(mainWindow, WM_KEYDOWN, VK_ESCAPE, 0x00010001);
+}
 
 void PumpFor(DWORD milliseconds) {
   DWORD start = GetTickCount();

@@ -18,6 +18,10 @@ void EndHost(HWND mainWindow);
 void SetWindowLines(const std::vector<std::string>& lines);
 void SetWindowPatterns(const std::vector<Pattern>& patterns);
 
+// Posts what a user would do to the main window: a click in it, the keys H
+// and I, and Escape, which ends the tour's event loop.
+void PostDemoInput(HWND mainWindow);
+
 // Dispatches pending messages for about milliseconds.
 void PumpFor(DWORD milliseconds);
 

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "Events.h"
 #include "Files.h"
 #include "Gestalt.h"
 #include "Memory.h"
@@ -143,7 +144,51 @@ void ReadOwnResources(std::vector<std::string>& lines, std::vector<Pattern>& pat
                        " ('PAT#' 0 item %ld):", 3));
 }
 
+std::string Described(const EventRecord& e, bool& quit) {
+  switch (e.what) {
+    case mouseDown:
+      return Line(" mouseDown at h %ld, v %ld;", e.where.h, e.where.v);
+    case mouseUp:
+      return " mouseUp;";
+    case keyDown:
+    case autoKey: {
+      char c = static_cast<char>(e.message & charCodeMask);
+      if (c == 0x1B) {
+        quit = true;
+        return " Escape (quit)";
+      }
+      return std::string(" keyDown '") + c + "'" + Line(" (key code 0x%02lX);", (e.message & keyCodeMask) >> 8);
+    }
+    case osEvt:
+      return Line(" osEvt 0x%08lX;", long(e.message));
+    default:
+      return Line(" event %ld;", e.what);
+  }
+}
+
 }  // namespace
+
+std::vector<std::string> RunEventLoop() {
+  std::vector<std::string> lines{"WaitNextEvent saw:"};
+  UInt32 start = TickCount();
+  int nulls = 0, onLine = 0;
+  bool quit = false;
+  while (!quit && TickCount() - start < 5 * 1000 / 16) {
+    EventRecord e;
+    if (!WaitNextEvent(everyEvent, &e, 30, nullptr)) {
+      ++nulls;
+      continue;
+    }
+    if (onLine++ == 3) {
+      lines.push_back("   ");
+      onLine = 1;
+    }
+    lines.back() += Described(e, quit);
+  }
+  lines.push_back(Line("(%ld null events while it waited; ", nulls) +
+                  (quit ? "it ended on the Escape key)" : "no Escape key came)"));
+  return lines;
+}
 
 TourResult RunToolboxTour() {
   TourResult result;

@@ -12,3 +12,7 @@ struct TourResult {
 };
 
 TourResult RunToolboxTour();
+
+// A WaitNextEvent loop, as the application's main loop runs, until Escape
+// (or five seconds without it); one line telling the events it saw.
+std::vector<std::string> RunEventLoop();
