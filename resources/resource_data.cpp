@@ -19,9 +19,13 @@ namespace {
 constexpr ResType kCursorType = 0x43555253;        // 'CURS'
 constexpr ResType kColourCursorType = 0x63727372;  // 'crsr'
 
+bool SeekDos(SInt16 refNum, uint64_t position) {
+  return position <= 0x7FFFFFFF &&
+         files::SeekSlot(refNum, SInt32(position), 0) == SInt32(position);
+}
+
 bool Seek(const ResourceFile& file, uint32_t position) {
-  uint64_t at = uint64_t(file.base) + position;
-  return at <= 0x7FFFFFFF && files::SeekSlot(file.refNum, SInt32(at), 0) == SInt32(at);
+  return SeekDos(file.refNum, uint64_t(file.base) + position);
 }
 
 ResType TypeAt(ResourceFile& file, ReferencePlace place) {
@@ -37,6 +41,16 @@ void DropHandle(ResourceFile& file, ReferencePlace place) {
 }
 
 }  // namespace
+
+bool ReadDosAt(SInt16 refNum, uint64_t position, void* buffer, size_t count) {
+  return SeekDos(refNum, position) &&
+         files::ReadSlot(refNum, buffer, SInt32(count)) == SInt32(count);
+}
+
+bool WriteDosAt(SInt16 refNum, uint64_t position, const void* bytes, size_t count) {
+  return SeekDos(refNum, position) &&
+         (count == 0 || files::WriteSlot(refNum, bytes, SInt32(count)) == SInt32(count));
+}
 
 SInt32 StoredDataLength(ResourceFile& file, const Reference& ref) {
   uint8_t bytes[4];

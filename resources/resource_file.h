@@ -61,7 +61,8 @@ void EnterFile(std::unique_ptr<ResourceFile> file, size_t chainPosition);
 size_t ForgetFile(ResourceFile* file);
 void ForgetAllFiles();
 
-// Keeps the current file over a call that works on another, and restores it.
+// Keeps the current file over a call that works on another (file, when
+// given, is current meanwhile) and restores it if it is still open.
 class CurrentFileScope {
  public:
   explicit CurrentFileScope(ResourceFile* file);

@@ -134,21 +134,17 @@ KWE_API void KWE_CALL HCreateResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Pa
 KWE_API void KWE_CALL CloseResFile(SInt16 refNum) {
   ResourceFile* file = FileForCall(refNum);
   if (!file) return;
-  ResourceFile* current = CurrentFile();
-  int currentSlot = current && current != file ? current->slot : -1;
-  CloseResourceFile(*file);
   // The current file stays; when it was the one closed, the next older one
-  // (already chosen when it left the chain) takes over.
-  if (FileInSlot(currentSlot)) MakeCurrent(FileInSlot(currentSlot));
+  // (chosen when it left the chain) takes over.
+  CurrentFileScope keepCurrent(nullptr);
+  CloseResourceFile(*file);
 }
 
 KWE_API void KWE_CALL UpdateResFile(SInt16 refNum) {
   ResourceFile* file = FileForCall(refNum);
   if (!file) return;
-  ResourceFile* current = CurrentFile();
-  int currentSlot = current ? current->slot : -1;
+  CurrentFileScope keepCurrent(nullptr);
   WriteBackMap(*file, true);
-  if (FileInSlot(currentSlot)) MakeCurrent(FileInSlot(currentSlot));
 }
 
 KWE_API void KWE_CALL UseResFile(SInt16 refNum) {

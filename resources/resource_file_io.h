@@ -4,6 +4,7 @@
 // Every failure leaves ResErr set and the file on disk as it was.
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,11 @@ struct ReopenWish {
   size_t chainPosition = 0;
   std::vector<Handle> handles;
 };
+
+// Reads or writes count bytes at a position of the DOS file behind refNum
+// (base offsets already added); false on a failed seek or a short transfer.
+bool ReadDosAt(SInt16 refNum, uint64_t position, void* buffer, size_t count);
+bool WriteDosAt(SInt16 refNum, uint64_t position, const void* bytes, size_t count);
 
 // The file's reference number, or -1 with ResErr set. A path already open
 // gives that file, made current.

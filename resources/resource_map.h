@@ -119,10 +119,6 @@ class ResourceMap {
 
   ReferencePlace Add(ResType type, const Reference& ref);
 
-  // Map bytes 16-23 (next-map handle, file reference number, attributes):
-  // kept from the file and written back as they were.
-  const uint8_t* KeptWords() const { return kept_; }
-  uint16_t TypeListOffset() const { return typeListOffset_; }
 
  private:
   struct LiveTotals {
@@ -136,6 +132,8 @@ class ResourceMap {
   // Packs the names of the live references, dropping the others.
   void CompactNames();
 
+  // Map bytes 16-23 (next-map handle, file reference number, attributes):
+  // kept from the file and written back as they were.
   uint8_t kept_[8] = {};
   uint16_t typeListOffset_ = kMapHeaderSize;
   std::vector<ResourceTypeEntry> types_;

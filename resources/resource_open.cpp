@@ -21,15 +21,10 @@ constexpr int16_t kSysValueSystemFileBase = 10;
 constexpr int16_t kSysValueApplicationFileBase = 11;
 constexpr SInt32 kEmbeddedFileLength = 512;
 
-bool ReadAt(SInt16 refNum, uint32_t position, void* buffer, uint32_t count) {
-  if (files::SeekSlot(refNum, SInt32(position), 0) != SInt32(position)) return false;
-  return files::ReadSlot(refNum, buffer, SInt32(count)) == SInt32(count);
-}
-
 // The header and the map, checked. noErr, ioErr (short header) or mapReadErr.
 OSErr ReadHeaderAndMap(ResourceFile& file, SInt32 fileLength) {
   if (fileLength < SInt32(kShortestFile)) return mapReadErr;
-  if (!ReadAt(file.refNum, file.base, file.header, kHeaderSize)) return ioErr;
+  if (!ReadDosAt(file.refNum, file.base, file.header, kHeaderSize)) return ioErr;
   FileHeader header = ReadFileHeader(file.header);
   uint64_t length = uint64_t(fileLength);
   if (file.embedded) {
@@ -42,7 +37,7 @@ OSErr ReadHeaderAndMap(ResourceFile& file, SInt32 fileLength) {
   if (!HeaderIsSound(header, length)) return mapReadErr;
   try {
     std::vector<uint8_t> map(header.mapLength);
-    if (!ReadAt(file.refNum, file.base + header.mapOffset, map.data(), header.mapLength))
+    if (!ReadDosAt(file.refNum, file.base + header.mapOffset, map.data(), header.mapLength))
       return mapReadErr;
     if (!file.map.Parse(map.data(), map.size())) return mapReadErr;
   } catch (const std::bad_alloc&) {

@@ -23,28 +23,17 @@ namespace {
 
 constexpr Size kScratchSize = 0x7000;
 
-bool WriteAt(SInt16 refNum, uint32_t position, const void* bytes, size_t count) {
-  if (files::SeekSlot(refNum, SInt32(position), 0) != SInt32(position)) return false;
-  return count == 0 ||
-         files::WriteSlot(refNum, bytes, SInt32(count)) == SInt32(count);
-}
-
-bool ReadAt(SInt16 refNum, uint32_t position, void* bytes, size_t count) {
-  if (files::SeekSlot(refNum, SInt32(position), 0) != SInt32(position)) return false;
-  return files::ReadSlot(refNum, bytes, SInt32(count)) == SInt32(count);
-}
-
 // The header as it stands, with its first 16 bytes describing the new layout;
 // the other 240 bytes are kept as found.
 bool WriteHeaderAndMap(ResourceFile& file, SInt16 target, uint32_t targetBase,
                        uint32_t dataLength, const std::vector<uint8_t>& map) {
   uint8_t header[kHeaderSize];
   std::memcpy(header, file.header, kHeaderSize);
-  ReadAt(file.refNum, file.base, header, kHeaderSize);
+  ReadDosAt(file.refNum, file.base, header, kHeaderSize);
   WriteFileHeader(PackedHeader(dataLength, uint32_t(map.size())), header);
   // The map first: until the header points at it, the old map still rules.
-  if (!WriteAt(target, targetBase + kHeaderSize + dataLength, map.data(), map.size()) ||
-      !WriteAt(target, targetBase, header, kHeaderSize))
+  if (!WriteDosAt(target, targetBase + kHeaderSize + dataLength, map.data(), map.size()) ||
+      !WriteDosAt(target, targetBase, header, kHeaderSize))
     return false;
   std::memcpy(file.header, header, kHeaderSize);
   return true;
@@ -90,14 +79,14 @@ bool CopyLiveBlocks(ResourceFile& file, SInt16 target, Handle scratch,
     SInt32 length = StoredDataLength(file, probe);
     if (length < 0 || uint64_t(next) + 4 + uint64_t(length) > kLargestDataOffset) return false;
     uint8_t lengthBytes[4];
-    if (!ReadAt(file.refNum, file.base + kHeaderSize + offset, lengthBytes, 4) ||
-        !WriteAt(target, kHeaderSize + next, lengthBytes, 4))
+    if (!ReadDosAt(file.refNum, file.base + kHeaderSize + offset, lengthBytes, 4) ||
+        !WriteDosAt(target, kHeaderSize + next, lengthBytes, 4))
       return false;
     for (SInt32 done = 0; done < length;) {
       SInt32 piece = std::min<SInt32>(length - done, kScratchSize);
-      if (!ReadAt(file.refNum, file.base + kHeaderSize + offset + 4 + uint32_t(done), *scratch,
+      if (!ReadDosAt(file.refNum, file.base + kHeaderSize + offset + 4 + uint32_t(done), *scratch,
                   size_t(piece)) ||
-          !WriteAt(target, kHeaderSize + next + 4 + uint32_t(done), *scratch, size_t(piece)))
+          !WriteDosAt(target, kHeaderSize + next + 4 + uint32_t(done), *scratch, size_t(piece)))
         return false;
       done += piece;
     }
@@ -106,7 +95,7 @@ bool CopyLiveBlocks(ResourceFile& file, SInt16 target, Handle scratch,
   }
   if (blockless) {
     const uint8_t zero[4] = {};
-    if (!WriteAt(target, kHeaderSize + next, zero, 4)) return false;
+    if (!WriteDosAt(target, kHeaderSize + next, zero, 4)) return false;
     *emptyBlock = next;
     next += 4;
   }
