@@ -13,6 +13,7 @@
 
 #include "Files.h"
 #include "bench_support.h"
+#include "support/temp_tree.h"
 
 namespace {
 
@@ -28,23 +29,6 @@ struct PascalName {
 };
 
 std::string g_dir;
-
-void RemoveTree(const std::string& directory) {
-  WIN32_FIND_DATAA data;
-  HANDLE find = FindFirstFileA((directory + "*").c_str(), &data);
-  if (find != INVALID_HANDLE_VALUE) {
-    do {
-      std::string name = data.cFileName;
-      if (name == "." || name == "..") continue;
-      if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-        RemoveTree(directory + name + "\\");
-      else
-        DeleteFileA((directory + name).c_str());
-    } while (FindNextFileA(find, &data));
-    FindClose(find);
-  }
-  RemoveDirectoryA(directory.c_str());
-}
 
 // --- 64 MB in pieces ---
 
@@ -199,7 +183,7 @@ void Opens() {
     char what[80];
     std::snprintf(what, sizeof what, "spec+open+close, %d files in dir (us/file)", counts[i]);
     kwe_bench::PrintRatio(what, lib[i] * 1e6, raw[i] * 1e6, "us");
-    RemoveTree(g_dir + "n" + std::to_string(counts[i]) + "\\");
+    kwe_test::RemoveTree(g_dir + "n" + std::to_string(counts[i]) + "\\");
   }
 }
 
@@ -218,6 +202,6 @@ int main() {
     Opens();
     SetCurrentDirectoryA(temp);
   }  // the session and its open files end before the files are removed
-  RemoveTree(g_dir);
+  kwe_test::RemoveTree(g_dir);
   return 0;
 }

@@ -201,6 +201,17 @@ TEST_F(FilesCatalogEnumeration, IndexesWalkTheDirectoryWithoutDotEntries) {
   pb.hFileInfo.ioResult = 1;
   EXPECT_EQ(PBGetCatInfo(&pb, false), fnfErr);
   EXPECT_EQ(pb.hFileInfo.ioResult, fnfErr);
+
+  // Missing directories and volumes; a directory that was named but never
+  // existed has no entries.
+  pb.hFileInfo.ioDirID = 0x12345;
+  pb.hFileInfo.ioFDirIndex = 1;
+  EXPECT_EQ(PBGetCatInfo(&pb, false), fnfErr);
+  pb.hFileInfo.ioDirID = KWE_DirIDFromPath(At("ghost").c_str(), nullptr, nullptr);
+  EXPECT_EQ(PBGetCatInfo(&pb, false), fnfErr);
+  pb.hFileInfo.ioDirID = 0;
+  pb.hFileInfo.ioVRefNum = SInt16(0x8000 | 3000);
+  EXPECT_EQ(PBGetCatInfo(&pb, false), nsvErr);
 }
 
 TEST_F(FilesCatalogEnumeration, FilesCarryTheirLengthAndType) {
@@ -240,20 +251,6 @@ TEST_F(FilesCatalogEnumeration, FilesCarryTheirLengthAndType) {
   EXPECT_EQ(Text(name), "Sub");
   EXPECT_EQ(pb.hFileInfo.ioFlAttrib & 0x10, 0x10);
   EXPECT_EQ(pb.dirInfo.ioDrParID, DirID());
-}
-
-TEST_F(FilesCatalogEnumeration, MissingDirectoriesAndVolumes) {
-  CInfoPBRec pb{};
-  pb.hFileInfo.ioDirID = 0x12345;
-  pb.hFileInfo.ioFDirIndex = 1;
-  EXPECT_EQ(PBGetCatInfo(&pb, false), fnfErr);
-  pb.hFileInfo.ioDirID = 0;
-  pb.hFileInfo.ioVRefNum = SInt16(0x8000 | 3000);
-  EXPECT_EQ(PBGetCatInfo(&pb, false), nsvErr);
-  // A directory that was named but never existed has no entries.
-  SInt32 ghost = KWE_DirIDFromPath(At("ghost").c_str(), nullptr, nullptr);
-  pb.hFileInfo.ioDirID = ghost;
-  EXPECT_EQ(PBGetCatInfo(&pb, false), fnfErr);
 }
 
 class FilesCatalogWithDirectoryIDs : public FilesCatalogEnumeration {

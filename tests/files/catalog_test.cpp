@@ -21,7 +21,7 @@ using kwe_test::WriteRaw;
 
 using FilesCatalog = kwe_test::FilesTest;
 
-TEST_F(FilesCatalog, CreateMakesAnEmptyFileOnce) {
+TEST_F(FilesCatalog, CreateMakesAnEmptyFileOnceAndRefusalsMakeNothing) {
   EXPECT_EQ(Create(P("one.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
   EXPECT_EQ(ReadRaw(At("one.txt")), "");
   WriteRaw(At("one.txt"), "kept");
@@ -39,9 +39,8 @@ TEST_F(FilesCatalog, CreateMakesAnEmptyFileOnce) {
   plain.ioParam.ioNamePtr = Keep("four.txt");
   EXPECT_EQ(PBCreate(&plain, false), noErr);
   EXPECT_EQ(Listing(Dir()), "four.txt one.txt three.txt two.txt");
-}
 
-TEST_F(FilesCatalog, CreateRefusalsMakeNothing) {
+  // Refusals make nothing.
   struct Case {
     std::string name;
     OSErr err;
@@ -54,7 +53,7 @@ TEST_F(FilesCatalog, CreateRefusalsMakeNothing) {
   EXPECT_EQ(HCreate(0, 0x12345, P("x.txt"), 0, 0), fnfErr);
   EXPECT_EQ(Create(P("x.txt"), -26, 0, 0), nsvErr);
   EXPECT_EQ(FSpCreate(nullptr, 0, 0, 0), paramErr);
-  EXPECT_EQ(Listing(Dir()), "");
+  EXPECT_EQ(Listing(Dir()), "four.txt one.txt three.txt two.txt");
 }
 
 TEST_F(FilesCatalog, DeleteRefusesOpenAndLockedFiles) {
@@ -129,7 +128,7 @@ TEST_F(FilesCatalog, DirCreateGivesTheNewDirectoryItsID) {
   EXPECT_EQ(Listing(Dir()), "New");
 }
 
-TEST_F(FilesCatalog, ExchangeSwapsContentsAndOpenFilesFollow) {
+TEST_F(FilesCatalog, ExchangeSwapsContentsOpenFilesFollowAndMissingFilesChangeNothing) {
   WriteRaw(At("A.txt"), "first");
   WriteRaw(At("B.txt"), "second");
   WriteRaw(At("A.aaa"), "squatter");
@@ -152,20 +151,16 @@ TEST_F(FilesCatalog, ExchangeSwapsContentsAndOpenFilesFollow) {
   EXPECT_EQ(FSRead(ref, &count, rest), noErr);
   EXPECT_EQ(std::string(rest, 4), "irst");
   FSClose(ref);
-}
 
-TEST_F(FilesCatalog, ExchangeWithAMissingFileChangesNothing) {
-  WriteRaw(At("A.txt"), "first");
-  FSSpec a, missing;
-  FSMakeFSSpec(0, 0, P("A.txt"), &a);
+  // With a missing file nothing changes.
+  FSSpec missing, bad = a;
   FSMakeFSSpec(0, 0, P("none.txt"), &missing);
+  bad.parID = 0x12345;
   EXPECT_EQ(FSpExchangeFiles(&missing, &a), fnfErr);
   EXPECT_EQ(FSpExchangeFiles(&a, &missing), paramErr);
-  EXPECT_EQ(Listing(Dir()), "A.txt");
-  EXPECT_EQ(ReadRaw(At("A.txt")), "first");
-  FSSpec bad = a;
-  bad.parID = 0x12345;
   EXPECT_EQ(FSpExchangeFiles(&a, &bad), fnfErr);
+  EXPECT_EQ(Listing(Dir()), "A.aaa A.txt B.txt");
+  EXPECT_EQ(ReadRaw(At("A.txt")), "second");
 }
 
 }  // namespace

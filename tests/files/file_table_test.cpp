@@ -123,21 +123,6 @@ TEST_F(FilesTable, EveryOpenFormReachesTheSameFile) {
   }
 }
 
-TEST_F(FilesTable, ClosingBadReferenceNumbers) {
-  EXPECT_EQ(FSClose(0), fnOpnErr);
-  for (SInt16 bad : {1, 2, 63, 64, -1, 500}) EXPECT_EQ(FSClose(bad), ioErr) << bad;
-  WriteRaw(At("c.txt"), "x");
-  SInt16 ref = 0;
-  ASSERT_EQ(HOpen(0, 0, P("c.txt"), fsRdPerm, &ref), noErr);
-  ParamBlockRec pb{};
-  pb.ioParam.ioRefNum = ref;
-  EXPECT_EQ(PBClose(&pb, false), noErr);
-  EXPECT_EQ(PBClose(&pb, false), ioErr);
-  EXPECT_EQ(pb.ioParam.ioResult, ioErr);
-  pb.ioParam.ioRefNum = 0;
-  EXPECT_EQ(PBClose(&pb, false), fnOpnErr);
-}
-
 TEST_F(FilesTable, ParkedFilesReopenAtTheirPlace) {
   WriteRaw(At("p.txt"), "abcdefgh");
   OSErr err = 1;

@@ -6,6 +6,8 @@
 #include <deque>
 #include <vector>
 
+#include "support/temp_tree.h"
+
 namespace kwe_test {
 
 P::P(const std::string& text) {
@@ -86,30 +88,6 @@ std::string Listing(const std::string& directory) {
   for (const std::string& n : names) out += (out.empty() ? "" : " ") + n;
   return out;
 }
-
-namespace {
-
-void RemoveTree(const std::string& directory) {
-  WIN32_FIND_DATAA data;
-  HANDLE find = FindFirstFileA((directory + "*").c_str(), &data);
-  if (find != INVALID_HANDLE_VALUE) {
-    do {
-      std::string name = data.cFileName;
-      if (name == "." || name == "..") continue;
-      std::string path = directory + name;
-      if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-        RemoveTree(path + "\\");
-      } else {
-        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        DeleteFileA(path.c_str());
-      }
-    } while (FindNextFileA(find, &data));
-    FindClose(find);
-  }
-  RemoveDirectoryA(directory.c_str());
-}
-
-}  // namespace
 
 void FilesTest::SetUp() {
   SessionTest::SetUp();

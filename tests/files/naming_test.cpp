@@ -64,12 +64,6 @@ TEST_F(FilesNaming, VolumesAreTheDrivesInLetterOrderWithAAndBAlwaysCounted) {
   }
 }
 
-TEST_F(FilesNaming, StartupGlobalsNameTheVolumeOfTheStartingDirectory) {
-  SInt16 expected = ExpectedDriveVolume(StartDirectory()[0]);
-  EXPECT_EQ(vars.CurrentVolume, expected);
-  EXPECT_EQ(vars.SFSaveDisk, -expected);
-}
-
 TEST_F(FilesNaming, WorkingDirectoriesAreNumberedFrom0x8001AndFoundWithoutRegardToCase) {
   CreateDirectoryA(At("Sub").c_str(), nullptr);
   SInt16 v1 = 0, wd1 = 0, v2 = 0, wd2 = 0, v3 = 0, wd3 = 0;
@@ -89,69 +83,56 @@ TEST_F(FilesNaming, WorkingDirectoriesAreNumberedFrom0x8001AndFoundWithoutRegard
   EXPECT_EQ(v2, v1);
 }
 
+// Unknown directories and volumes give an empty path and their error.
 TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
   CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr);
   SInt16 subWD = 0;
-  KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
+  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
   SInt16 volume = ExpectedDriveVolume(Dir()[0]);
-  std::string bare = Dir().substr(0, Dir().size() - 1);
-  struct Case {
-    SInt32 dirID;
-    SInt16 vRefNum;
-    std::string name;
-    std::string path;
-  } cases[] = {
-      {sub, 0, "F.TXT", At("Sub\\F.TXT")},
-      {sub, volume, "", At("Sub")},
-      {0, subWD, "F.TXT", At("Sub\\F.TXT")},
-      {0, 0, "F.TXT", At("F.TXT")},
-      {0, 0, "", bare},
-      {2, volume, "", Dir().substr(0, 3)},
-      {sub, 0, "C:\\DIR\\F.TXT", "C:\\DIR\\F.TXT"},
-      {0, 0, "C:\\\\DIR\\\\\\F", "C:\\DIR\\F"},
-      {0, 0, "C:\\", "C:\\"},
-  };
-  for (const Case& c : cases) {
-    OSErr err;
-    EXPECT_EQ(HFSpec(c.dirID, c.vRefNum, c.name, &err), c.path) << c.name;
-    EXPECT_EQ(err, noErr) << c.name;
-  }
-  char path[MAX_PATH];
-  EXPECT_EQ(KWE_FSpec(subWD, P("G"), path), noErr);
-  EXPECT_EQ(std::string(path), At("Sub\\G"));
-  // The full name made a record for its directory.
-  SInt16 wd = 0;
-  EXPECT_NE(KWE_DirIDFromPath("c:\\dir", nullptr, &wd), 0);
-  EXPECT_LT(wd, 0);
-}
-
-TEST_F(FilesNaming, UnknownDirectoriesAndVolumesGiveAnEmptyPath) {
   std::string absent = std::string(1, AbsentDriveLetter()) + ":\\F.TXT";
   struct Case {
     SInt32 dirID;
     SInt16 vRefNum;
     std::string name;
+    std::string path;
     OSErr err;
   } cases[] = {
-      {0x12345, 0, "F", fnfErr},                // a made-up directory ID
-      {0, SInt16(0x8000 | 4000), "F", fnfErr},  // a working directory never made
-      {2, -26, "F", nsvErr},                    // a volume position past the table
-      {0, 0, absent, nsvErr},                   // a drive Windows does not have
+      {sub, 0, "F.TXT", At("Sub\\F.TXT"), noErr},
+      {sub, volume, "", At("Sub"), noErr},
+      {0, subWD, "F.TXT", At("Sub\\F.TXT"), noErr},
+      {0, 0, "F.TXT", At("F.TXT"), noErr},
+      {0, 0, "", Dir().substr(0, Dir().size() - 1), noErr},
+      {2, volume, "", Dir().substr(0, 3), noErr},
+      {sub, 0, "C:\\DIR\\F.TXT", "C:\\DIR\\F.TXT", noErr},
+      {0, 0, "C:\\\\DIR\\\\\\F", "C:\\DIR\\F", noErr},
+      {0, 0, "C:\\", "C:\\", noErr},
+      {0x12345, 0, "F", "", fnfErr},                // a made-up directory ID
+      {0, SInt16(0x8000 | 4000), "F", "", fnfErr},  // a working directory never made
+      {2, -26, "F", "", nsvErr},                    // a volume position past the table
+      {0, 0, absent, "", nsvErr},                   // a drive Windows does not have
   };
   for (const Case& c : cases) {
     OSErr err;
-    EXPECT_EQ(HFSpec(c.dirID, c.vRefNum, c.name, &err), "") << c.name;
+    EXPECT_EQ(HFSpec(c.dirID, c.vRefNum, c.name, &err), c.path) << c.name;
     EXPECT_EQ(err, c.err) << c.name;
   }
   EXPECT_EQ(KWE_HFSpec(0, 0, P("F"), nullptr), paramErr);
+  char path[MAX_PATH];
+  EXPECT_EQ(KWE_FSpec(subWD, P("G"), path), noErr);
+  EXPECT_EQ(std::string(path), At("Sub\\G"));
+  // The full name made a record for its directory; one too long makes none.
+  SInt16 wd = 0;
+  EXPECT_NE(KWE_DirIDFromPath("c:\\dir", nullptr, &wd), 0);
+  EXPECT_LT(wd, 0);
   std::string tooLong = "C:\\" + std::string(300, 'd') + "\\";
-  SInt16 v = 0, wd = 0;
-  EXPECT_EQ(KWE_DirIDFromPath(tooLong.c_str(), &v, &wd), 0);
+  EXPECT_EQ(KWE_DirIDFromPath(tooLong.c_str(), nullptr, &wd), 0);
   EXPECT_EQ(wd, kNoVolume);
 }
 
-TEST_F(FilesNaming, CurDirvRefNumMovesCurDirStore) {
+TEST_F(FilesNaming, StartupGlobalsAndCurDirvRefNumMovingCurDirStore) {
+  SInt16 expected = ExpectedDriveVolume(StartDirectory()[0]);
+  EXPECT_EQ(vars.CurrentVolume, expected);
+  EXPECT_EQ(vars.SFSaveDisk, -expected);
   SInt16 number = KWE_CurDirvRefNum(nullptr);
   EXPECT_EQ(number, WDRefNum());
   EXPECT_EQ(vars.CurDirStore, DirID());
@@ -258,74 +239,65 @@ TEST_F(FilesNaming, OpenWDAndGetWDInfoDescribeWorkingDirectories) {
   EXPECT_EQ(GetWDInfo(WDRefNum(), &vRefNum, &dirID, &procID), noErr);
   EXPECT_EQ(dirID, DirID());
   EXPECT_EQ(vRefNum, ExpectedDriveVolume(Dir()[0]));
-}
 
-TEST_F(FilesNaming, PBOpenWDJoinsANameThatMustBeAnExistingDirectory) {
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
+  // PBOpenWD joins a name that must be an existing directory.
   WriteRaw(At("plain.txt"), "x");
-  WDPBRec pb{};
-  pb.ioVRefNum = WDRefNum();
-  pb.ioNamePtr = Keep("Sub");
-  EXPECT_EQ(PBOpenWD(&pb, false), noErr);
-  EXPECT_EQ(pb.ioWDDirID, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr));
-  SInt16 subWD = 0;
-  KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
-  EXPECT_EQ(pb.ioVRefNum, subWD);
-  for (const char* bad : {"Missing", "plain.txt"}) {
-    WDPBRec b{};
-    b.ioVRefNum = WDRefNum();
-    b.ioNamePtr = kwe_test::Keep(bad);
-    EXPECT_EQ(PBOpenWD(&b, false), dirNFErr) << bad;
-    EXPECT_EQ(b.ioResult, dirNFErr);
+  for (const char* name : {"Sub", "Missing", "plain.txt"}) {
+    WDPBRec open{};
+    open.ioVRefNum = WDRefNum();
+    open.ioNamePtr = Keep(name);
+    open.ioResult = 1;
+    const OSErr expected = name == std::string("Sub") ? OSErr(noErr) : OSErr(dirNFErr);
+    EXPECT_EQ(PBOpenWD(&open, false), expected) << name;
+    EXPECT_EQ(open.ioResult, expected) << name;
   }
+  SInt16 subWD = 0;
+  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
+  WDPBRec open{};
+  open.ioVRefNum = WDRefNum();
+  open.ioNamePtr = Keep("Sub");
+  EXPECT_EQ(PBOpenWD(&open, false), noErr);
+  EXPECT_EQ(open.ioWDDirID, sub);
+  EXPECT_EQ(open.ioVRefNum, subWD);
 }
 
-TEST_F(FilesNaming, GetVolNamesTheDriveRootOfTheCurrentDirectory) {
+// GetVol names the drive root of the current directory; SetVol and HSetVol
+// move Windows' current directory, and refuse bad names leaving it alone.
+TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
   Str255 name;
   SInt16 vRefNum = 0;
-  EXPECT_EQ(GetVol(name, &vRefNum), noErr);
-  EXPECT_EQ(vRefNum, WDRefNum());
-  EXPECT_EQ(Text(name), Dir().substr(0, 3));
   SInt32 dirID = 0;
   EXPECT_EQ(HGetVol(name, &vRefNum, &dirID), noErr);
+  EXPECT_EQ(vRefNum, WDRefNum());
   EXPECT_EQ(Text(name), Dir().substr(0, 3));
   EXPECT_EQ(dirID, DirID());
-  WDPBRec pb{};
-  pb.ioNamePtr = name;
-  EXPECT_EQ(PBHGetVol(&pb, false), noErr);
-  EXPECT_EQ(pb.ioWDDirID, DirID());
-  EXPECT_EQ(pb.ioWDVRefNum, ExpectedDriveVolume(Dir()[0]));
-}
+  WDPBRec wd{};
+  wd.ioNamePtr = name;
+  EXPECT_EQ(PBHGetVol(&wd, false), noErr);
+  EXPECT_EQ(wd.ioWDDirID, DirID());
+  EXPECT_EQ(wd.ioWDVRefNum, ExpectedDriveVolume(Dir()[0]));
 
-TEST_F(FilesNaming, SetVolRefusesBadNamesAndLeavesWindowsWhereItWas) {
-  for (const char* bad : {"ABCD", "AB", "C:X", ":"}) {
-    EXPECT_EQ(SetVol(P(bad), 0), nsvErr) << bad;
-    EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir()) << bad;
-  }
+  for (const char* bad : {"ABCD", "AB", "C:X", ":"}) EXPECT_EQ(SetVol(P(bad), 0), nsvErr) << bad;
   EXPECT_EQ(SetVol(nullptr, SInt16(0x8000 | 3000)), nsvErr);
   EXPECT_EQ(HSetVol(nullptr, 0, 0x12345), nsvErr);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
-}
 
-TEST_F(FilesNaming, SetVolAndHSetVolMoveWindowsCurrentDirectory) {
   CreateDirectoryA(At("Sub").c_str(), nullptr);
   SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr);
   EXPECT_EQ(HSetVol(nullptr, 0, sub), noErr);
   EXPECT_EQ(WindowsCurrentDirectory(), At("Sub"));
   EXPECT_EQ(vars.CurDirStore, sub);
-
   EXPECT_EQ(SetVol(nullptr, WDRefNum()), noErr);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
-
   ParamBlockRec pb{};
   pb.ioParam.ioNamePtr = Keep("C:");
   pb.ioParam.ioResult = 1;
   EXPECT_EQ(PBSetVol(&pb, false), noErr);
   EXPECT_EQ(pb.ioParam.ioResult, noErr);
   EXPECT_EQ(WindowsCurrentDirectory(), "C:\\");
-  SInt16 vRefNum = 0;
-  EXPECT_EQ(GetVol(nullptr, &vRefNum), noErr);
+  EXPECT_EQ(GetVol(name, &vRefNum), noErr);
   EXPECT_EQ(vRefNum, -3);
+  EXPECT_EQ(Text(name), "C:\\");
 }
 
 TEST_F(FilesNaming, FindFolderMapsSpecialFoldersOnWindowsDirectories) {
@@ -416,10 +388,6 @@ TEST_F(FilesReply, ARememberedChoiceGivesItsFilterTypeToThatName) {
   EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
   EXPECT_EQ(info.fdCreator, 0x3F3F3F3Fu);
 }
-
-}  // namespace
-
-namespace {
 
 // Names cross into Windows through the character tables: Macintosh e acute
 // (0x8E) is ANSI 0xE9 on disk, and comes back as 0x8E.

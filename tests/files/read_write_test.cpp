@@ -98,8 +98,17 @@ TEST_F(FilesReadWrite, PositioningModes) {
 
 TEST_F(FilesReadWrite, ClosedAndMadeUpReferenceNumbersMoveNothing) {
   SInt16 ref = Open("c.txt", "keep");
-  FSClose(ref);
-  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7)}) {
+  ParamBlockRec pb{};
+  pb.ioParam.ioRefNum = ref;
+  EXPECT_EQ(PBClose(&pb, false), noErr);
+  EXPECT_EQ(PBClose(&pb, false), ioErr);
+  EXPECT_EQ(pb.ioParam.ioResult, ioErr);
+  pb.ioParam.ioRefNum = 0;
+  EXPECT_EQ(PBClose(&pb, false), fnOpnErr);
+  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), SInt16(500)}) {
+    if (bad) {
+      EXPECT_EQ(FSClose(bad), ioErr) << bad;
+    }
     char buffer[4] = {'#', '#', '#', '#'};
     SInt32 count = 4, mark = 77;
     EXPECT_EQ(FSRead(bad, &count, buffer), ioErr) << bad;

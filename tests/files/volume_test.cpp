@@ -65,38 +65,37 @@ TEST_F(FilesVolume, FixedDrivesReportWindowsFreeSpace) {
   EXPECT_NEAR(double(freeBytes), expected, 64.0 * blockSize);
 }
 
-TEST_F(FilesVolume, VolumesNamedByWorkingDirectoryPathOrCurrentDirectory) {
+// A volume named by working directory, by the current directory or by a
+// path in it is the drive's; unknown ones answer nsvErr.
+TEST_F(FilesVolume, VolumesNamedByWorkingDirectoryPathOrIndex) {
   SInt16 volume = ExpectedDriveVolume(Dir()[0]);
-  ParamBlockRec pb{};
-  VolumeParam& v = pb.volumeParam;
-  v.ioVRefNum = WDRefNum();
-  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
-  EXPECT_EQ(v.ioVRefNum, volume);
-  v.ioVRefNum = 0;
-  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
-  EXPECT_EQ(v.ioVRefNum, volume);
-  v.ioVolIndex = -1;
-  v.ioNamePtr = Keep(At("anything.txt"));
-  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
-  EXPECT_EQ(v.ioVRefNum, volume);
+  struct Case {
+    SInt16 index, vRefNum;
+    StringPtr name;
+    OSErr err;
+  } const cases[] = {
+      {0, WDRefNum(), nullptr, noErr},
+      {0, 0, nullptr, noErr},
+      {-1, 0, Keep(At("anything.txt")), noErr},
+      {27, 0, nullptr, nsvErr},
+      {0, SInt16(0x8000 | 3000), nullptr, nsvErr},
+      {-1, 0, Keep("no volume here"), nsvErr},
+  };
+  for (const Case& c : cases) {
+    ParamBlockRec pb{};
+    VolumeParam& v = pb.volumeParam;
+    v.ioVolIndex = c.index;
+    v.ioVRefNum = c.vRefNum;
+    v.ioNamePtr = c.name;
+    EXPECT_EQ(PBGetVInfo(&pb, false), c.err) << c.index << " " << c.vRefNum;
+    EXPECT_EQ(v.ioResult, c.err);
+    if (c.err == noErr) {
+      EXPECT_EQ(v.ioVRefNum, volume);
+    }
+  }
   SInt16 vRefNum = 99;
   EXPECT_EQ(GetVInfo(0, nullptr, &vRefNum, nullptr), noErr);
   EXPECT_EQ(vRefNum, volume);
-}
-
-TEST_F(FilesVolume, UnknownVolumesAnswerNsvErr) {
-  ParamBlockRec pb{};
-  VolumeParam& v = pb.volumeParam;
-  v.ioVolIndex = 27;
-  EXPECT_EQ(PBGetVInfo(&pb, false), nsvErr);
-  EXPECT_EQ(v.ioResult, nsvErr);
-  v.ioVolIndex = 0;
-  v.ioVRefNum = SInt16(0x8000 | 3000);
-  EXPECT_EQ(PBGetVInfo(&pb, false), nsvErr);
-  v.ioVolIndex = -1;
-  v.ioNamePtr = Keep("no volume here");
-  EXPECT_EQ(PBGetVInfo(&pb, false), nsvErr);
-  SInt16 vRefNum = 0;
   EXPECT_EQ(GetVInfo(27, nullptr, &vRefNum, nullptr), nsvErr);
 }
 

@@ -88,16 +88,12 @@ TEST_F(SegmentLoaderTest, CommandLineNamesBecomeUpperCaseDocuments) {
   EXPECT_EQ(count, 3);
 }
 
-TEST_F(SegmentLoaderTest, NoCommandLineMeansNoDocuments) {
+TEST_F(SegmentLoaderTest, AppParmsNameTheApplicationAndNoCommandLineNoDocuments) {
   Start(nullptr);
   SInt16 message = -1, count = -1;
   CountAppFiles(&message, &count);
   EXPECT_EQ(message, 0);
   EXPECT_EQ(count, 0);
-}
-
-TEST_F(SegmentLoaderTest, AppParmsNameTheApplicationAndItsDocuments) {
-  Start("");
   Str255 name;
   SInt16 refNum = -1;
   Handle parameters = nullptr;
@@ -126,7 +122,8 @@ TEST(ExitToShell, TellsTheHostsWindowProcedureAndPostsQuit) {
   wc.hInstance = TestInstance();
   wc.lpszClassName = "KWEExitProbe";
   RegisterClassA(&wc);
-  HWND main = CreateWindowA("KWEExitProbe", "", 0, 0, 0, 1, 1, nullptr, nullptr, wc.hInstance, nullptr);
+  HWND main =
+      CreateWindowA("KWEExitProbe", "", 0, 0, 0, 1, 1, nullptr, nullptr, wc.hInstance, nullptr);
   KWESessionRecord r{};
   r.size = sizeof r;
   r.instance = TestInstance();

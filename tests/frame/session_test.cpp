@@ -25,49 +25,44 @@ KWESessionRecord FullRecord(HWND main) {
 
 UInt32 CurrentFlags() { return KWE_SetFlags(0, 0, 0, 0); }
 
-TEST(Session, ShortRecordLeavesLaterFieldsZero) {
-  KWESessionRecord r = FullRecord(nullptr);
-  r.flags = 0x40;
-  r.size = static_cast<SInt16>(offsetof(KWESessionRecord, flags));  // stops short of flags
-  KWE_InitSession(&r);
-  EXPECT_EQ(CurrentFlags(), 0u);
-  KWE_ExitSession();
+// The record is copied up to its size (all of it for a negative size); the
+// fields it stops short of are zero.
+TEST(Session, RecordCopiedUpToItsSize) {
+  const struct {
+    SInt16 size;
+    UInt32 flags;
+  } cases[] = {{SInt16(offsetof(KWESessionRecord, flags)), 0},
+               {SInt16(offsetof(KWESessionRecord, flags) + sizeof(UInt32)), 0x40},
+               {-2, 0x40}};
+  for (const auto& c : cases) {
+    KWESessionRecord r = FullRecord(nullptr);
+    r.flags = 0x40;
+    r.size = c.size;
+    KWE_InitSession(&r);
+    EXPECT_EQ(CurrentFlags(), c.flags) << c.size;
+    KWE_ExitSession();
+  }
 }
 
-TEST(Session, RecordCopiedUpToItsSizeAndNegativeSizeCopiesAll) {
-  KWESessionRecord r = FullRecord(nullptr);
-  r.flags = 0x40;
-  r.size = static_cast<SInt16>(offsetof(KWESessionRecord, flags) + sizeof r.flags);
-  KWE_InitSession(&r);
-  EXPECT_EQ(CurrentFlags(), 0x40u);
-  KWE_ExitSession();
-
-  r.size = -2;
-  r.flags = 0x80;
-  KWE_InitSession(&r);
-  EXPECT_EQ(CurrentFlags(), 0x80u);
-  KWE_ExitSession();
-}
-
+// A four-byte record and globals record start a session served by library
+// cells; a second end finds nothing left to release. The window atom marks
+// the session (global atoms are shared by every process of the desktop, so
+// only its presence can be checked).
 TEST(Session, MinimalRecordStartsAndEndsCleanly) {
   KWESessionRecord r{};
   r.size = 4;
   KWE_InitSession(&r);
   KWEGlobalsRecord g{};
-  g.size = 4;  // every global served by library cells
+  g.size = 4;
   EXPECT_EQ(KWE_InitGlobals(&g), 0);
   SInt32 response = 0;
   EXPECT_EQ(Gestalt(0x73797376 /* 'sysv' */, &response), noErr);
   EXPECT_EQ(response, 0x0605);
   KWE_ExitSession();
-  KWE_ExitSession();  // a second end finds nothing left to release
-}
+  KWE_ExitSession();
 
-// Global atoms are shared by every process of the desktop (other test
-// processes hold this one too), so only its presence can be checked here.
-TEST(Session, WindowAtomExistsDuringTheSession) {
   HWND main = CreateMainWindow();
-  KWESessionRecord r = FullRecord(main);
+  r = FullRecord(main);
   KWE_InitSession(&r);
   EXPECT_NE(GlobalFindAtomA("KWE_wFlag"), 0);
   KWE_ExitSession();
@@ -101,35 +96,25 @@ ProcPtr __stdcall MakeInstance(ProcPtr procedure, HINSTANCE instance) {
 }
 void __stdcall FreeInstance(ProcPtr) { ++g_ledger.freed; }
 
+// Unless flag kweFlagNoProcInstances says otherwise.
 TEST(Session, HostCallbacksAreWrappedAtStartAndReleasedAtEnd) {
-  g_ledger = {};
-  KWESessionRecord r = FullRecord(nullptr);
-  r.makeProcedure = MakeInstance;
-  r.freeProcedure = FreeInstance;
-  r.clipboardProcedure = HostCallback;
-  r.byteSwapProcedure = HostCallback;
-  r.printDialogHook = HostCallback;
-  r.printSetupDialogHook = HostCallback;
-  KWE_InitSession(&r);
-  EXPECT_EQ(g_ledger.made, 4);
-  KWE_ExitSession();
-  EXPECT_EQ(g_ledger.freed, 4);
-  KWE_ExitSession();
-  EXPECT_EQ(g_ledger.freed, 4);
-}
-
-TEST(Session, NoProcInstancesFlagLeavesCallbacksAsGiven) {
-  g_ledger = {};
-  KWESessionRecord r = FullRecord(nullptr);
-  r.flags = kweFlagNoProcInstances;
-  r.makeProcedure = MakeInstance;
-  r.freeProcedure = FreeInstance;
-  r.clipboardProcedure = HostCallback;
-  r.printDialogHook = HostCallback;
-  KWE_InitSession(&r);
-  KWE_ExitSession();
-  EXPECT_EQ(g_ledger.made, 0);
-  EXPECT_EQ(g_ledger.freed, 0);
+  for (UInt32 flags : {0u, UInt32(kweFlagNoProcInstances)}) {
+    g_ledger = {};
+    KWESessionRecord r = FullRecord(nullptr);
+    r.flags = flags;
+    r.makeProcedure = MakeInstance;
+    r.freeProcedure = FreeInstance;
+    r.clipboardProcedure = HostCallback;
+    r.byteSwapProcedure = HostCallback;
+    r.printDialogHook = HostCallback;
+    r.printSetupDialogHook = HostCallback;
+    KWE_InitSession(&r);
+    EXPECT_EQ(g_ledger.made, flags ? 0 : 4);
+    KWE_ExitSession();
+    EXPECT_EQ(g_ledger.freed, flags ? 0 : 4);
+    KWE_ExitSession();
+    EXPECT_EQ(g_ledger.freed, flags ? 0 : 4);
+  }
 }
 
 std::string ModuleDirectory() {

@@ -84,48 +84,63 @@ class UnsupportedCallsTest : public kwe_test::SessionTest {
   }
 };
 
-TEST_F(UnsupportedCallsTest, AliasManager) {
+// Each family by a sample of its calls, and every call whose text, result or
+// silence is its own.
+TEST_F(UnsupportedCallsTest, FamiliesReportTheirCallsAndAnswerTheirFixedValues) {
   ExpectRows({
       {"NewAlias", RESULT(NewAlias(nullptr, nullptr, nullptr)), 0},
-      {"NewAliasMinimal", RESULT(NewAliasMinimal(nullptr, nullptr)), 0},
-      {"ResolveAlias", RESULT(ResolveAlias(nullptr, nullptr, nullptr, nullptr)), 0},
-      {"ResolveAliasFile", RESULT(ResolveAliasFile(nullptr, true, nullptr, nullptr)), 0},
       {"GetAliasInfo", RESULT(GetAliasInfo(nullptr, 0, nullptr)), -50},
-      {"MatchAlias",
-       RESULT(MatchAlias(nullptr, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)), -50},
-      {"UpdateAlias", RESULT(UpdateAlias(nullptr, nullptr, nullptr, nullptr)), -50},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, AppleEventManager) {
-  ExpectRows({
       {"AECreateDesc", RESULT(AECreateDesc(0, nullptr, 0, nullptr)), 0},
-      {"AESend", RESULT(AESend(nullptr, nullptr, 0, 0, 0, nullptr, nullptr)), 0},
-      {"AEProcessAppleEvent", RESULT(AEProcessAppleEvent(nullptr)), 0},
-      {"AEInstallCoercionHandler",
-       RESULT(AEInstallCoercionHandler(0, 0, nullptr, 0, false, false)), 0},
       {"AESizeOfParam", RESULT(AESizeOfParam(nullptr, 0, nullptr, nullptr)), -1701, kSilent},
       {"AEGetInteractionAllowed", RESULT(AEGetInteractionAllowed(nullptr)), 0, kSilent},
-      {"AEInstallEventHandler", RESULT(AEInstallEventHandler(0, 0, nullptr, 0, false)), 0,
-       kSilent},
-      {"AERemoveEventHandler", RESULT(AERemoveEventHandler(0, 0, nullptr, false)), -1717,
-       kSilent},
-      {"AEGetEventHandler", RESULT(AEGetEventHandler(0, 0, nullptr, nullptr, false)), -1717,
-       kSilent},
       {"AEResolve - Not Supported, System 7", RESULT(AEResolve(nullptr, 0, nullptr)), 0},
-      {"AEObjectInit - Not Supported, System 7", RESULT(AEObjectInit()), 0},
-      {"AEInstallObjectAccessor - Not Supported, System 7",
-       RESULT(AEInstallObjectAccessor(0, 0, nullptr, 0, false)), 0},
-      {"CreateObjSpecifier - Not Supported, System 7",
-       RESULT(CreateObjSpecifier(0, nullptr, 0, nullptr, false, nullptr)), 0},
-      {"CreateOffsetDescriptor - Not Supported, System 7",
-       RESULT(CreateOffsetDescriptor(0, nullptr)), 0},
-      {"CreateCompDescriptor - Not Supported, System 7",
-       RESULT(CreateCompDescriptor(0, nullptr, nullptr, false, nullptr)), 0},
+      {"MPPOpen", RESULT(MPPOpen()), 0},
+      {"NBPSetEntity", NO_RESULT(NBPSetEntity(nullptr, nullptr, nullptr, nullptr)), kNoResult},
+      {"PPCBROWSER",
+       RESULT(PPCBrowser(nullptr, nullptr, false, nullptr, nullptr, nullptr, nullptr)), 0},
+      {"HMGetHelpMenuHandle", RESULT(HMGetHelpMenuHandle(nullptr)), 0, kSilent},
+      {"GetDragMouse", RESULT(GetDragMouse(0, nullptr, nullptr)), 0},
+      {"InitEditionPack", RESULT(InitEditionPackVersion(0)), -108},
+      {"CreateEditionContatinerFile", RESULT(CreateEditionContainerFile(nullptr, 0, 0)), -450},
+      {"DeleteEditionContainterFile", RESULT(DeleteEditionContainerFile(nullptr)), -450},
+      {"SFPGetFilePreview",
+       NO_RESULT(
+           SFPGetFilePreview(kNowhere, nullptr, nullptr, 0, nullptr, nullptr, nullptr, 0, nullptr)),
+       kNoResult},
+      {"SndNewChannel", RESULT(SndNewChannel(nullptr, 0, 0, nullptr)), 0},
+      {"SndDispVersion", RESULT(SndDispVersion(0)), 0, kSilent},
+      {"MIDI", RESULT(MIDISignIn(0, 0, nullptr, nullptr)), 0},
+      {"MIDI", NO_RESULT(MIDIFlush(0)), kNoResult},
+      {"EnterMovies", RESULT(EnterMovies()), 0},
+      {"SetDepth - Not Supported, System 7", RESULT(SetDepth(nullptr, 8, 0, 0)), 0},
+      {"KeyTrans", RESULT(KeyTranslate(nullptr, 0, nullptr)), 0},
+      {"PLOTICONMETHOD", RESULT(PlotIconMethod(nullptr, 0, 0, nullptr, nullptr)), 0},
+      {"HOPENRF", RESULT(HOpenRF(0, 0, nullptr, 0, nullptr)), -1},
+      {"PBHOPENDENY", RESULT(PBHOpenDeny(nullptr, false)), -1},
+      {"PBUnockRange", RESULT(PBUnlockRange(nullptr, false)), -1},
+      {"GetAuxCtl", RESULT(GetAuxiliaryControlRecord(nullptr, nullptr)), 0},
+      {"SetCtlColor", NO_RESULT(SetControlColor(nullptr, nullptr)), kNoResult},
+      {"DispMCInfo", NO_RESULT(DisposeMCInfo(nullptr)), kNoResult},
+      {"MEASUREJUST", NO_RESULT(MeasureJust(nullptr, 0, 0, nullptr)), kNoResult},
+      {"ReplaceTex", RESULT(ReplaceTex(nullptr, nullptr, nullptr)), 0},
+      {"GetScript", RESULT(GetScript(0, 82)), 0x0015000A, kSilent},
+      {"GetScript", RESULT(GetScript(0, 1)), 0},
+      {"OutlineMetrics",
+       RESULT(OutlineMetrics(0, nullptr, kNowhere, kNowhere, nullptr, nullptr, nullptr, nullptr,
+                             nullptr)),
+       -1},
+      {"OpenRF", RESULT(OpenRF(nullptr, 0, nullptr)), -36},
+      {"FSpCreateResFile", NO_RESULT(FSpCreateResFile(nullptr, 0, 0, 0)), kNoResult},
+      {"GetProcessInformation", CallGetProcessInformation, -50},
+      {"SetFrontProcess", RESULT(SetFrontProcess(nullptr)), -600},
+      {"AcceptHighLevelEvent", RESULT(AcceptHighLevelEvent(nullptr, nullptr, nullptr, nullptr)),
+       -608},
+      {"GetSpecificHighLevelEvent", RESULT(GetSpecificHighLevelEvent(nullptr, nullptr, nullptr)),
+       0xA0},
   });
 }
 
-TEST_F(UnsupportedCallsTest, InstalledEventHandlersAreNeverFound) {
+TEST_F(UnsupportedCallsTest, InstalledEventHandlersAreNeverFoundAndTheVolumeIsKept) {
   AEEventHandlerProcPtr handler = OpenDocuments;
   const AEEventClass core = 0x61657674;  // 'aevt'
   const AEEventID open = 0x6F646F63;     // 'odoc'
@@ -136,75 +151,6 @@ TEST_F(UnsupportedCallsTest, InstalledEventHandlersAreNeverFound) {
   EXPECT_EQ(found, handler);  // not written
   EXPECT_EQ(refcon, -1);
   EXPECT_EQ(AERemoveEventHandler(core, open, handler, false), -1717);
-  EXPECT_TRUE(capture.Reports().empty());
-}
-
-TEST_F(UnsupportedCallsTest, AppleTalkAndPPCToolbox) {
-  ExpectRows({
-      {"MPPOpen", RESULT(MPPOpen()), 0},
-      {"PLookupName", RESULT(PLookupName(nullptr, false)), 0},
-      {"GetBridgeAddress", RESULT(GetBridgeAddress()), 0},
-      {"ATPOpenSocket", RESULT(ATPOpenSocket(AddrBlock{}, nullptr)), 0},
-      {"NBPRemove", RESULT(NBPRemove(nullptr)), 0},
-      {"NBPSetEntity", NO_RESULT(NBPSetEntity(nullptr, nullptr, nullptr, nullptr)), kNoResult},
-      {"NBPSetNTE", NO_RESULT(NBPSetNTE(nullptr, nullptr, nullptr, nullptr, 0)), kNoResult},
-      {"BuildBDS", RESULT(BuildBDS(nullptr, nullptr, 0)), 0},
-      {"PPCBROWSER",
-       RESULT(PPCBrowser(nullptr, nullptr, false, nullptr, nullptr, nullptr, nullptr)), 0},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, HelpManagerIsSilentAndDragManagerReports) {
-  ExpectRows({
-      {"HMGetHelpMenuHandle", RESULT(HMGetHelpMenuHandle(nullptr)), 0, kSilent},
-      {"HMShowBalloon", RESULT(HMShowBalloon(nullptr, kNowhere, nullptr, nullptr, 0, 0, 0)), 0,
-       kSilent},
-      {"HMRemoveBalloon", RESULT(HMRemoveBalloon()), 0, kSilent},
-      {"HMGetIndHelpMsg",
-       RESULT(HMGetIndHelpMsg(0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                              nullptr)),
-       0, kSilent},
-      {"HMGetBalloons", RESULT(HMGetBalloons()), 0, kSilent},
-      {"HMIsBalloon", RESULT(HMIsBalloon()), 0, kSilent},
-      {"InstallReceiveHandler", RESULT(InstallReceiveHandler(nullptr, nullptr, nullptr)), 0},
-      {"GetDragMouse", RESULT(GetDragMouse(0, nullptr, nullptr)), 0},
-      {"GetFlavorData", RESULT(GetFlavorData(0, 0, 0, nullptr, nullptr, 0)), 0},
-      {"HideDragHilite", RESULT(HideDragHilite(0)), 0},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, EditionManager) {
-  ExpectRows({
-      {"InitEditionPack", RESULT(InitEditionPackVersion(0)), -108},
-      {"CreateEditionContatinerFile", RESULT(CreateEditionContainerFile(nullptr, 0, 0)), -450},
-      {"DeleteEditionContainterFile", RESULT(DeleteEditionContainerFile(nullptr)), -450},
-      {"NewSection", RESULT(NewSection(nullptr, nullptr, 0, 0, 0, nullptr)), -450},
-      {"ReadEdition", RESULT(ReadEdition(0, 0, nullptr, nullptr)), -450},
-      {"SectionOptionsExpDialog",
-       RESULT(SectionOptionsExpDialog(nullptr, kNowhere, 0, nullptr, nullptr, nullptr)), -450},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, ImageCompressionAndSoundManagers) {
-  ExpectRows({
-      {"FCompressImage",
-       RESULT(FCompressImage(nullptr, nullptr, 0, 0, 0, nullptr, nullptr, 0, 0, nullptr, nullptr,
-                             nullptr, nullptr)),
-       0},
-      {"CDSequenceEnd", RESULT(CDSequenceEnd(0)), 0},
-      {"SFPGetFilePreview",
-       NO_RESULT(SFPGetFilePreview(kNowhere, nullptr, nullptr, 0, nullptr, nullptr, nullptr, 0,
-                                   nullptr)),
-       kNoResult},
-      {"OpenStdCompression", RESULT(OpenStdCompression()), 0},
-      {"SndNewChannel", RESULT(SndNewChannel(nullptr, 0, 0, nullptr)), 0},
-      {"SndDoCommand", RESULT(SndDoCommand(nullptr, nullptr, false)), 0},
-      {"SndPlay", RESULT(SndPlay(nullptr, nullptr, false)), 0},
-      {"SndDisposeChannel", RESULT(SndDisposeChannel(nullptr, true)), 0},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, SoundVolumeIsKeptSilently) {
   SInt16 level = -1;
   GetSoundVol(&level);
   EXPECT_EQ(level, 7);
@@ -213,92 +159,6 @@ TEST_F(UnsupportedCallsTest, SoundVolumeIsKeptSilently) {
   EXPECT_EQ(level, 5);
   GetSoundVol(nullptr);
   EXPECT_TRUE(capture.Reports().empty());
-}
-
-TEST_F(UnsupportedCallsTest, MIDIManagerReportsOneText) {
-  ExpectRows({
-      {"SndDispVersion", RESULT(SndDispVersion(0)), 0, kSilent},
-      {"MIDI", RESULT(MIDISignIn(0, 0, nullptr, nullptr)), 0},
-      {"MIDI", RESULT(MIDIGetPorts(0)), 0},
-      {"MIDI", RESULT(MIDIGetCurTime(0)), 0},
-      {"MIDI", NO_RESULT(MIDIFlush(0)), kNoResult},
-      {"MIDI", NO_RESULT(MIDIWakeUp(0, 0, 0, nullptr)), kNoResult},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, MovieToolboxAndTextServices) {
-  ExpectRows({
-      {"EnterMovies", RESULT(EnterMovies()), 0},
-      {"NewMovieController", RESULT(NewMovieController(nullptr, nullptr, 0)), 0},
-      {"GetMovieTime", RESULT(GetMovieTime(nullptr, nullptr)), 0},
-      {"DisposeMovie", NO_RESULT(DisposeMovie(nullptr)), kNoResult},
-      {"InitTSMAwareApplication", RESULT(InitTSMAwareApplication()), 0},
-      {"NewTSMDocument", RESULT(NewTSMDocument(0, nullptr, nullptr, 0)), 0},
-      {"TSMEvent", RESULT(TSMEvent(nullptr)), 0},
-      {"SetTSMCursor", RESULT(SetTSMCursor(kNowhere)), 0},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, OtherManagersWithTheirOwnTexts) {
-  ExpectRows({
-      {"SetDepth - Not Supported, System 7", RESULT(SetDepth(nullptr, 8, 0, 0)), 0},
-      {"HasDepth - Not Supported, System 7", RESULT(HasDepth(nullptr, 8, 0, 0)), 0},
-      {"KeyTrans", RESULT(KeyTranslate(nullptr, 0, nullptr)), 0},
-      {"PLOTICONMETHOD", RESULT(PlotIconMethod(nullptr, 0, 0, nullptr, nullptr)), 0},
-      {"HOPENRF", RESULT(HOpenRF(0, 0, nullptr, 0, nullptr)), -1},
-      {"PBHOPENDENY", RESULT(PBHOpenDeny(nullptr, false)), -1},
-      {"PBUnockRange", RESULT(PBUnlockRange(nullptr, false)), -1},
-      {"GetAuxCtl", RESULT(GetAuxiliaryControlRecord(nullptr, nullptr)), 0},
-      {"SetCtlColor", NO_RESULT(SetControlColor(nullptr, nullptr)), kNoResult},
-      {"DispMCInfo", NO_RESULT(DisposeMCInfo(nullptr)), kNoResult},
-      {"MEASUREJUST", NO_RESULT(MeasureJust(nullptr, 0, 0, nullptr)), kNoResult},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, OtherManagersAnsweringZeroOrFalse) {
-  ExpectRows({
-      {"GetMCInfo", RESULT(GetMCInfo()), 0},
-      {"GetDrvQHdr", RESULT(GetDrvQHdr()), 0},
-      {"PBStatus", RESULT(PBStatus(nullptr, false)), 0},
-      {"CallPascalL", RESULT(CallPascalL(nullptr)), 0},
-      {"ReplaceTex", RESULT(ReplaceTex(nullptr, nullptr, nullptr)), 0},
-      {"TEFeatureFlag", RESULT(TEFeatureFlag(0, 0, nullptr)), 0},
-      {"SetChooserAlert", RESULT(SetChooserAlert(true)), 0},
-      {"CallPascalB", RESULT(CallPascalB(nullptr)), 0},
-      {"RealColor", RESULT(RealColor(nullptr)), 0},
-      {"GetAuxWin", RESULT(GetAuxWin(nullptr, nullptr)), 0},
-      {"GetOutlinePreferred", RESULT(GetOutlinePreferred()), 0},
-      {"x80told", RESULT(x80told(nullptr)), 0},
-      {"GetScript", RESULT(GetScript(0, 82)), 0x0015000A, kSilent},
-      {"GetScript", RESULT(GetScript(0, 1)), 0},
-  });
-}
-
-TEST_F(UnsupportedCallsTest, OtherManagersAnsweringErrorsOrNothing) {
-  ExpectRows({
-      {"OutlineMetrics",
-       RESULT(OutlineMetrics(0, nullptr, kNowhere, kNowhere, nullptr, nullptr, nullptr, nullptr,
-                             nullptr)),
-       -1},
-      {"FSpOpenResFile", RESULT(FSpOpenResFile(nullptr, 0)), -1},
-      {"PBCatSearch", RESULT(PBCatSearch(nullptr, false)), -1},
-      {"PBDTGetAPPLSync", RESULT(PBDTGetAPPLSync(nullptr)), -1},
-      {"PBControl", RESULT(PBControl(nullptr, false)), -1},
-      {"OpenRF", RESULT(OpenRF(nullptr, 0, nullptr)), -36},
-      {"SetFInfo", RESULT(SetFInfo(nullptr, 0, nullptr)), -36},
-      {"PBOpenRF", RESULT(PBOpenRF(nullptr, false)), -36},
-      {"CopyPalette", NO_RESULT(CopyPalette(nullptr, nullptr, 0, 0, 0)), kNoResult},
-      {"FSpCreateResFile", NO_RESULT(FSpCreateResFile(nullptr, 0, 0, 0)), kNoResult},
-      {"ReadPartialResource", NO_RESULT(ReadPartialResource(nullptr, 0, nullptr, 0)), kNoResult},
-      {"elems68k", NO_RESULT(elems68k(nullptr, 0)), kNoResult},
-      {"TMSetSelection", NO_RESULT(TMSetSelection(nullptr, nullptr, 0)), kNoResult},
-      {"GetProcessInformation", CallGetProcessInformation, -50},
-      {"SetFrontProcess", RESULT(SetFrontProcess(nullptr)), -600},
-      {"AcceptHighLevelEvent", RESULT(AcceptHighLevelEvent(nullptr, nullptr, nullptr, nullptr)),
-       -608},
-      {"GetSpecificHighLevelEvent", RESULT(GetSpecificHighLevelEvent(nullptr, nullptr, nullptr)),
-       0xA0},
-  });
 }
 
 TEST_F(UnsupportedCallsTest, CustomFileDialogsReportThenRunThePlainDialog) {
@@ -335,17 +195,14 @@ TEST_F(UnsupportedCallsTest, ElementaryFunctionsShowTheirOwnBoxAndReturnTheArgum
   }
 }
 
-TEST_F(UnsupportedCallsTest, SilenceFlagHidesReportsButNotResults) {
+// The silence flag hides the reports, not the results; outputs are never
+// written.
+TEST_F(UnsupportedCallsTest, SilencedCallsLeaveTheirOutputParametersAsTheyWere) {
   KWE_SetFlags(kweFlagSilentDiagnostics, kweFlagSilentDiagnostics, 0, 0);
   AliasHandle alias = reinterpret_cast<AliasHandle>(0x1234);
   EXPECT_EQ(NewAlias(nullptr, nullptr, &alias), noErr);
-  EXPECT_EQ(alias, reinterpret_cast<AliasHandle>(0x1234));  // output not written
+  EXPECT_EQ(alias, reinterpret_cast<AliasHandle>(0x1234));
   EXPECT_EQ(PBHOpenDeny(nullptr, false), -1);
-  EXPECT_TRUE(capture.Reports().empty());
-}
-
-TEST_F(UnsupportedCallsTest, OutputParametersAreLeftAsTheyWere) {
-  KWE_SetFlags(kweFlagSilentDiagnostics, kweFlagSilentDiagnostics, 0, 0);
   const SInt16 kPoison = 0x5A5A;
   SInt16 node = kPoison, net = kPoison, refNum = kPoison;
   SInt32 count = kPoison;

@@ -1,11 +1,9 @@
 // What the Memory Manager tests look at besides the calls' results: the
-// master record a Handle points to, the platform heap's own figures, and the
-// messages the host's main window receives.
+// master record a Handle points to and the platform heap's own figures.
 #pragma once
 #include <windows.h>
 
 #include <cstdint>
-#include <vector>
 
 #include "KWESession.h"
 #include "Memory.h"
@@ -27,10 +25,17 @@ struct MasterRecordView {
   Size size;
 };
 #pragma pack(pop)
+static_assert(sizeof(MasterRecordView) == (sizeof(void*) == 4 ? 14 : 24));
+
+// A master block of n records: header, records and end marker.
+constexpr UInt32 MasterBlockBytes(UInt32 n) {
+  return n * sizeof(MasterRecordView) + (sizeof(void*) == 4 ? 20 : 32);
+}
 
 inline const MasterRecordView& Master(Handle h) {
   return *reinterpret_cast<const MasterRecordView*>(h);
 }
+inline UInt8 State(Handle h) { return static_cast<UInt8>(HGetState(h)); }
 
 inline Ptr const kNoBlock = reinterpret_cast<Ptr>(static_cast<uintptr_t>(0xFFFF));
 constexpr OSErr kPoison = 0x5A5A;
@@ -76,52 +81,14 @@ inline UInt32 LibraryBytes() {
   return allocated;
 }
 
-// The WM_USER-range messages the host's main window receives, once
-// RecordMainWindowMessages has put its recording procedure in place.
-struct WindowMessage {
-  UINT message;
-  WPARAM wParam;
-  LPARAM lParam;
-};
-
-inline std::vector<WindowMessage>& RecordedMessages() {
-  static std::vector<WindowMessage> recorded;
-  return recorded;
+// Limits the library to what it holds now plus room bytes.
+inline void LimitTo(UInt32 room, UInt32 checkSize = 1000) {
+  KWE_SetMemoryLimits(1, LibraryBytes() + room, checkSize, 0);
 }
 
-inline LRESULT CALLBACK RecordingWindowProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  if (m >= WM_USER) RecordedMessages().push_back({m, wp, lp});
-  return DefWindowProcA(w, m, wp, lp);
-}
-
-inline void RecordMainWindowMessages(HWND window) {
-  SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RecordingWindowProc));
-  RecordedMessages().clear();
-}
-
-inline std::vector<WindowMessage> MessagesOf(UINT message) {
-  std::vector<WindowMessage> found;
-  for (const WindowMessage& m : RecordedMessages()) {
-    if (m.message == message) found.push_back(m);
-  }
-  return found;
-}
-
-constexpr UINT kHeapDamaged = WM_USER + 2;
-
-// A session with small-block heaps (and, when asked, heap checking).
 class SmallBlockSession : public SessionTest {
  protected:
   UInt32 SessionFlags() const override { return kweFlagSmallBlocks; }
-};
-
-class CheckedSmallBlockSession : public SessionTest {
- protected:
-  UInt32 SessionFlags() const override { return kweFlagSmallBlocks | kweFlagHeapCheck; }
-  void SetUp() override {
-    SessionTest::SetUp();
-    RecordMainWindowMessages(mainWindow);
-  }
 };
 
 }  // namespace kwe_test

@@ -59,7 +59,10 @@ class ExtendedByteSwapSession : public kwe_test::SessionTest {
   }
 };
 
-TEST_F(ByteSwapSession, HostTypesReachTheProcedureWithTheirIndex) {
+// Host types reach the procedure with their index in the list; 'CURS' goes
+// to QuickDraw's cursor conversion, which converts the hot spot; unknown and
+// damaged data are reported through DebugStr.
+TEST_F(ByteSwapSession, HostTypesCursorsAndReports) {
   Bytes data{1, 2, 3, 4, 5};
   KWE_ByteSwap(kweSwapToNative, Type("HOST"), 300, 5, data.data());
   ASSERT_EQ(g_calls.size(), 1u);
@@ -71,7 +74,25 @@ TEST_F(ByteSwapSession, HostTypesReachTheProcedureWithTheirIndex) {
   KWE_ByteSwap(kweSwapToMac, Type("AAAA"), 300, 5, data.data());
   EXPECT_EQ(g_calls.back().index, 0);
   EXPECT_EQ(g_calls.back().direction, 0u);
+
+  Bytes curs(68, 0xF0);
+  curs[64] = 0, curs[65] = 3, curs[66] = 0, curs[67] = 5;
+  KWE_ByteSwap(kweSwapToNative, Type("CURS"), 128, 68, curs.data());
+  const auto* cursor = reinterpret_cast<const Cursor*>(curs.data());
+  EXPECT_EQ(UInt16(cursor->hotSpot.v), 0xFF03);  // cached: the mark above the coordinate
+  EXPECT_EQ(cursor->hotSpot.h & 0xFF, 5);
+  EXPECT_EQ(curs[0], 0xF0);
   EXPECT_TRUE(capture.Reports().empty());
+
+  Bytes unknown{9, 8, 7, 6};
+  KWE_ByteSwap(kweSwapToNative, Type("XYZW"), 128, 4, unknown.data());
+  EXPECT_EQ(unknown, (Bytes{9, 8, 7, 6}));
+  // A 'DITL' that claims 32,768 items in 20 bytes.
+  Bytes ditl{0x7F, 0xFF, 0, 0, 0, 0, 0, 1, 0, 2, 0, 3, 0, 4, 4, 0, 0, 0, 0, 0};
+  KWE_ByteSwap(kweSwapToNative, Type("DITL"), 128, SInt32(ditl.size()), ditl.data());
+  EXPECT_EQ(capture.Reports(),
+            (std::vector<std::string>{"XYZW unknown byteswap type", "DITL damaged byteswap data"}));
+  EXPECT_EQ(g_calls.size(), 2u);
 }
 
 TEST_F(ExtendedByteSwapSession, ExtendedProcedureGetsTheResourceID) {
@@ -81,18 +102,6 @@ TEST_F(ExtendedByteSwapSession, ExtendedProcedureGetsTheResourceID) {
   EXPECT_EQ(g_calls[0].index, 1);
   EXPECT_EQ(g_calls[0].id, -2);  // widened with its sign
   EXPECT_EQ(g_calls[0].size, 8);
-}
-
-TEST_F(ByteSwapSession, UnknownAndDamagedDataAreReportedThroughDebugStr) {
-  Bytes data{9, 8, 7, 6};
-  KWE_ByteSwap(kweSwapToNative, Type("XYZW"), 128, 4, data.data());
-  EXPECT_EQ(data, (Bytes{9, 8, 7, 6}));
-  // A 'DITL' that claims 32,768 items in 20 bytes.
-  Bytes ditl{0x7F, 0xFF, 0, 0, 0, 0, 0, 1, 0, 2, 0, 3, 0, 4, 4, 0, 0, 0, 0, 0};
-  KWE_ByteSwap(kweSwapToNative, Type("DITL"), 128, SInt32(ditl.size()), ditl.data());
-  EXPECT_EQ(capture.Reports(),
-            (std::vector<std::string>{"XYZW unknown byteswap type", "DITL damaged byteswap data"}));
-  EXPECT_TRUE(g_calls.empty());
 }
 
 TEST(ByteSwapWithoutList, UnknownTypeIsReportedWithoutAProcedure) {
@@ -107,18 +116,6 @@ TEST(ByteSwapWithoutList, UnknownTypeIsReportedWithoutAProcedure) {
   EXPECT_EQ(data, (Bytes{1, 2}));
   EXPECT_EQ(capture.Reports(), std::vector<std::string>{"HOST unknown byteswap type"});
   KWE_ExitSession();
-}
-
-// 'CURS' goes to QuickDraw's cursor conversion, which converts the hot spot.
-TEST_F(ByteSwapSession, CursorsHaveANativeHotSpotOnceLoaded) {
-  Bytes curs(68, 0xF0);
-  curs[64] = 0, curs[65] = 3, curs[66] = 0, curs[67] = 5;
-  KWE_ByteSwap(kweSwapToNative, Type("CURS"), 128, 68, curs.data());
-  const auto* cursor = reinterpret_cast<const Cursor*>(curs.data());
-  EXPECT_EQ(cursor->hotSpot.v, 3);
-  EXPECT_EQ(cursor->hotSpot.h, 5);
-  EXPECT_EQ(curs[0], 0xF0);
-  EXPECT_TRUE(capture.Reports().empty());
 }
 
 TEST(RectConversion, ToolboxRectAndWin32RectSwapTheirOrder) {

@@ -2,7 +2,8 @@
 // against independently written Macintosh and native forms, the edge cases
 // of the counts, and damaged data that must never be read or written past
 // its size. Buffers are allocated to exactly the data's size, so the address
-// sanitizer sees any byte touched beyond it.
+// sanitizer sees any byte touched beyond it. And the element converters a
+// host calls for its own structures.
 #include "resources/byte_swap_table.h"
 
 #include <gtest/gtest.h>
@@ -121,23 +122,18 @@ TEST_F(ByteSwapTable, CountsOfZeroAndMinusOne) {
   EXPECT_TRUE(g_reports.empty());
 }
 
-TEST_F(ByteSwapTable, TypesOutsideTheTableAreReportedAndLeftAlone) {
-  Bytes data{1, 2, 3, 4};
-  ExactBlock block(data);
-  EXPECT_EQ(block.Swap(kweSwapToNative, "XYZW"), SwapOutcome::UnknownType);
-  EXPECT_EQ(block.Contents(), data);
-  EXPECT_EQ(g_reports, std::vector<std::string>{"XYZW unknown byteswap type"});
-}
-
-TEST_F(ByteSwapTable, NoSizeTouchesNothing) {
+TEST_F(ByteSwapTable, UnknownTypesAndNoSizeTouchNothing) {
   uint8_t guard[4] = {1, 2, 3, 4};
   for (SInt32 size : {0, -1, -32768}) {
     for (int i = 0; i < kwe::byteswap::TableTypeCount(); ++i)
       kwe::byteswap::SwapResource(1, kwe::byteswap::TableType(i), 0, size, guard, kHost);
     kwe::byteswap::SwapResource(1, TypeOf("XYZW"), 0, size, guard, kHost);
   }
-  EXPECT_EQ(Bytes(guard, guard + 4), (Bytes{1, 2, 3, 4}));
   EXPECT_TRUE(g_reports.empty());
+  ExactBlock block(Bytes{1, 2, 3, 4});
+  EXPECT_EQ(block.Swap(kweSwapToNative, "XYZW"), SwapOutcome::UnknownType);
+  EXPECT_EQ(block.Contents(), Bytes(guard, guard + 4));
+  EXPECT_EQ(g_reports, std::vector<std::string>{"XYZW unknown byteswap type"});
 }
 
 // Every sample cut at every length: nothing is touched past the cut (the
@@ -196,6 +192,74 @@ TEST_F(ByteSwapTable, HostileCountsAndOffsetsStopAtTheEndOfTheData) {
     ASSERT_FALSE(g_reports.empty());
     EXPECT_EQ(g_reports[0], std::string(c.type) + " damaged byteswap data");
   }
+}
+
+Bytes Counting(size_t n) {
+  Bytes b(n);
+  for (size_t i = 0; i < n; ++i) b[i] = uint8_t(i + 1);
+  return b;
+}
+
+// Twelve counting bytes after each converter: whole elements reversed, the
+// bytes past them left.
+TEST(ByteSwapElements, EachConverterReversesWholeElementsOnly) {
+  struct {
+    const char* name;
+    void (*swap)(uint8_t*);
+    Bytes expected;
+  } const cases[] = {
+      {"WORD", [](uint8_t* b) { KWE_ByteSwapWORD(b); }, {2, 1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}},
+      {"LONG", [](uint8_t* b) { KWE_ByteSwapLONG(b); }, {4, 3, 2, 1, 5, 6, 7, 8, 9, 10, 11, 12}},
+      {"FLOAT",
+       [](uint8_t* b) { KWE_ByteSwapFLOAT(b + 4); },
+       {1, 2, 3, 4, 8, 7, 6, 5, 9, 10, 11, 12}},
+      {"DOUBLE",
+       [](uint8_t* b) { KWE_ByteSwapDOUBLE(b); },
+       {8, 7, 6, 5, 4, 3, 2, 1, 9, 10, 11, 12}},
+      {"EXTENDED",
+       [](uint8_t* b) { KWE_ByteSwapEXTENDED(b); },
+       {10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 11, 12}},  // byte k takes byte 9 - k
+      {"881", [](uint8_t* b) { KWE_ByteSwap881(b); }, {12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1}},
+      {"Rect", [](uint8_t* b) { KWE_ByteSwapRect(b); }, {2, 1, 4, 3, 6, 5, 8, 7, 9, 10, 11, 12}},
+      {"WORDS of 5",
+       [](uint8_t* b) { KWE_ByteSwapWORDS(b, 5); },
+       {2, 1, 4, 3, 5, 6, 7, 8, 9, 10, 11, 12}},
+      {"LONGS of 7",
+       [](uint8_t* b) { KWE_ByteSwapLONGS(b, 7); },
+       {4, 3, 2, 1, 5, 6, 7, 8, 9, 10, 11, 12}},
+      {"FLOATS of 8",
+       [](uint8_t* b) { KWE_ByteSwapFLOATS(b, 8); },
+       {4, 3, 2, 1, 8, 7, 6, 5, 9, 10, 11, 12}},
+      {"FLOATS of -8", [](uint8_t* b) { KWE_ByteSwapFLOATS(b, -8); }, Counting(12)},
+  };
+  for (const auto& c : cases) {
+    Bytes b = Counting(12);
+    c.swap(b.data());
+    EXPECT_EQ(b, c.expected) << c.name;
+  }
+}
+
+TEST(ByteSwapElements, BigEndianReadsAndColourTables) {
+  const uint8_t bytes[] = {0x12, 0x34, 0x56, 0x78, 0xFF, 0xF6, 0x00, 0x14};
+  EXPECT_EQ(KWE_GetByteSwapLONG(bytes), 0x12345678u);
+  EXPECT_EQ(KWE_GetByteSwapWORD(bytes), 0x1234u);
+  Rect r;
+  std::memcpy(&r, bytes, sizeof r);
+  KWE_GetByteSwapRect(&r, &r);  // in place: the Rect's own bytes are big-endian
+  EXPECT_EQ(r.top, 0x1234);
+  EXPECT_EQ(r.left, 0x5678);
+  EXPECT_EQ(r.bottom, -10);
+  EXPECT_EQ(r.right, 20);
+
+  // ctSize 1: two entries after the header; the bytes after them stay.
+  uint8_t table[28] = {0, 0, 0, 9, 0x80, 0, 0, 1};
+  for (int i = 8; i < 28; ++i) table[i] = uint8_t(i);
+  KWE_ByteSwapCLUT(kweSwapToNative, table);
+  EXPECT_EQ(Bytes(table, table + 10), (Bytes{9, 0, 0, 0, 0, 0x80, 1, 0, 9, 8}));
+  EXPECT_EQ(table[23], 22);
+  EXPECT_EQ(Bytes(table + 24, table + 28), (Bytes{24, 25, 26, 27}));
+  KWE_ByteSwapCLUT(kweSwapToMac, table);
+  EXPECT_EQ(Bytes(table, table + 10), (Bytes{0, 0, 0, 9, 0x80, 0, 0, 1, 8, 9}));
 }
 
 // Seeded random data of every listed type at random sizes; any case can be

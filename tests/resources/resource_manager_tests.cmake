@@ -2,7 +2,6 @@
 # parser and writer and the file-name rule natively under the sanitizers.
 kwe_wine_tests(resource_manager_tests
   ${KWE_ROOT}/tests/files/files_fixture.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/init_resources_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/resource_manager_test.cpp)
 if(TARGET resource_manager_tests)
   target_compile_options(resource_manager_tests PRIVATE -Wno-multichar)

