@@ -26,6 +26,39 @@ inline void PrintRatio(const char* what, double library, double raw, const char*
               library / raw);
 }
 
+// A repeatable stream of numbers, the same on every run and platform.
+class Numbers {
+ public:
+  explicit Numbers(unsigned seed) : seed_(seed) {}
+  int Below(int n) {
+    seed_ = seed_ * 1103515245u + 12345u;
+    return static_cast<int>((seed_ >> 16) % static_cast<unsigned>(n));
+  }
+
+ private:
+  unsigned seed_;
+};
+
+// The best of rounds runs of each side, per call in unit (seconds x scale).
+// The runs alternate, so that neither side always runs on what the other
+// has left behind.
+template <typename Library, typename Raw>
+void CompareBest(const char* what, int rounds, int calls, double scale, const char* unit,
+                 Library library, Raw raw) {
+  double best[2] = {1e30, 1e30};
+  for (int round = 0; round < 2 * rounds; ++round) {
+    double start = Now();
+    if (round % 2 == 0)
+      library();
+    else
+      raw();
+    GdiFlush();
+    double elapsed = Now() - start;
+    if (elapsed < best[round % 2]) best[round % 2] = elapsed;
+  }
+  PrintRatio(what, best[0] * scale / calls, best[1] * scale / calls, unit);
+}
+
 // A session with no main window and every low-memory global in a library
 // cell: enough for the managers that need one.
 struct Session {

@@ -18,11 +18,8 @@ constexpr int kCombines = 400;
 constexpr int kQueries = 200000;
 constexpr int kRounds = 5;
 
-unsigned g_seed = 2024;
-int Random(int n) {
-  g_seed = g_seed * 1103515245u + 12345u;
-  return int((g_seed >> 16) % unsigned(n));
-}
+kwe_bench::Numbers g_numbers(2024);
+int Random(int n) { return g_numbers.Below(n); }
 
 RgnHandle ScatteredRegion() {
   RgnHandle r = NewRgn(), piece = NewRgn();
@@ -36,22 +33,10 @@ RgnHandle ScatteredRegion() {
   return r;
 }
 
-// The best of kRounds for each side, in microseconds per call. The rounds
-// alternate, so that neither side always runs on a heap the other has left.
 template <typename Library, typename Raw>
 void Compare(const char* what, int calls, double scale, const char* unit, Library library,
              Raw raw) {
-  double best[2] = {1e30, 1e30};
-  for (int round = 0; round < 2 * kRounds; ++round) {
-    double start = kwe_bench::Now();
-    if (round % 2 == 0)
-      library();
-    else
-      raw();
-    double elapsed = kwe_bench::Now() - start;
-    if (elapsed < best[round % 2]) best[round % 2] = elapsed;
-  }
-  kwe_bench::PrintRatio(what, best[0] * scale / calls, best[1] * scale / calls, unit);
+  kwe_bench::CompareBest(what, kRounds, calls, scale, unit, library, raw);
 }
 
 }  // namespace

@@ -38,6 +38,7 @@ KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
   Session& s = TheSession();
   g_active = active != 0;
   if (g_active) {
+    quickdraw::ShowObscuredCursor();
     if (g_hookRemoved && !s.keyboardHook)
       s.keyboardHook =
           SetWindowsHookExA(WH_KEYBOARD, KeyboardHookProcedure(), nullptr, GetCurrentThreadId());

@@ -72,6 +72,12 @@ using namespace kwe::events;
 KWE_API LRESULT KWE_CALL KWE_EventMouse(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
   UInt16 what = nullEvent;
   bool pressed = false;
+  // A cursor ObscureCursor hid comes back when the mouse really moves.
+  static LPARAM lastMove = -1;
+  if ((msg == WM_MOUSEMOVE || msg == WM_NCMOUSEMOVE) && lParam != lastMove) {
+    if (lastMove != -1) quickdraw::ShowObscuredCursor();
+    lastMove = lParam;
+  }
   switch (msg) {
     case WM_SETCURSOR: return AnswerSetCursor(window, msg, wParam, lParam);
     case WM_NCLBUTTONDOWN:

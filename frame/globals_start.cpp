@@ -34,6 +34,7 @@ KWE_API SInt16 KWE_CALL KWE_InitGlobals(const KWEGlobalsRecord* globals) {
     std::memcpy(&copy, globals, std::min(size, sizeof copy));
   }
   lowmem::BindFromRecord(copy);
+  quickdraw::FillArrowGlobal();
   lowmem::At<UInt32>(lowmem::Slot::DoubleTime) = GetDoubleClickTime() >> 4;
   ClearScrapInformation();
   files::SetStartupVolumeGlobals();

@@ -8,13 +8,6 @@
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::quickdraw {
-void SetCurrentPortSwitch(bool) {}
-void GlobalToCurrentPort(Point*) {}
-void KWE_CALL SetOriginDefault(SInt16, SInt16) { Unsupported("SetOrigin"); }
-void KWE_CALL SetCursorDefault(const Cursor*) { Unsupported("SetCursor"); }
-}  // namespace kwe::quickdraw
-
 namespace kwe::windows {
 void DisposeAllWindows() {}
 // No Toolbox windows yet, so no update or activate event is ever due.

@@ -116,6 +116,7 @@ KWE_API void KWE_CALL KWE_InitSession(const KWESessionRecord* session) {
   resources::StartResourceLayer();
   g_listWorkBlock = memory::NewClearedPointer(kListWorkBlockSize);
   files::ClearFileSlots();
+  quickdraw::StartCursors();
 
   UINT country = GetProfileIntA("intl", "iCountry", 1);
   s.dbcsMode = (country == 81 || country == 82 || country == 86) ? 1 : 0;
@@ -139,6 +140,7 @@ KWE_API void KWE_CALL KWE_ExitSession(void) {
     resources::CloseResourceChain();
     windows::DisposeAllWindows();
     quickdraw::CloseQuickDraw();
+    quickdraw::EndCursors();
     DeleteLibraryFonts();
     DeleteLibraryBrushes();
     files::CloseFileSlots();

@@ -53,6 +53,14 @@ void CloseQuickDraw();
 void SetCurrentPortSwitch(bool on);
 // GetMouse: a global point into the current port's local coordinates.
 void GlobalToCurrentPort(Point* where);
+// The standard cursors and the cursor cache, from session start to end.
+void StartCursors();
+void EndCursors();
+// The host's arrow global, once bound, gets the standard arrow's record.
+void FillArrowGlobal();
+// A cursor hidden by ObscureCursor comes back (the mouse moved, a menu
+// opened, the application was activated).
+void ShowObscuredCursor();
 }  // namespace kwe::quickdraw
 
 namespace kwe::windows {

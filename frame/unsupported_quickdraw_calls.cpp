@@ -18,6 +18,10 @@ KWE_API OSErr KWE_CALL PlotIconMethod(const Rect*, IconAlignmentType, IconTransf
   return kwe::Unsupported("PLOTICONMETHOD", noErr);
 }
 
+KWE_API OSErr KWE_CALL PlotIconID(const Rect*, IconAlignmentType, IconTransformType, SInt16) {
+  return noErr;
+}
+
 KWE_API OSErr KWE_CALL OutlineMetrics(SInt16, const void*, Point, Point, SInt16*, SInt16*,
                                       FixedPtr, FixedPtr, Rect*) {
   return kwe::Unsupported(__func__, OSErr{-1});

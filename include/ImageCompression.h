@@ -18,8 +18,6 @@ typedef Component CompressorComponent;
 typedef Component CodecComponent;
 
 /* Records and procedure records the calls take only by address. */
-typedef struct PixMap **PixMapHandle;
-typedef struct ColorTable **CTabHandle;
 typedef struct ImageDescription **ImageDescriptionHandle;
 typedef struct CodecInfo CodecInfo;
 typedef struct CodecNameSpecList *CodecNameSpecListPtr;

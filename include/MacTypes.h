@@ -130,6 +130,8 @@ typedef struct GrafPort GrafPort, *GrafPtr;
 typedef GrafPtr WindowPtr;
 typedef struct WindowRecord *WindowPeek;
 typedef struct GDevice **GDHandle;
+typedef struct PixMap **PixMapHandle;
+typedef struct ColorTable **CTabHandle;
 typedef struct MacRegion **RgnHandle;
 typedef struct Zone *THz;
 typedef struct MenuInfo **MenuHandle;

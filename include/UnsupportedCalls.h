@@ -158,6 +158,10 @@ KWE_API Boolean KWE_CALL GetSpecificHighLevelEvent(GetSpecificFilterProcPtr aFil
    Supported, System 7" and answer 0: the display's depth is Windows'. */
 KWE_API OSErr KWE_CALL SetDepth(GDHandle gd, SInt16 depth, SInt16 whichFlags, SInt16 flags);
 KWE_API SInt16 KWE_CALL HasDepth(GDHandle gd, SInt16 depth, SInt16 whichFlags, SInt16 flags);
+/* Plots nothing and answers noErr without a report: icon families are drawn
+   by the application's own icon code. */
+KWE_API OSErr KWE_CALL PlotIconID(const Rect *theRect, IconAlignmentType align,
+                                  IconTransformType transform, SInt16 theResID);
 /* Reports "PLOTICONMETHOD"; nothing is drawn. */
 KWE_API OSErr KWE_CALL PlotIconMethod(const Rect *theRect, IconAlignmentType align,
                                       IconTransformType transform, IconGetterProcPtr theMethod,

@@ -1,8 +1,6 @@
 // Where the resource shortcuts (GetString, GetIndString, GetIcon,
 // GetPattern, GetIndPattern, GetPicture, GetCursor) reach the managers that
-// own their data. memory/resource_shortcut_pending.cpp holds stand-ins that
-// find nothing; the Resource Manager and QuickDraw take their functions
-// over from it as they are built.
+// own their data: the Resource Manager and QuickDraw's cursor cache.
 #pragma once
 #include "MacTypes.h"
 

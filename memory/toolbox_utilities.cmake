@@ -16,7 +16,6 @@ if(WIN32)
   target_sources(KWEJMP PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/clock_and_screen.cpp
     ${CMAKE_CURRENT_LIST_DIR}/munger.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/resource_shortcut_pending.cpp
     ${CMAKE_CURRENT_LIST_DIR}/resource_shortcuts.cpp
     ${CMAKE_CURRENT_LIST_DIR}/string_handles.cpp)
 endif()

@@ -1,8 +1,8 @@
 // The objects every region shares: two empty Win32 regions whose handles mark
 // a rectangle and a mask region, the scratch rectangle region through which
 // rectangles reach GDI, and the scratch RgnHandle of the clipping code.
-// InitGraf makes them on the Macintosh's schedule; until ports exist they are
-// made by the first region call and released when the session ends.
+// InitGraf makes them; a region call made before InitGraf makes them itself,
+// so regions work in a program that never opens a port.
 #include <windows.h>
 
 #include "Memory.h"
@@ -47,7 +47,7 @@ RgnHandle ScratchRegion() {
 
 // The session's end: the scratch RgnHandle goes back to the Memory Manager
 // before its blocks are released, the markers last.
-void CloseQuickDraw() {
+void EndRegions() {
   if (!g_rectangleMarker) return;
   DisposeRgn(g_scratchRegion);
   g_scratchRegion = nullptr;

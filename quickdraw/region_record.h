@@ -58,9 +58,10 @@ constexpr int kCoordinateLimit = 16383;
 
 enum class RegionKind { Rectangle, Win32, Mask };
 
-// Made on first use of any region call (InitGraf's share of the work), kept
-// to the end of the session and never owned by a region.
+// Made by InitGraf or the first region call, kept to the end of the session
+// and never owned by a region.
 void StartRegions();
+void EndRegions();
 HRGN RectangleMarker();
 HRGN MaskMarker();
 // Two, so that both operands of a set operation can be rectangles.

@@ -8,6 +8,5 @@ target_sources(kwe_portable PRIVATE
 
 if(WIN32)
   target_sources(KWEJMP PRIVATE
-    ${CMAKE_CURRENT_LIST_DIR}/byte_swap_host.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/cursor_conversion_pending.cpp)
+    ${CMAKE_CURRENT_LIST_DIR}/byte_swap_host.cpp)
 endif()

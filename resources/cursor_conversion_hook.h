@@ -1,8 +1,7 @@
 // Where KWE_ByteSwap hands 'CURS' and 'crsr' data to QuickDraw's cursor
 // conversion (KWE_BrovaskCursor), which converts the hot spot and, when a
-// cursor is loaded, makes and caches its Windows cursor.
-// resources/cursor_conversion_pending.cpp holds a stand-in until QuickDraw's
-// cursors exist.
+// cursor is loaded, makes and caches its Windows cursor
+// (quickdraw/cursor_conversion.cpp).
 #pragma once
 #include "MacTypes.h"
 

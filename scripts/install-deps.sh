@@ -21,6 +21,7 @@ have_file /usr/lib/wine/wine64 || need+=(wine64)
 have_cmd Xvfb || need+=(xvfb)
 have_file /usr/src/googletest/CMakeLists.txt || need+=(googletest)
 have_file /usr/share/fonts/truetype/liberation || need+=(fonts-liberation)
+have_file /usr/share/wine/fonts/coure.fon || need+=(fonts-wine)
 
 if [ ${#need[@]} -eq 0 ]; then
   exit 0

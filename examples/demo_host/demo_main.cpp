@@ -9,12 +9,19 @@
 #include <vector>
 
 #include "host_shell.h"
+#include "quickdraw_scene.h"
 #include "toolbox_tour.h"
+
+namespace {
+std::vector<Pattern> g_patterns;
+void PaintScene(HDC dc, int top) { DrawScene(dc, top, g_patterns); }
+}  // namespace
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   std::string screenshot = commandLine && commandLine[0] ? commandLine : "demo-screenshot.png";
   HWND main = StartHost(instance, nullptr);
 
+  StartQuickDraw(HostGlobals());
   TourResult tour = RunToolboxTour();
   PostDemoInput(main);
   // The event loop's lines go above the patterns' line and its swatches.
@@ -22,13 +29,16 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   tour.lines.insert(tour.lines.end() - 1, events.begin(), events.end());
   for (const std::string& line : tour.lines) std::printf("%s\n", line.c_str());
   SetWindowLines(tour.lines);
-  SetWindowPatterns(tour.patterns);
+  g_patterns = tour.patterns;
+  SetScenePainter(PaintScene);
   InvalidateRect(main, nullptr, TRUE);
   PumpFor(500);
 
   bool saved = SaveWindowScreenshot(main, screenshot);
   std::printf("%s %s\n", saved ? "Screenshot saved to" : "Could not save", screenshot.c_str());
   std::fflush(stdout);
+  SetScenePainter(nullptr);
+  EndQuickDraw();
   EndHost(main);
   return saved ? 0 : 1;
 }

@@ -8,24 +8,7 @@
 namespace {
 
 std::vector<std::string> g_lines;
-std::vector<Pattern> g_patterns;
-
-// A Macintosh pattern (1 = black) painted through a GDI pattern brush until
-// QuickDraw draws them itself. Monochrome bitmap rows are 16-bit aligned.
-void PaintPattern(HDC dc, const Pattern& pattern, const RECT& r) {
-  WORD rows[8];
-  for (int i = 0; i < 8; ++i) rows[i] = WORD(pattern.pat[i]);
-  HBITMAP bits = CreateBitmap(8, 8, 1, 1, rows);
-  HBRUSH brush = CreatePatternBrush(bits);
-  COLORREF text = SetTextColor(dc, RGB(255, 255, 255));  // 0 bits
-  COLORREF back = SetBkColor(dc, RGB(0, 0, 0));          // 1 bits
-  FillRect(dc, &r, brush);
-  SetTextColor(dc, text);
-  SetBkColor(dc, back);
-  FrameRect(dc, &r, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-  DeleteObject(brush);
-  DeleteObject(bits);
-}
+ScenePainter g_painter = nullptr;
 
 // The application's low-memory globals: ordinary variables of the host that
 // the library reads and writes through the globals record.
@@ -44,12 +27,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
       TextOutA(dc, 12, y, line.c_str(), static_cast<int>(line.size()));
       y += 18;
     }
-    int x = 12;
-    for (const Pattern& pattern : g_patterns) {
-      RECT swatch{x, y + 4, x + 64, y + 52};
-      PaintPattern(dc, pattern, swatch);
-      x += 76;
-    }
+    if (g_painter) g_painter(dc, y + 4);
     EndPaint(window, &ps);
     return 0;
   }
@@ -95,8 +73,8 @@ void RegisterClasses(HINSTANCE instance) {
 
 HWND StartHost(HINSTANCE instance, const char* commandLine) {
   RegisterClasses(instance);
-  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 40, 780,
-                            600, nullptr, nullptr, instance, nullptr);
+  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 10, 780,
+                            740, nullptr, nullptr, instance, nullptr);
   KWESessionRecord session{};
   session.size = sizeof session;
   session.instance = instance;
@@ -115,8 +93,10 @@ void EndHost(HWND mainWindow) {
   DestroyWindow(mainWindow);
 }
 
+const KWELowMemoryGlobals* HostGlobals() { return &g_globals; }
+
 void SetWindowLines(const std::vector<std::string>& lines) { g_lines = lines; }
-void SetWindowPatterns(const std::vector<Pattern>& patterns) { g_patterns = patterns; }
+void SetScenePainter(ScenePainter painter) { g_painter = painter; }
 
 void PostDemoInput(HWND mainWindow) {
   PostMessageA(mainWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(120, 40));

@@ -13,10 +13,17 @@
 HWND StartHost(HINSTANCE instance, const char* commandLine);
 void EndHost(HWND mainWindow);
 
-// Lines the main window shows (the Toolbox tour fills them in), and 8 x 8
-// patterns it paints as swatches below them.
+// The host's variables behind the low-memory globals (thePort, the
+// patterns, ...), as the Macintosh code reads them.
+struct KWELowMemoryGlobals;
+const KWELowMemoryGlobals* HostGlobals();
+
+// Lines the main window shows (the Toolbox tour fills them in), and what
+// paints below them: the Macintosh side's QuickDraw scene, given the paint
+// DC and the top of the free space.
 void SetWindowLines(const std::vector<std::string>& lines);
-void SetWindowPatterns(const std::vector<Pattern>& patterns);
+using ScenePainter = void (*)(HDC dc, int top);
+void SetScenePainter(ScenePainter painter);
 
 // Posts what a user would do to the main window: a click in it, the keys H
 // and I, and Escape, which ends the tour's event loop.

@@ -1,9 +1,10 @@
-// What the region tests draw into and look at: a 32-bit top-down DIB section
-// in a memory DC, and regions built from rectangle lists or bitmaps.
+// What the QuickDraw tests draw into and look at: a 32-bit top-down DIB
+// section in a memory DC, and regions built from rectangle lists or bitmaps.
 #pragma once
 #include <windows.h>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "KWERegions.h"
@@ -46,6 +47,21 @@ class Canvas {
     return n;
   }
   bool Black(int x, int y) const { return (pixels_[y * size_ + x] & 0xFFFFFF) == 0; }
+  // 0xRRGGBB, as the DIB holds it.
+  uint32_t Pixel(int x, int y) const {
+    GdiFlush();
+    return pixels_[y * size_ + x] & 0xFFFFFF;
+  }
+  void Clear() {
+    GdiFlush();
+    for (int i = 0; i < size_ * size_; ++i) pixels_[i] = 0xFFFFFF;
+  }
+  // The black pixels of row y (or column x), as a string of '#' and '.'.
+  std::string Row(int y, int from, int to) const {
+    std::string s;
+    for (int x = from; x < to; ++x) s += Pixel(x, y) == 0 ? '#' : '.';
+    return s;
+  }
 
  private:
   int size_;

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 #include <windows.h>
-#include <winternl.h>
 
 #include "KWERegions.h"
 #include "KWESession.h"
 #include "Memory.h"
 #include "OSUtils.h"
 #include "Quickdraw.h"
+#include "quickdraw/gdi_objects.h"
 #include "quickdraw/region_canvas.h"
 
 namespace {
@@ -234,34 +234,14 @@ TEST_F(Regions, SetOperationsObeyTheirLawsPixelByPixel) {
   }
 }
 
-// Live region objects of this process, counted in the GDI handle table that
-// the PEB shares with user mode: GetGuiResources is a stub under Wine. In
-// Wine's table and Windows' alike an entry is 24 bytes on x86_64 and its
-// type byte (4 for a region) sits at offset 14.
-int LiveRegionObjects() {
-  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
-  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
-  PROCESS_BASIC_INFORMATION basic{};
-  if (sizeof(void*) != 8 || !query ||
-      query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0)
-    return -1;
-  auto* peb = reinterpret_cast<const unsigned char*>(basic.PebBaseAddress);
-  auto* table = *reinterpret_cast<const unsigned char* const*>(peb + 0xF8);
-  if (!table) return -1;
-  int live = 0;
-  for (int i = 0; i < 0x10000; ++i) live += table[i * 24 + 14] == 4;
-  return live;
-}
-
 // GDI objects stay flat: a region owns its Win32 region and gives it back.
 TEST_F(Regions, NoGdiObjectLeaksOverManyCycles) {
-  int before = LiveRegionObjects();
+  int before = LiveGdiObjects(kGdiRegion);
   if (before < 0) GTEST_SKIP() << "no GDI handle table to count in";
   // The count really moves: 50 regions kept on purpose show up.
   HRGN kept[50];
   for (HRGN& h : kept) h = CreateRectRgn(0, 0, 1, 1);
-  ASSERT_EQ(LiveRegionObjects(), before + 50);
+  ASSERT_EQ(LiveGdiObjects(kGdiRegion), before + 50);
   for (HRGN h : kept) DeleteObject(h);
 
   RgnHandle a = RegionOf({{0, 0, 10, 20}});
@@ -270,7 +250,7 @@ TEST_F(Regions, NoGdiObjectLeaksOverManyCycles) {
   Rect box{0, 0, 16, 8};
   UInt8 rows[16] = {0xF0, 0x0F};
   BitMap bits{reinterpret_cast<Ptr>(rows), 1, box};
-  before = LiveRegionObjects();
+  before = LiveGdiObjects(kGdiRegion);
   for (int i = 0; i < 10000; ++i) {
     RgnHandle r = NewRgn();
     UnionRgn(a, b, r);
@@ -283,7 +263,7 @@ TEST_F(Regions, NoGdiObjectLeaksOverManyCycles) {
     }
     DisposeRgn(r);
   }
-  EXPECT_EQ(LiveRegionObjects(), before);
+  EXPECT_EQ(LiveGdiObjects(kGdiRegion), before);
   EXPECT_EQ(size, 12);
   DisposeRgn(a);
   DisposeRgn(b);

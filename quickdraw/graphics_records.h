@@ -1,0 +1,44 @@
+// The pixel maps, pixel patterns and the main graphics device that colour
+// ports need. Each record is the published one; the colour-table and
+// device calls that fill them in further come with colour QuickDraw.
+#pragma once
+#include <windows.h>
+
+#include "Quickdraw.h"
+
+namespace kwe::quickdraw {
+
+constexpr SInt16 kLibraryPixMapVersion = static_cast<SInt16>(0xC000);
+// baseAddr of a pixel map or bitmap with no pixels of its own.
+constexpr uintptr_t kNoBits = 32767;
+constexpr uintptr_t kPortTag = 0x8000;  // + slot: a port on the screen or a window
+
+inline Ptr PortTag(int slot) { return reinterpret_cast<Ptr>(kPortTag + slot); }
+
+// A pixel map of the depth of dc, covering the screen, with no pixels; null
+// when memory is short.
+PixMapHandle MakePixMap(HDC dc);
+void DisposePixMapRecord(PixMapHandle pm);
+
+// A pixel pattern as the library makes it: the published record, then the
+// colour of an RGB pattern (patType 2, MakeRGBPat).
+#pragma pack(push, 2)
+struct LibraryPixPat {
+  PixPat published;
+  RGBColor rgb;
+};
+#pragma pack(pop)
+
+// The colour of an RGB pixel pattern; false for other patterns.
+bool RgbOfPixPat(PixPatHandle pp, RGBColor* rgb);
+
+// An old-style pixel pattern of pat; null when memory is short.
+PixPatHandle MakePixPat(const Pattern& pat);
+void DisposePixPatRecord(PixPatHandle pp);
+void SetPixPatPattern(PixPatHandle pp, const Pattern& pat);
+
+// The main device: gdRect covers the screen port.
+GDHandle MakeMainDevice(HDC dc, const Rect& rect);
+void DisposeMainDevice(GDHandle device);
+
+}  // namespace kwe::quickdraw

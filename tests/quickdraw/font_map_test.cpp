@@ -1,0 +1,126 @@
+// The font map's text form: lines read, lines refused, and the map written
+// back.
+#include "quickdraw/font_map.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+
+namespace {
+
+using namespace kwe::quickdraw;
+
+FontMap Parse(const std::string& text) { return ParseFontMap(text.data(), text.size()); }
+
+std::string Faces(const FontMapEntry& e) {
+  std::string s;
+  for (int i = 0; i < e.faceCount; ++i) s += (i ? "|" : "") + std::string(e.faces[i]);
+  return s;
+}
+
+TEST(FontMap, BuiltInMapWritesSeventeenLinesAndReadsBackTheSame) {
+  std::string text = WriteFontMap(BuiltInFontMap());
+  EXPECT_EQ(text.substr(0, 29), "systemFont(0):System(Swiss)\r\n");
+  EXPECT_NE(text.find("\r\nhelvetica(21):Arial(Modern)\r\n"), std::string::npos);
+  EXPECT_NE(text.find("\r\ntaliesin(24):Wingdings(Decorative)\r\n"), std::string::npos);
+  FontMap back = Parse(text);
+  ASSERT_EQ(back.entries.size(), 17u);
+  for (size_t i = 0; i < back.entries.size(); ++i) {
+    const FontMapEntry& a = back.entries[i];
+    const FontMapEntry& b = BuiltInFontMap().entries[i];
+    EXPECT_EQ(a.number, b.number);
+    EXPECT_STREQ(a.macName, b.macName);
+    EXPECT_EQ(Faces(a), Faces(b));
+    EXPECT_EQ(a.family, b.family);
+  }
+  EXPECT_EQ(back.nextFreeNumber, 0);
+  EXPECT_EQ(MapEntryOfName(back, "TIMES", 5)->number, 20);
+  EXPECT_EQ(MapEntryOfName(back, "time", 4), nullptr);
+  EXPECT_STREQ(MapEntryOfNumber(back, 11)->macName, "cairo");
+  EXPECT_EQ(MapEntryOfNumber(back, 10), nullptr);
+}
+
+TEST(FontMap, LinesGiveNumbersFacesAndFamilies) {
+  FontMap map = Parse(
+      "\r\n   \t\x01geneva(3):Arial,Times New Roman(Swiss)\n"
+      "london():Times New Roman(Roman) and the rest of the line\r"
+      "big( 300 ):  A , ,B,C,D (decorative)\r\n"
+      "odd(-2):" +
+      std::string(40, 'x') +
+      ",Kept(NoSuchWord)\r\n"
+      "last(129):Z(dontcare)");
+  ASSERT_EQ(map.entries.size(), 5u);
+  EXPECT_STREQ(map.entries[0].macName, "geneva");
+  EXPECT_EQ(map.entries[0].number, 3);
+  EXPECT_EQ(Faces(map.entries[0]), "Arial|Times New Roman");
+  EXPECT_EQ(map.entries[0].family, 0x20);
+  EXPECT_EQ(map.entries[1].number, -1);
+  EXPECT_EQ(map.entries[1].family, 0x10);
+  EXPECT_EQ(map.entries[2].number, 300);
+  EXPECT_EQ(Faces(map.entries[2]), "A|B|C") << "blanks trimmed, empty skipped, three at most";
+  EXPECT_EQ(map.entries[2].family, 0x50);
+  EXPECT_EQ(map.entries[3].number, -2);
+  EXPECT_EQ(Faces(map.entries[3]), "Kept") << "a name too long for Windows is dropped";
+  EXPECT_EQ(map.entries[3].family, 0x30) << "an unknown word is Modern";
+  EXPECT_EQ(map.entries[4].family, 0x00);
+  EXPECT_EQ(map.nextFreeNumber, 301);
+  EXPECT_EQ(WriteFontMap(Parse("london():Times New Roman(Roman)")),
+            "london():Times New Roman(Roman)\r\n");
+}
+
+TEST(FontMap, AMalformedLineEndsTheMapWithTheEntriesReadSoFar) {
+  const char* good = "a(1):A(Swiss)\r\n";
+  for (const char* bad : {"b2):B(Swiss)", "b(2:B(Swiss)", "b(2)B(Swiss)", "b(2):B Swiss)",
+                          "b(2):B(Swiss", "b(x):B(Swiss)", "b(99999):B(Swiss)", "b(-):B(Swiss)"}) {
+    FontMap map = Parse(std::string(good) + bad + "\r\nc(3):C(Roman)\r\n");
+    ASSERT_EQ(map.entries.size(), 1u) << bad;
+    EXPECT_EQ(map.entries[0].number, 1) << bad;
+  }
+  EXPECT_TRUE(Parse("").entries.empty());
+  EXPECT_TRUE(ParseFontMap(nullptr, 10).entries.empty());
+  // The delimiters must lie on the line itself.
+  EXPECT_TRUE(Parse("a(1)\r\n:A(Swiss)").entries.empty());
+}
+
+TEST(FontMap, FiveHundredEntriesAtMostAndLongNamesCut) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += "f(" + std::to_string(i) + "):F(Swiss)\n";
+  FontMap map = Parse(text);
+  EXPECT_EQ(map.entries.size(), 500u);
+  EXPECT_EQ(map.nextFreeNumber, 500);
+  FontMap longName = Parse(std::string(300, 'n') + "(5):F(Swiss)");
+  ASSERT_EQ(longName.entries.size(), 1u);
+  EXPECT_EQ(std::strlen(longName.entries[0].macName), kMacFontNameCapacity - 1);
+}
+
+// Every prefix of a good map, and the map with bytes overwritten at random
+// (fixed seed), parses to no more entries than the whole and writes out a
+// map that reads back the same.
+TEST(FontMap, TruncatedAndCorruptedMapsStayWithinBounds) {
+  std::string text = WriteFontMap(BuiltInFontMap());
+  size_t previous = 0;
+  for (size_t n = 0; n <= text.size(); ++n) {
+    FontMap map = Parse(text.substr(0, n));
+    ASSERT_GE(map.entries.size(), previous);
+    ASSERT_LE(map.entries.size(), 17u);
+    previous = map.entries.size();
+  }
+  std::mt19937 random(1234);
+  for (int round = 0; round < 2000; ++round) {
+    std::string damaged = text;
+    for (int k = 0; k < 4; ++k)
+      damaged[random() % damaged.size()] = static_cast<char>(random() & 0xFF);
+    FontMap map = Parse(damaged);
+    ASSERT_LE(map.entries.size(), 17u) << round;
+    FontMap again = Parse(WriteFontMap(map));
+    ASSERT_EQ(again.entries.size(), map.entries.size()) << round;
+    for (size_t i = 0; i < map.entries.size(); ++i) {
+      ASSERT_EQ(again.entries[i].number, map.entries[i].number) << round;
+      ASSERT_EQ(again.entries[i].family, map.entries[i].family) << round;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,682 @@
+// QuickDraw text through the DLL: drawn into a DIB section and read back
+// pixel by pixel, measured against what GDI measures with the font the
+// port put into the DC, and the font map read from and written to disk.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "Files.h"
+#include "Fonts.h"
+#include "KWEPorts.h"
+#include "OSUtils.h"
+#include "Quickdraw.h"
+#include "quickdraw/gdi_objects.h"
+#include "quickdraw/region_canvas.h"
+#include "support/temp_tree.h"
+
+namespace {
+
+using namespace kwe_test;
+
+constexpr uint32_t kWhite = 0xFFFFFF;
+constexpr uint32_t kBlack = 0x000000;
+constexpr int kSize = 256;
+
+struct Pascal {
+  explicit Pascal(const std::string& s) {
+    bytes[0] = static_cast<unsigned char>(s.size());
+    std::memcpy(bytes + 1, s.data(), s.size());
+  }
+  operator ConstStr255Param() const { return bytes; }
+  unsigned char bytes[256] = {};
+};
+
+struct Box {
+  int left = INT_MAX, top = INT_MAX, right = -1, bottom = -1;  // inclusive
+  bool Empty() const { return right < 0; }
+};
+
+Box InkBox(const Canvas& c, int x0, int y0, int x1, int y1) {
+  Box b;
+  for (int y = y0; y < y1; ++y)
+    for (int x = x0; x < x1; ++x)
+      if (c.Pixel(x, y) != kWhite) {
+        b.left = std::min(b.left, x), b.right = std::max(b.right, x);
+        b.top = std::min(b.top, y), b.bottom = std::max(b.bottom, y);
+      }
+  return b;
+}
+
+// Which pixels are black.
+std::vector<bool> Ink(const Canvas& c) {
+  std::vector<bool> ink;
+  for (int y = 0; y < kSize; ++y)
+    for (int x = 0; x < kSize; ++x) ink.push_back(c.Pixel(x, y) == kBlack);
+  return ink;
+}
+
+LOGFONTA FontIn(HDC dc) {
+  LOGFONTA lf{};
+  GetObjectA(GetCurrentObject(dc, OBJ_FONT), sizeof lf, &lf);
+  return lf;
+}
+
+int CALLBACK NoteFace(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM found) {
+  *reinterpret_cast<bool*>(found) = true;
+  return 0;
+}
+
+bool Installed(const char* face) {
+  HDC dc = GetDC(nullptr);
+  LOGFONTA lf{};
+  lf.lfCharSet = DEFAULT_CHARSET;
+  std::strcpy(lf.lfFaceName, face);
+  bool found = false;
+  EnumFontFamiliesExA(dc, &lf, NoteFace, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, dc);
+  return found;
+}
+
+// The first of the faces that Windows offers; empty when none is.
+std::string FirstInstalled(std::initializer_list<const char*> faces) {
+  for (const char* face : faces)
+    if (Installed(face)) return face;
+  return "";
+}
+
+class Text : public SessionTest {
+ protected:
+  void SetUp() override {
+    SessionTest::SetUp();
+    InitGraf(&screen);
+    OpenOnCanvas();
+    TextFont(geneva);
+    TextSize(24);
+  }
+  void TearDown() override {
+    ClosePort(&port);
+    SessionTest::TearDown();
+  }
+  void OpenOnCanvas() {
+    OpenPort(&port);
+    KWE_SwaphDC(canvas.Dc(), true);
+    canvas.Clear();
+  }
+  Point Pen() {
+    Point p;
+    GetPen(&p);
+    return p;
+  }
+  GrafPtr screen = nullptr;
+  GrafPort port{};
+  Canvas canvas{kSize};
+};
+
+TEST_F(Text, StringsStandOnTheBaselineAndMoveThePenByTheirWidth) {
+  Pascal s("Hxp");
+  SInt16 width = StringWidth(s);
+  MoveTo(20, 100);
+  DrawString(s);
+  EXPECT_EQ(Pen().h, 20 + width);
+  EXPECT_EQ(Pen().v, 100);
+
+  // GDI's own measure of the font the port put into the DC.
+  SIZE extent{};
+  TEXTMETRICA tm{};
+  GetTextExtentPoint32A(canvas.Dc(), "Hxp", 3, &extent);
+  GetTextMetricsA(canvas.Dc(), &tm);
+  EXPECT_EQ(width, extent.cx - tm.tmOverhang);
+  EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, -24);
+
+  Box h = InkBox(canvas, 20, 0, 20 + CharWidth('H'), kSize);
+  EXPECT_EQ(h.bottom, 99) << "H ends on the row above the baseline";
+  EXPECT_LT(h.top, 90);
+  Box p = InkBox(canvas, 20 + CharWidth('H') + CharWidth('x'), 0, 20 + width, kSize);
+  EXPECT_GT(p.bottom, 100) << "p's descender goes below it";
+  Box all = InkBox(canvas, 0, 0, kSize, kSize);
+  EXPECT_GE(all.left, 19);
+  EXPECT_LE(all.right, 20 + width + 1);
+
+  // The next string starts where the pen is.
+  DrawString(Pascal("H"));
+  Box next = InkBox(canvas, 20 + width, 0, kSize, kSize);
+  EXPECT_FALSE(next.Empty());
+  EXPECT_EQ(Pen().h, 20 + width + CharWidth('H'));
+
+  // Hidden, the pen still moves and nothing is drawn.
+  canvas.Clear();
+  HidePen();
+  DrawString(s);
+  ShowPen();
+  EXPECT_EQ(Pen().h, 20 + 2 * width + CharWidth('H'));
+  EXPECT_TRUE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
+}
+
+TEST_F(Text, StyleBitsMakeTheFontBoldItalicUnderlinedAndStruckOut) {
+  Pascal s("Hello");
+  SInt16 plain = StringWidth(s);
+  TextFace(bold);
+  EXPECT_GT(StringWidth(s), plain);
+  EXPECT_EQ(FontIn(canvas.Dc()).lfWeight, FW_BOLD);
+  TextFace(bold | extend);
+  MoveTo(10, 50);
+  DrawString(s);
+  LOGFONTA lf = FontIn(canvas.Dc());
+  EXPECT_EQ(lf.lfWeight, FW_BOLD);
+  EXPECT_EQ(lf.lfStrikeOut, 1);
+  EXPECT_EQ(lf.lfUnderline, 0);
+  TextFace(italic);
+  GetFontInfo(nullptr);
+  FontInfo info;
+  GetFontInfo(&info);
+  EXPECT_EQ(FontIn(canvas.Dc()).lfItalic, 1);
+  EXPECT_EQ(FontIn(canvas.Dc()).lfWeight, FW_NORMAL);
+
+  // The underline: a row on or below the baseline inked along most of the
+  // text (GDI's baseline row is the first below the characters).
+  canvas.Clear();
+  TextFace(underline);
+  MoveTo(10, 50);
+  DrawString(Pascal("mmmm"));
+  int longest = 0;
+  for (int y = 50; y <= 50 + info.descent; ++y) {
+    int run = 0;
+    for (int x = 10; x < 10 + StringWidth(Pascal("mmmm")); ++x) run += canvas.Pixel(x, y) != kWhite;
+    longest = std::max(longest, run);
+  }
+  EXPECT_GE(longest, StringWidth(Pascal("mmmm")) * 8 / 10);
+}
+
+TEST_F(Text, MacintoshCharactersAreDrawnAsTheirAnsiCounterparts) {
+  MoveTo(10, 50);
+  DrawChar(0xA5);  // the bullet, ANSI 0x95
+  MoveTo(60, 50);
+  DrawChar(0x8E);  // e acute, ANSI 0xE9
+  Canvas reference(kSize);
+  reference.Clear();
+  HGDIOBJ old = SelectObject(reference.Dc(), GetCurrentObject(canvas.Dc(), OBJ_FONT));
+  SetTextAlign(reference.Dc(), TA_BASELINE);
+  SetBkMode(reference.Dc(), TRANSPARENT);
+  TextOutA(reference.Dc(), 10, 50, "\x95", 1);
+  TextOutA(reference.Dc(), 60, 50, "\xE9", 1);
+  SIZE bullet{};
+  GetTextExtentPoint32A(reference.Dc(), "\x95", 1, &bullet);
+  SelectObject(reference.Dc(), old);
+  EXPECT_FALSE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
+  EXPECT_EQ(Ink(canvas), Ink(reference));
+  EXPECT_EQ(CharWidth(0xA5), bullet.cx);
+}
+
+// The pixels GDI inks for text in a 1-bit bitmap, which is how the modes
+// other than srcOr and srcCopy see the text (no antialiasing).
+std::vector<bool> OneBitInk(HFONT font, const char* text, int h, int v) {
+  Canvas target(kSize);
+  HDC dc = CreateCompatibleDC(nullptr);
+  HBITMAP bits = CreateBitmap(kSize, kSize, 1, 1, nullptr);
+  HGDIOBJ oldBits = SelectObject(dc, bits);
+  HGDIOBJ oldFont = SelectObject(dc, font);
+  PatBlt(dc, 0, 0, kSize, kSize, WHITENESS);
+  SetTextAlign(dc, TA_BASELINE);
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, RGB(0, 0, 0));
+  TextOutA(dc, h, v, text, static_cast<int>(std::strlen(text)));
+  BitBlt(target.Dc(), 0, 0, kSize, kSize, dc, 0, 0, SRCCOPY);
+  SelectObject(dc, oldFont);
+  SelectObject(dc, oldBits);
+  DeleteObject(bits);
+  DeleteDC(dc);
+  return Ink(target);
+}
+
+// On black, srcXor and srcBic turn the ink white; notSrcCopy inks the
+// text's box and leaves the characters white; srcCopy clears the box first
+// and then draws as srcOr does.
+TEST_F(Text, TransferModesCombineTheInkTheToolboxWay) {
+  Pascal s("AB");
+  auto draw = [&](SInt16 mode, bool onBlack) {
+    canvas.Clear();
+    if (onBlack) {
+      RECT all{0, 0, kSize, kSize};
+      FillRect(canvas.Dc(), &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    }
+    TextMode(mode);
+    MoveTo(10, 50);
+    DrawString(s);
+    return Ink(canvas);
+  };
+  draw(srcOr, false);
+  std::vector<bool> ink =
+      OneBitInk(static_cast<HFONT>(GetCurrentObject(canvas.Dc(), OBJ_FONT)), "AB", 10, 50);
+  ASSERT_GT(std::count(ink.begin(), ink.end(), true), 50);
+  std::vector<bool> inverse(ink.size());
+  std::transform(ink.begin(), ink.end(), inverse.begin(), [](bool b) { return !b; });
+  EXPECT_EQ(draw(srcXor, true), inverse);
+  EXPECT_EQ(draw(srcBic, true), inverse);
+  EXPECT_EQ(draw(patXor, true), inverse);
+
+  std::vector<bool> inverted = draw(notSrcCopy, false);
+  for (size_t i = 0; i < ink.size(); ++i) {
+    if (ink[i]) {
+      ASSERT_FALSE(inverted[i]) << i;
+    }
+  }
+  EXPECT_TRUE(inverted[50 * kSize + 10 + StringWidth(s) + 2]) << "the box is inked";
+  EXPECT_FALSE(inverted[5 * kSize + 5]);
+
+  draw(srcOr, false);
+  std::vector<uint32_t> onWhite;
+  for (int x = 10; x < 10 + StringWidth(s); ++x) onWhite.push_back(canvas.Pixel(x, 40));
+  draw(srcCopy, true);
+  for (int x = 10; x < 10 + StringWidth(s); ++x)
+    ASSERT_EQ(canvas.Pixel(x, 40), onWhite[x - 10])
+        << "the box is cleared under the text, at " << x;
+  EXPECT_EQ(canvas.Pixel(5, 5), kBlack) << "outside the box nothing changes";
+  EXPECT_EQ(canvas.Pixel(5, 40), kBlack);
+
+  TextMode(grayishTextOr);  // a mode GDI cannot draw: nothing, but the pen moves
+  canvas.Clear();
+  MoveTo(10, 50);
+  DrawString(s);
+  EXPECT_TRUE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
+  EXPECT_EQ(Pen().h, 10 + StringWidth(s));
+}
+
+TEST_F(Text, CommandKeyComesFromTheLibraryBitmap) {
+  FontInfo info;
+  GetFontInfo(&info);
+  MoveTo(30, 60);
+  DrawChar(18);
+  EXPECT_EQ(canvas.Row(49, 29, 43), "..##.....##...");
+  EXPECT_EQ(canvas.Row(52, 29, 43), "..#########...");
+  EXPECT_EQ(canvas.Row(55, 29, 43), "....#...#.....");
+  EXPECT_EQ(canvas.Row(59, 29, 43), "..##.....##...");
+  EXPECT_EQ(canvas.Row(60, 29, 43), "..............");
+  EXPECT_EQ(Pen().h, 30 + std::min<int>(info.widMax, 12));
+  EXPECT_EQ(CharWidth(18), std::min<int>(info.widMax, 12));
+}
+
+TEST_F(Text, SpaceExtraWidensEverySpace) {
+  Pascal s("a b c");
+  SInt16 plain = StringWidth(s);
+  MoveTo(10, 50);
+  DrawString(s);
+  int plainRight = InkBox(canvas, 0, 0, kSize, kSize).right;
+  SpaceExtra(3 << 16);
+  EXPECT_EQ(StringWidth(s), plain + 6);
+  canvas.Clear();
+  MoveTo(10, 50);
+  DrawString(s);
+  EXPECT_EQ(Pen().h, 10 + plain + 6);
+  EXPECT_EQ(InkBox(canvas, 0, 0, kSize, kSize).right, plainRight + 6);
+  SpaceExtra(0x8000);  // half a pixel a space, rounded over the two
+  EXPECT_EQ(StringWidth(s), plain + 1);
+  SpaceExtra(0);
+  EXPECT_EQ(StringWidth(s), plain);
+}
+
+int g_textCalls;
+void KWE_CALL CountingText(SInt16 count, const void* text, Point numer, Point denom) {
+  ++g_textCalls;
+  StdText(count, text, numer, denom);
+}
+SInt16 KWE_CALL FixedMeasure(SInt16, const void*, Point*, Point*, FontInfo*) { return 77; }
+
+TEST_F(Text, MeasuringCallsAgreeCharacterByCharacter) {
+  SInt16 locs[3] = {-1, -1, -1};
+  MeasureText(2, "ab", locs);
+  EXPECT_EQ(locs[0], 0);
+  EXPECT_EQ(locs[1], CharWidth('a'));
+  EXPECT_EQ(locs[2], CharWidth('a') + CharWidth('b'));
+  EXPECT_EQ(TextWidth("xabx", 1, 2), StringWidth(Pascal("ab")));
+  EXPECT_EQ(TextWidth("ab", 0, 0), 0);
+  EXPECT_EQ(TextWidth("ab", 0, -3), 0);
+  FontInfo info;
+  GetFontInfo(&info);
+  TEXTMETRICA tm{};
+  GetTextMetricsA(canvas.Dc(), &tm);
+  EXPECT_EQ(info.ascent, tm.tmAscent);
+  EXPECT_EQ(info.descent, tm.tmDescent);
+  EXPECT_EQ(info.widMax, tm.tmMaxCharWidth);
+  EXPECT_EQ(info.leading, tm.tmExternalLeading);
+
+  // numer:denom 2:1 draws at twice the size for that call only.
+  MoveTo(10, 100);
+  StdText(1, "H", Point{2, 2}, Point{1, 1});
+  Box big = InkBox(canvas, 0, 0, kSize, kSize);
+  EXPECT_EQ(port.txSize, 24);
+  canvas.Clear();
+  MoveTo(10, 100);
+  DrawChar('H');
+  Box normal = InkBox(canvas, 0, 0, kSize, kSize);
+  EXPECT_NEAR(big.bottom - big.top + 1, 2 * (normal.bottom - normal.top + 1), 2);
+
+  // The port's own procedures are called instead of the standard ones.
+  QDProcs procs;
+  SetStdProcs(&procs);
+  procs.textProc = reinterpret_cast<ProcPtr>(&CountingText);
+  procs.txMeasProc = reinterpret_cast<ProcPtr>(&FixedMeasure);
+  port.grafProcs = &procs;
+  g_textCalls = 0;
+  DrawString(Pascal("ab"));
+  DrawChar('c');
+  EXPECT_EQ(g_textCalls, 2);
+  EXPECT_EQ(StringWidth(Pascal("ab")), 77);
+  port.grafProcs = nullptr;
+}
+
+TEST_F(Text, NilEmptyAndHugeTextsAreHarmless) {
+  vars.HiliteMode = 0;
+  MoveTo(10, 50);
+  DrawString(Pascal(""));
+  DrawString(nullptr);
+  DrawText(nullptr, 0, 5);
+  DrawText("abc", 0, 0);
+  DrawText("abc", 0, -1);
+  StdText(5, nullptr, Point{1, 1}, Point{1, 1});
+  EXPECT_EQ(Pen().h, 10);
+  EXPECT_TRUE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
+  EXPECT_EQ(vars.HiliteMode, 0x80);
+  EXPECT_EQ(StringWidth(nullptr), 0);
+  EXPECT_EQ(TextWidth(nullptr, 0, 3), 0);
+  MeasureText(3, nullptr, nullptr);
+  GetFontInfo(nullptr);
+
+  // 32,767 bytes, ellipses among them (each drawn as three bytes).
+  std::vector<char> text(32767, 'i');
+  for (size_t i = 0; i < text.size(); i += 100) text[i] = '\xC9';
+  SInt16 width = TextWidth(text.data(), 0, 32767);
+  MoveTo(0, 50);
+  DrawText(text.data(), 0, 32767);
+  EXPECT_EQ(Pen().h, width);
+  EXPECT_FALSE(InkBox(canvas, 0, 0, 40, kSize).Empty());
+}
+
+TEST_F(Text, DialogPortsUseTheLibraryFonts) {
+  KWE_DialogFontMode(&port, true);
+  TextFont(systemFont);
+  TextSize(12);
+  DrawChar('A');
+  EXPECT_STREQ(FontIn(canvas.Dc()).lfFaceName, "KWE_System");
+  HGDIOBJ preset = GetCurrentObject(canvas.Dc(), OBJ_FONT);
+  TextFont(monaco);
+  TextSize(9);
+  DrawChar('A');
+  EXPECT_STREQ(FontIn(canvas.Dc()).lfFaceName, "KWE_Mono");
+  EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, -8);
+  TextSize(12);
+  DrawChar('A');
+  EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, -10);
+  TextSize(13);
+  DrawChar('A');
+  EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, -13);
+  KWE_DialogFontMode(&port, false);
+  TextFont(systemFont);
+  DrawChar('A');
+  EXPECT_EQ(GetObjectType(preset), static_cast<DWORD>(OBJ_FONT))
+      << "preset fonts are never deleted";
+  TextSize(0);
+  EXPECT_EQ(port.txSize, 12);
+}
+
+// Fonts, sizes, faces and modes change on every string; the port keeps one
+// font object, and the ink masks of the other modes go as they come.
+TEST_F(Text, GdiObjectsStayFlatOverTenThousandDrawCycles) {
+  const SInt16 fonts[] = {systemFont, applFont, geneva, monaco, times, helvetica, courier, 999};
+  const SInt16 modes[] = {srcOr, srcCopy, srcXor, notSrcBic};
+  Pascal s("Hello");
+  auto cycle = [&](int i) {
+    TextFont(fonts[i % 8]);
+    TextSize(SInt16(9 + i % 17));
+    TextFace(SInt16(i % 8 | (i % 3 ? 0 : extend)));
+    TextMode(modes[i % 4]);
+    MoveTo(10, 50);
+    if (i % 10 == 0)
+      DrawChar(18);
+    else
+      DrawString(s);
+    StringWidth(s);
+  };
+  for (int i = 0; i < 100; ++i) cycle(i);
+  int before = LiveGdiObjects();
+  if (before < 0) GTEST_SKIP() << "no GDI handle table to count in";
+  for (int i = 0; i < 10000; ++i) cycle(i);
+  EXPECT_LE(LiveGdiObjects(), before + 2);
+}
+
+TEST_F(Text, FontManagerMeasuresThePortsFont) {
+  InitFonts();
+  ASSERT_NE(vars.WidthTabHandle, nullptr);
+  FMetricRec metrics{};
+  FontMetrics(&metrics);
+  FontInfo info;
+  GetFontInfo(&info);
+  EXPECT_EQ(metrics.ascent, info.ascent << 16);
+  EXPECT_EQ(metrics.widMax, info.widMax << 16);
+  ASSERT_EQ(metrics.wTabHandle, vars.WidthTabHandle);
+  const WidthTable& table = *reinterpret_cast<WidthTable*>(*metrics.wTabHandle);
+  EXPECT_EQ(table.tabData['a'], CharWidth('a') << 16);
+  EXPECT_EQ(table.tabData[0xA5], CharWidth(0xA5) << 16);
+  EXPECT_EQ(table.fID, geneva);
+  EXPECT_EQ(table.hOutput, 256);
+
+  // Extended text: measured from the table, drawn character by character.
+  SInt16 a = CharWidth('a'), b = CharWidth('b');
+  Fixed widths[256];
+  for (Fixed& w : widths) w = 7 << 16;
+  KWE_ExtDrawText(true, widths, 0);
+  EXPECT_EQ(StringWidth(Pascal("abc")), 21);
+  widths['b'] = 0x78000;  // 7.5
+  EXPECT_EQ(StringWidth(Pascal("bbb")), 23);
+  MoveTo(10, 50);
+  DrawString(Pascal("iii"));
+  EXPECT_EQ(Pen().h, 31);
+  EXPECT_FALSE(InkBox(canvas, 24, 0, 31, kSize).Empty()) << "the third i sits 14 pixels on";
+  KWE_ExtDrawText(true, nullptr, 2);  // the Font Manager's table, 2 pixels more
+  EXPECT_EQ(StringWidth(Pascal("ab")), a + b + 2);
+  KWE_ExtDrawText(false, nullptr, 0);
+  EXPECT_EQ(StringWidth(Pascal("abc")), TextWidth("abc", 0, 3));
+
+  // FMSwapFont measures in a port of its own and leaves this one current.
+  FMInput in{geneva, 24, 0, false, 0, Point{1, 1}, Point{1, 1}};
+  FMOutput* out = FMSwapFont(&in);
+  ASSERT_NE(out, nullptr);
+  EXPECT_EQ(out->ascent, info.ascent);
+  EXPECT_EQ(out->descent, info.descent);
+  EXPECT_EQ(vars.thePort, &port);
+  EXPECT_EQ(FMSwapFont(nullptr), nullptr);
+  EXPECT_TRUE(RealFont(geneva, 13));
+  EXPECT_FALSE(IsOutline(Point{1, 1}, Point{1, 1}));
+  EXPECT_EQ(FTChoose(), 0);
+  EXPECT_EQ(KWE_GetIntlSystemFont(), 0);
+  SetFractEnable(true);
+  EXPECT_EQ(vars.FractEnable, 1);
+}
+
+// A session whose application lives in a directory of its own, so that the
+// font map beside it is this test's alone.
+class FontMapFiles : public Text {
+ protected:
+  void SetUp() override {
+    char temp[MAX_PATH];
+    GetTempPathA(MAX_PATH, temp);
+    dir = std::string(temp) + "kwefont" + std::to_string(GetCurrentProcessId()) + "\\";
+    CreateDirectoryA(dir.c_str(), nullptr);
+    char library[MAX_PATH];
+    GetModuleFileNameA(GetModuleHandleA("KWEJMP.dll"), library, MAX_PATH);
+    CopyFileA(library, (dir + "HOST.DLL").c_str(), FALSE);
+    module = LoadLibraryExA((dir + "HOST.DLL").c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    ASSERT_NE(module, nullptr);
+    Text::SetUp();
+  }
+  void TearDown() override {
+    Text::TearDown();
+    if (module) FreeLibrary(module);
+    RemoveTree(dir);
+  }
+  void FillRecord(KWESessionRecord& r) override { r.instance = module; }
+
+  std::string MapFile() const {
+    HANDLE f = CreateFileA((dir + "kwefont.map").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                           OPEN_EXISTING, 0, nullptr);
+    if (f == INVALID_HANDLE_VALUE) return "(none)";
+    char buffer[8192];
+    DWORD got = 0;
+    ReadFile(f, buffer, sizeof buffer, &got, nullptr);
+    CloseHandle(f);
+    return std::string(buffer, got);
+  }
+  void WriteFile(const std::string& name, const std::string& text) {
+    HANDLE f =
+        CreateFileA((dir + name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    DWORD put = 0;
+    ::WriteFile(f, text.data(), DWORD(text.size()), &put, nullptr);
+    CloseHandle(f);
+  }
+  // The map is read again at the first font use after the last port closed.
+  void ReopenWithMap(const std::string& text) {
+    ClosePort(&port);
+    WriteFile("kwefont.map", text);
+    OpenOnCanvas();
+  }
+  SInt16 Number(const char* name) {
+    SInt16 n = -1;
+    GetFNum(Pascal(name), &n);
+    return n;
+  }
+  std::string Name(SInt16 number) {
+    Str255 name;
+    GetFontName(number, name);
+    return std::string(reinterpret_cast<char*>(name + 1), name[0]);
+  }
+
+  std::string dir;
+  HMODULE module = nullptr;
+};
+
+TEST_F(FontMapFiles, MissingMapIsWrittenFromTheBuiltInOne) {
+  std::string map = MapFile();
+  EXPECT_EQ(map.substr(0, 29), "systemFont(0):System(Swiss)\r\n");
+  EXPECT_EQ(std::count(map.begin(), map.end(), '\n'), 17);
+  EXPECT_NE(map.find("geneva(3):Arial(Swiss)\r\n"), std::string::npos);
+  EXPECT_EQ(Number("TIMES"), 20);
+  EXPECT_EQ(Number("noSuchFont"), 0);
+  GetFNum(Pascal("times"), nullptr);
+  if (Installed("Times New Roman")) {
+    EXPECT_EQ(Name(times), "Times New Roman");
+  }
+  if (Installed("Courier New")) {
+    EXPECT_EQ(Number("Courier New"), courier);
+  }
+}
+
+TEST_F(FontMapFiles, MapLinesPutNumbersOnTheirFirstInstalledFace) {
+  std::string face =
+      FirstInstalled({"Tahoma", "DejaVu Serif", "Liberation Serif", "Times New Roman"});
+  if (face.empty()) GTEST_SKIP() << "none of the faces is installed";
+  std::string map = "  geneva(3):No Such Face," + face +
+                    ",Arial(Swiss)\r\n\r\n"
+                    "\tlondon():" +
+                    face +
+                    "(Roman) anything after\n"
+                    "cairo(300):No Such Face Either(decorative)\r\n";
+  ReopenWithMap(map);
+  EXPECT_EQ(Name(geneva), face);
+  EXPECT_EQ(Number(face.c_str()), geneva);
+  EXPECT_EQ(Number("london"), 0) << "an entry without a number";
+  EXPECT_EQ(Number("times"), 0) << "the built-in map is not used";
+  EXPECT_EQ(MapFile(), map) << "a map with entries is left as it is";
+  TextFont(geneva);
+  DrawString(Pascal("x"));
+  EXPECT_EQ(FontIn(canvas.Dc()).lfFaceName, face);
+
+  // A number the map does not know, with no applFont to fall back on: no
+  // face name; Windows still draws in a face of its choosing.
+  TextFont(999);
+  EXPECT_EQ(Name(999), "");
+  MoveTo(10, 50);
+  DrawString(Pascal("Hello"));
+  EXPECT_EQ(Pen().h, 10 + StringWidth(Pascal("Hello")));
+  EXPECT_FALSE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
+}
+
+TEST_F(FontMapFiles, MalformedLineEndsTheMapAndGarbageGivesTheBuiltInOne) {
+  std::string map =
+      "geneva(3):Tahoma(Swiss)\r\nbroken(4:Courier New(Modern)\r\ntimes(20):Tahoma(Roman)\r\n";
+  ReopenWithMap(map);
+  EXPECT_EQ(Number("geneva"), 3);
+  EXPECT_EQ(Number("times"), 0);
+  EXPECT_EQ(MapFile(), map);
+
+  ReopenWithMap("\x01\x02 no delimiters at all\r\n");
+  EXPECT_EQ(Number("times"), 20);
+  EXPECT_EQ(MapFile().substr(0, 29), "systemFont(0):System(Swiss)\r\n");
+
+  ReopenWithMap(std::string("geneva(3):Tahoma(Swiss)\r\ntimes(20):Tahoma(Roman)\r\n", 40));
+  EXPECT_EQ(Number("geneva"), 3);
+  EXPECT_EQ(Number("times"), 0);
+}
+
+// A raster face (Wine's Courier, added from its file for this process)
+// asked for one of its own sizes is made from that size's LOGFONT; any
+// other size by character height.
+TEST_F(FontMapFiles, RasterFacesUseTheirOwnSizes) {
+  const char* file = "Z:\\usr\\share\\wine\\fonts\\coure.fon";
+  if (GetFileAttributesA(file) == INVALID_FILE_ATTRIBUTES || !AddFontResourceA(file))
+    GTEST_SKIP() << "no raster font file to add";
+  ReopenWithMap("courier(22):Courier(Modern)\r\n");
+  KWE_UpdateFontList(true);
+  EXPECT_EQ(Name(courier), "Courier");
+  struct Size {
+    int pixels;
+    LONG height;
+  };
+  std::vector<Size> sizes;
+  EnumFontsA(
+      canvas.Dc(), "Courier",
+      [](const LOGFONTA* lf, const TEXTMETRICA* tm, DWORD, LPARAM out) -> int {
+        reinterpret_cast<std::vector<Size>*>(out)->push_back(
+            {tm->tmHeight - tm->tmInternalLeading, lf->lfHeight});
+        return 1;
+      },
+      reinterpret_cast<LPARAM>(&sizes));
+  ASSERT_FALSE(sizes.empty());
+  TextFont(courier);
+  for (const Size& size : sizes) {
+    TextSize(SInt16(size.pixels));
+    DrawChar('x');
+    EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, size.height) << size.pixels;
+  }
+  TextSize(SInt16(sizes.back().pixels + 7));
+  DrawChar('x');
+  EXPECT_EQ(FontIn(canvas.Dc()).lfHeight, -(sizes.back().pixels + 7));
+  ClosePort(&port);
+  RemoveFontResourceA(file);
+  OpenOnCanvas();
+}
+
+// System values 8, 9 and 10: a file the host opened, and where in it the
+// map begins and ends.
+TEST_F(FontMapFiles, HostsOpenFileSuppliesTheMap) {
+  ClosePort(&port);
+  WriteFile("host.dat", "HEADER--monaco(4):Tahoma(Modern)\r\n--TRAILER(1):x(y)");
+  OSErr err = noErr;
+  SInt16 slot = KWE_FHOpen((dir + "host.dat").c_str(), 0, &err);
+  ASSERT_GT(slot, 0);
+  KWE_SystemValue(1, 8, slot);
+  KWE_SystemValue(1, 9, 8);
+  KWE_SystemValue(1, 10, 34);
+  OpenOnCanvas();
+  EXPECT_EQ(Number("monaco"), 4);
+  EXPECT_EQ(Number("times"), 0);
+  EXPECT_EQ(Number("--TRAILER"), 0) << "the map ends where system value 10 says";
+  EXPECT_EQ(KWE_FHLSeek(slot, 0, 1), 0) << "the host's mark is put back";
+  KWE_FHClose(slot);
+  KWE_SystemValue(1, 8, -1);
+}
+
+}  // namespace
