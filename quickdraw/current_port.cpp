@@ -6,6 +6,7 @@
 
 #include "KWEPorts.h"
 #include "frame/session.h"
+#include "quickdraw/pattern_brush.h"
 #include "quickdraw/port_attr.h"
 #include "quickdraw/port_font.h"
 #include "quickdraw/screen_state.h"
@@ -184,4 +185,5 @@ KWE_API void KWE_CALL KWE_BrushAlign(SInt16 delta) {
     ++a->brushAlignCount;
   else if (a->brushAlignCount > 0)
     --a->brushAlignCount;
+  AlignBrushToPort(*a);
 }

@@ -5,6 +5,10 @@
 
 #include <cstring>
 
+#include "quickdraw/colour_arithmetic.h"
+#include "quickdraw/colour_pattern.h"
+#include "quickdraw/port_patterns.h"
+
 namespace kwe::quickdraw {
 namespace {
 
@@ -29,11 +33,34 @@ bool PatternIsSolid(const Pattern& pat, UInt8 value) {
 }
 
 // A brush that cannot be made falls back to the stock gray brush.
+HBRUSH SelectPaintBrush(PortAttr& a, const PatternPaint& paint) {
+  PixPatHandle pp = paint.colourPattern;
+  if (!pp || !*pp) return SelectPatternBrush(a, paint.pat, paint.fg, paint.bk);
+  bool same = a.penPatternBrush && a.brushColourPattern == pp && (*pp)->patXValid != -1;
+  if (!same) {
+    Pattern pat;
+    RGBColor fg, bk;
+    HBRUSH brush = MakeColourPatternBrush(pp, &pat, &fg, &bk);
+    if (!brush) return SelectPatternBrush(a, pat, ColorRefOf(fg), ColorRefOf(bk));
+    SelectObject(a.hdc, GetStockObject(WHITE_BRUSH));
+    if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
+    a.penPatternBrush = brush;
+    a.brushColourPattern = pp;
+    (*pp)->patXValid = 0;
+  }
+  if (a.brush != a.penPatternBrush || !same) {
+    SelectObject(a.hdc, a.penPatternBrush);
+    a.brush = a.penPatternBrush;
+  }
+  return a.penPatternBrush;
+}
+
 HBRUSH SelectPatternBrush(PortAttr& a, const Pattern& pat, COLORREF fg, COLORREF bk) {
-  bool same = a.penPatternBrush && std::memcmp(&pat, &a.penBrushPattern, sizeof pat) == 0 &&
+  bool same = a.penPatternBrush && !a.brushColourPattern && std::memcmp(&pat, &a.penBrushPattern, sizeof pat) == 0 &&
               a.penBrushFg == fg && a.penBrushBk == bk;
   if (!same) {
     HBRUSH brush = MakeBrush(pat, fg, bk);
+    a.brushColourPattern = nullptr;
     SelectObject(a.hdc, GetStockObject(WHITE_BRUSH));
     if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
     a.penPatternBrush = brush;
@@ -55,10 +82,33 @@ HBRUSH SelectPatternBrush(PortAttr& a, const Pattern& pat, COLORREF fg, COLORREF
     a.selectedBkColorRef = bk;
   }
   if (a.brush != a.penPatternBrush || !same) {
+    if (a.brushAlignCount) {
+      SetBrushOrgEx(a.hdc, a.brushOriginH, a.brushOriginV, nullptr);
+      UnrealizeObject(a.penPatternBrush);
+    }
     SelectObject(a.hdc, a.penPatternBrush);
     a.brush = a.penPatternBrush;
   }
   return a.penPatternBrush;
+}
+
+void AlignBrushToPort(PortAttr& a) {
+  if (!a.brushAlignCount) return;
+  int h = a.port->portRect.left, v = a.port->portRect.top;
+  LocalToDevice(a, &h, &v);
+  POINT p{h, v};
+  if (a.offscreenActive) {
+    p.x -= a.offscreenH;
+    p.y -= a.offscreenV;
+  } else if (HWND w = WindowOf(a)) {
+    ClientToScreen(w, &p);
+  }
+  int16_t originH = static_cast<int16_t>(-p.x & 7), originV = static_cast<int16_t>(-p.y & 7);
+  if (originH == a.brushOriginH && originV == a.brushOriginV) return;
+  a.brushOriginH = originH;
+  a.brushOriginV = originV;
+  if (a.hdc && a.brush) SelectObject(a.hdc, GetStockObject(WHITE_BRUSH));
+  a.brush = nullptr;
 }
 
 }  // namespace kwe::quickdraw

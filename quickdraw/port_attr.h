@@ -97,6 +97,7 @@ struct PortAttr {
   HBRUSH penPatternBrush = nullptr;  // cached brush of the pen pattern
   Pattern penBrushPattern{};         // what penPatternBrush was made from
   COLORREF penBrushFg = CLR_INVALID, penBrushBk = CLR_INVALID;
+  PixPatHandle brushColourPattern = nullptr;  // the full-colour pattern it was made from
 
   // --- Text (port_font.h): the font realised for txFont, txSize and txFace.
   // font above is the port's own font object; textFont is what its text is

@@ -5,6 +5,7 @@
 #include "KWEPorts.h"
 #include "KWERegions.h"
 #include "frame/trap_defaults.h"
+#include "quickdraw/pattern_brush.h"
 #include "quickdraw/port_attr.h"
 #include "quickdraw/region_record.h"
 
@@ -50,6 +51,7 @@ void KWE_CALL SetOriginDefault(SInt16 h, SInt16 v) {
   TakeOriginFromPortRect(*a);
   OffsetRgn(port->visRgn, static_cast<SInt16>(dh), static_cast<SInt16>(dv));
   RebuildClip(port);
+  AlignBrushToPort(*a);
   Move(0, 0);
 }
 
@@ -82,6 +84,7 @@ KWE_API void KWE_CALL SetPortPix(PixMapHandle pm) {
   GrafPtr port = CurrentPort();
   if (!pm || !CurrentAttr() || !IsColourPort(port)) return;
   AsColour(port)->portPixMap = pm;
+  AlignBrushToPort(*CurrentAttr());
 }
 
 KWE_API void KWE_CALL ClipRect(const Rect* r) {

@@ -69,7 +69,7 @@ Pattern BackPatternOf(GrafPtr port) {
 // A plain port's patterns draw in its two colours; a colour port's pixel
 // patterns too, except an RGB pattern, which is its one colour throughout.
 PatternPaint PaintOf(GrafPtr port, const PortAttr& a, PatternSelector which) {
-  PatternPaint paint{{}, a.fgColorRef, a.bkColorRef};
+  PatternPaint paint{{}, a.fgColorRef, a.bkColorRef, nullptr};
   if (!IsColourPort(port)) {
     paint.pat = which == PatternSelector::Pen ? port->pnPat : which == PatternSelector::Back ? port->bkPat : port->fillPat;
   } else {
@@ -77,6 +77,7 @@ PatternPaint PaintOf(GrafPtr port, const PortAttr& a, PatternSelector which) {
     PixPatHandle pp = which == PatternSelector::Pen ? c->pnPixPat : which == PatternSelector::Back ? c->bkPixPat : c->fillPixPat;
     paint.pat = PatternOfPixPat(pp);
     RGBColor rgb;
+    if (pp && *pp && (*pp)->patType == 1) paint.colourPattern = pp;
     if (RgbOfPixPat(pp, &rgb)) {
       std::memset(paint.pat.pat, 0xFF, sizeof paint.pat.pat);
       paint.fg = paint.bk = ColorRefOf(a.deviceDepth == 1 ? ReducedToBlackOrWhite(rgb) : rgb);

@@ -22,6 +22,7 @@ struct PatternPaint {
   Pattern pat;
   COLORREF fg;
   COLORREF bk;
+  PixPatHandle colourPattern;  // a full-colour pattern, drawn from its pixels
 };
 PatternPaint PaintOf(GrafPtr port, const PortAttr& a, PatternSelector which);
 

@@ -92,6 +92,7 @@ void ResetGdiCache(PortAttr& a) {
   a.dirty = static_cast<UInt16>((a.dirty | kPenDirty | kTextDirty) & ~(kPenSelected | kNullPenSelected));
   if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
   a.penPatternBrush = nullptr;
+  a.brushColourPattern = nullptr;
   a.brush = nullptr;
   if (a.pen) DeleteObject(a.pen);
   a.pen = nullptr;

@@ -99,8 +99,7 @@ void PrepareAreaVerb(GrafPtr port, PortAttr& a, Verb verb) {
   SelectRop2(a, Rop2Of(a, verb));
   SelectNullPen(a);
   if (verb == Verb::Invert) return;
-  PatternPaint paint = PaintOf(port, a, SelectorOf(verb));
-  SelectPatternBrush(a, paint.pat, paint.fg, paint.bk);
+  SelectPaintBrush(a, PaintOf(port, a, SelectorOf(verb)));
 }
 
 // PatBlt is GDI's fastest fill and draws exactly the rectangle; the other
@@ -178,6 +177,49 @@ void FrameDeviceOutline(GrafPtr port, PortAttr& a, const Outline& path) {
   MoveToEx(a.hdc, a.devicePenH, a.devicePenV, nullptr);
 }
 
-void RestoreHiliteBit() { lowmem::At<UInt8>(lowmem::Slot::HiliteMode) |= 0x80; }
+bool TakeHiliteRequest() {
+  UInt8& mode = lowmem::At<UInt8>(lowmem::Slot::HiliteMode);
+  bool requested = !(mode & 0x80);
+  mode |= 0x80;
+  return requested;
+}
+
+// Without palettes the exchange is done pixel by pixel on a 32-bit copy of
+// the rectangle, written back through the DC's clip.
+bool HighlightDeviceRect(GrafPtr port, PortAttr& a, const RECT& r) {
+  int w = r.right - r.left, h = r.bottom - r.top;
+  if (a.deviceDepth <= 1 || w <= 0 || h <= 0) return false;
+  RGBColor hilite = lowmem::At<RGBColor>(lowmem::Slot::HiliteRGB);
+  if (IsColourPort(port) && AsColour(port)->grafVars && *AsColour(port)->grafVars)
+    hilite = reinterpret_cast<GrafVars*>(*AsColour(port)->grafVars)->rgbHiliteColor;
+  auto asPixel = [](COLORREF c) -> uint32_t { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); };
+  uint32_t background = asPixel(a.bkColorRef);
+  uint32_t highlight = (uint32_t(hilite.red >> 8) << 16) | (uint32_t(hilite.green >> 8) << 8) | (hilite.blue >> 8);
+  BITMAPINFO info{};
+  info.bmiHeader = BITMAPINFOHEADER{sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HDC copy = CreateCompatibleDC(a.hdc);
+  HBITMAP bitmap = copy ? CreateDIBSection(copy, &info, DIB_RGB_COLORS, &bits, nullptr, 0) : nullptr;
+  bool done = false;
+  if (bitmap) {
+    HGDIOBJ old = SelectObject(copy, bitmap);
+    if (BitBlt(copy, 0, 0, w, h, a.hdc, r.left, r.top, SRCCOPY)) {
+      GdiFlush();
+      auto* pixels = static_cast<uint32_t*>(bits);
+      for (int i = 0; i < w * h; ++i) {
+        uint32_t p = pixels[i] & 0xFFFFFF;
+        if (p == background)
+          pixels[i] = highlight;
+        else if (p == highlight)
+          pixels[i] = background;
+      }
+      done = BitBlt(a.hdc, r.left, r.top, w, h, copy, 0, 0, SRCCOPY) != 0;
+    }
+    SelectObject(copy, old);
+    DeleteObject(bitmap);
+  }
+  if (copy) DeleteDC(copy);
+  return done;
+}
 
 }  // namespace kwe::quickdraw

@@ -71,7 +71,14 @@ void FillPenSweep(GrafPtr port, PortAttr& a, const Outline& path);
 void FrameDeviceOutline(GrafPtr port, PortAttr& a, const Outline& path);
 
 // Frame, paint and invert give the application's HiliteMode its bit 7
-// back, as QuickDraw does after every highlighting chance.
-void RestoreHiliteBit();
+// back, as QuickDraw does after every highlighting chance; true when the
+// application had cleared it to ask for highlighting.
+bool TakeHiliteRequest();
+inline void RestoreHiliteBit() { TakeHiliteRequest(); }
+
+// Highlighting instead of inverting: inside r the pixels of the port's
+// background colour and of the highlight colour trade places. False when
+// the device cannot show it (1 bit deep) or the pixels cannot be read.
+bool HighlightDeviceRect(GrafPtr port, PortAttr& a, const RECT& r);
 
 }  // namespace kwe::quickdraw

@@ -5,6 +5,7 @@ target_sources(kwe_portable PRIVATE
 
 if(WIN32)
   target_sources(KWEJMP PRIVATE
+    ${CMAKE_CURRENT_LIST_DIR}/colour_pattern.cpp
     ${CMAKE_CURRENT_LIST_DIR}/oval_drawing.cpp
     ${CMAKE_CURRENT_LIST_DIR}/pattern_calls.cpp
     ${CMAKE_CURRENT_LIST_DIR}/poly_drawing.cpp

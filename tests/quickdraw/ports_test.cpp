@@ -311,6 +311,42 @@ TEST_F(Ports, CoordinatesFollowTheWindowAndTheOrigin) {
   ReleaseDC(mainWindow, dc);
 }
 
+// With brush alignment on, a pattern lines up with the screen rather than
+// with the window: a window whose client area starts on an odd screen
+// diagonal shifts the gray pattern by one pixel.
+TEST_F(Ports, BrushAlignmentFollowsTheScreenPosition) {
+  ShowWindow(mainWindow, SW_SHOWNORMAL);
+  for (int x = 40; x < 42; ++x) {
+    SetWindowPos(mainWindow, HWND_TOP, x, 40, 300, 200, SWP_SHOWWINDOW);
+    POINT client{0, 0};
+    ClientToScreen(mainWindow, &client);
+    if ((client.x + client.y) % 2) break;
+  }
+  POINT client{0, 0};
+  ClientToScreen(mainWindow, &client);
+  ASSERT_EQ((client.x + client.y) % 2, 1);
+  HDC dc = GetDC(mainWindow);
+  GrafPort port;
+  OpenPort(&port);
+  KWE_SwaphDC(dc, true);
+  PenPat(&vars.gray);
+  auto blackAt = [&](int x, int y) { return GetPixel(dc, x, y) == RGB(0, 0, 0); };
+  MoveTo(0, 10);
+  LineTo(20, 10);
+  GdiFlush();
+  bool unaligned = blackAt(4, 10);
+  KWE_BrushAlign(1);
+  MoveTo(0, 10);
+  LineTo(20, 10);
+  GdiFlush();
+  EXPECT_NE(blackAt(4, 10), unaligned);
+  EXPECT_EQ(blackAt(4, 10), (client.x + 4 + client.y + 10) % 2 == 0);
+  KWE_BrushAlign(-1);
+  KWE_SwaphDC(dc, false);
+  ClosePort(&port);
+  ReleaseDC(mainWindow, dc);
+}
+
 TEST_F(Ports, OldAndRgbColours) {
   GrafPort port;
   OpenOnCanvas(&port);

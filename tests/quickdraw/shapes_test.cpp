@@ -101,6 +101,79 @@ TEST_F(Shapes, VerbsUseTheirPatternsAndColours) {
   DisposeHandle(reinterpret_cast<Handle>(pp));
 }
 
+// A full-colour pattern paints from its own pixels and colour table; a
+// 1-bit 8 by 8 one is an old-style pattern in its table's last and first
+// colours.
+TEST_F(Shapes, FullColourPixelPatterns) {
+  CGrafPort colour;
+  OpenCPort(&colour);
+  KWE_SwaphDC(canvas.Dc(), true);
+  struct Table {
+    SInt32 seed;
+    SInt16 flags, size;
+    struct {
+      SInt16 value;
+      RGBColor rgb;
+    } entries[3];
+  };
+  Handle table = NewHandleClear(sizeof(Table));
+  *reinterpret_cast<Table*>(*table) = Table{0, 0, 2, {{0, {0xFFFF, 0xFFFF, 0xFFFF}}, {1, {0xFFFF, 0, 0}}, {2, {0, 0, 0xFFFF}}}};
+  Handle map = NewHandleClear(sizeof(PixMap));
+  PixMap& pm = *reinterpret_cast<PixMap*>(*map);
+  pm.rowBytes = SInt16(0x8000 | 16);
+  pm.bounds = R(0, 0, 16, 16);
+  pm.pixelSize = 8;
+  pm.cmpCount = 1;
+  pm.cmpSize = 8;
+  pm.pmTable = reinterpret_cast<CTabHandle>(table);
+  Handle data = NewHandle(16 * 16);
+  for (int i = 0; i < 256; ++i) (*data)[i] = char(i % 16 < 8 ? 1 : 2);  // red left, blue right
+  PixPatHandle pp = reinterpret_cast<PixPatHandle>(NewHandleClear(sizeof(PixPat)));
+  (**pp).patType = 1;
+  (**pp).patMap = reinterpret_cast<PixMapHandle>(map);
+  (**pp).patData = data;
+  (**pp).patXValid = -1;
+  Rect r = R(0, 20, 40, 24);
+  FillCRect(&r, pp);
+  EXPECT_EQ(canvas.Pixel(3, 21), 0xFF0000u);
+  EXPECT_EQ(canvas.Pixel(10, 21), 0x0000FFu);
+  EXPECT_EQ(canvas.Pixel(19, 21), 0xFF0000u);
+  EXPECT_EQ((**pp).patXValid, 0);
+
+  // 1 bit, 8 by 8: the old-style path, blue on white.
+  pm.rowBytes = SInt16(0x8000 | 2);
+  pm.bounds = R(0, 0, 8, 8);
+  pm.pixelSize = 1;
+  for (int i = 0; i < 16; ++i) (*data)[i] = char(0xF0);
+  (**pp).patXValid = -1;
+  r = R(0, 30, 8, 31);
+  FillCRect(&r, pp);
+  EXPECT_EQ(canvas.Pixel(1, 30), 0x0000FFu);
+  EXPECT_EQ(canvas.Pixel(6, 30), 0xFFFFFFu);
+  CloseCPort(&colour);
+  for (Handle h : {table, map, data, reinterpret_cast<Handle>(pp)}) DisposeHandle(h);
+}
+
+// With bit 7 of HiliteMode cleared, invert highlights: background-coloured
+// pixels and highlight-coloured ones trade places, others stay.
+TEST_F(Shapes, HighlightingExchangesBackgroundAndHighlightColours) {
+  vars.HiliteRGB = RGBColor{0xFFFF, 0xFFFF, 0};
+  Rect black = R(0, 0, 4, 4), both = R(0, 0, 8, 4);
+  PaintRect(&black);
+  vars.HiliteMode = UInt8(vars.HiliteMode & 0x7F);
+  InvertRect(&both);
+  EXPECT_EQ(vars.HiliteMode & 0x80, 0x80);
+  EXPECT_EQ(canvas.Pixel(1, 1), kBlack);
+  EXPECT_EQ(canvas.Pixel(6, 1), 0xFFFF00u);
+  EXPECT_EQ(canvas.Pixel(6, 6), kWhite);
+  vars.HiliteMode = UInt8(vars.HiliteMode & 0x7F);
+  InvertRect(&both);  // and back
+  EXPECT_EQ(canvas.Pixel(6, 1), kWhite);
+  InvertRect(&both);  // bit 7 set again: a plain invert
+  EXPECT_EQ(canvas.Pixel(1, 1), kWhite);
+  EXPECT_EQ(canvas.Pixel(6, 1), kBlack);
+}
+
 // Each Boolean mode over black and white, with the gray pen pattern: the
 // left half of each probe row lies over black, the right over white.
 TEST_F(Shapes, TransferModesOverAKnownBackground) {
