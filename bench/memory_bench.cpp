@@ -105,16 +105,58 @@ double Batches(const Workload& w) {
   return (kwe_bench::Now() - start) / (kBatches * kBatch);
 }
 
+// Each block freed as soon as it is made, while the pool's first 1,000
+// blocks stay alive as an application's data would (an empty small-block
+// heap is given back, so without them every pair would make a heap).
+template <class Kind>
+double Pairs(const Workload& w) {
+  std::vector<typename Kind::Block> alive(kPool);
+  for (int i = 0; i < kPool; ++i) alive[i] = Kind::Make(w.sizes[i]);
+  double start = kwe_bench::Now();
+  for (int i = kPool; i < kPool + kReplacements; ++i) Kind::Free(Kind::Make(w.sizes[i]));
+  double elapsed = kwe_bench::Now() - start;
+  for (auto block : alive) Kind::Free(block);
+  return elapsed / kReplacements;
+}
+
+enum class Shape { Pool, Batches, Pairs };
+
+template <class Kind>
+double Run(Shape shape, const Workload& w) {
+  switch (shape) {
+    case Shape::Pool: return Pool<Kind>(w);
+    case Shape::Batches: return Batches<Kind>(w);
+    case Shape::Pairs: return Pairs<Kind>(w);
+  }
+  return 0;
+}
+
 // Library and raw runs alternate, so that both meet the same heap state and
 // machine load; the best of seven is kept.
 template <class Raw>
-void Compare(const char* what, const Workload& w, bool pool) {
+void Compare(const char* what, const Workload& w, Shape shape) {
   double library = 1e30, raw = 1e30;
   for (int run = 0; run < 7; ++run) {
-    library = std::min(library, pool ? Pool<LibraryHandles>(w) : Batches<LibraryHandles>(w));
-    raw = std::min(raw, pool ? Pool<Raw>(w) : Batches<Raw>(w));
+    library = std::min(library, Run<LibraryHandles>(shape, w));
+    raw = std::min(raw, Run<Raw>(shape, w));
   }
   kwe_bench::PrintRatio(what, library * 1e9, raw * 1e9, "ns/pair");
+}
+
+// Every shape against both raw kinds; prefix names the sizes.
+void CompareAllShapes(const char* prefix, const Workload& w) {
+  struct Line {
+    const char* shape;
+    Shape value;
+  };
+  const Line lines[] = {{"pairs", Shape::Pairs}, {"pool", Shape::Pool}, {"batches", Shape::Batches}};
+  for (const Line& line : lines) {
+    char what[96];
+    std::snprintf(what, sizeof what, "%s %s, vs LocalAlloc(LPTR)", prefix, line.shape);
+    Compare<FixedBlocks>(what, w, line.value);
+    std::snprintf(what, sizeof what, "%s %s, vs LocalAlloc(LHND)", prefix, line.shape);
+    Compare<MovableBlocks>(what, w, line.value);
+  }
 }
 
 // Said once, above the figures it qualifies.
@@ -122,27 +164,21 @@ void SayWhatIsCompared() {
   std::printf(
       "Handles against raw blocks: both sides make and free the same sizes in the same order\n"
       "and touch each new block once; every block is zero-filled on both sides. LHND lines add\n"
-      "the LocalLock that a handle's address costs; LPTR lines, the cheapest raw block, do not.\n");
+      "the LocalLock that a handle's address costs; LPTR lines, the cheapest raw block, do not.\n"
+      "pairs: each block freed at once; pool: 1,000 blocks alive, one at random replaced;\n"
+      "batches: 100 blocks made, then all freed.\n");
 }
 
 void HandlesOfMixedSizes() {
   SayWhatIsCompared();
-  Workload w = MakeWorkload(65536, 1);
-  Compare<FixedBlocks>("8 B-64 KB pool, NewHandle vs LocalAlloc(LPTR)", w, true);
-  Compare<MovableBlocks>("8 B-64 KB pool, NewHandle vs LocalAlloc(LHND)", w, true);
-  Compare<FixedBlocks>("8 B-64 KB batches, NewHandle vs LocalAlloc(LPTR)", w, false);
-  Compare<MovableBlocks>("8 B-64 KB batches, NewHandle vs LocalAlloc(LHND)", w, false);
+  CompareAllShapes("8 B-64 KB", MakeWorkload(65536, 1));
 }
 
 // NewHandle/DisposeHandle with session flag 0x00000008, every size below the
 // small-block limit; the raw side is unchanged.
 void HandlesFromSmallBlockHeaps() {
   KWE_SetFlags(kweFlagSmallBlocks, kweFlagSmallBlocks, 0, 0);
-  Workload w = MakeWorkload(8191, 2);
-  Compare<FixedBlocks>("small blocks 8 B-8 KB pool, vs LocalAlloc(LPTR)", w, true);
-  Compare<MovableBlocks>("small blocks 8 B-8 KB pool, vs LocalAlloc(LHND)", w, true);
-  Compare<FixedBlocks>("small blocks 8 B-8 KB batches, vs LocalAlloc(LPTR)", w, false);
-  Compare<MovableBlocks>("small blocks 8 B-8 KB batches, vs LocalAlloc(LHND)", w, false);
+  CompareAllShapes("small blocks 8 B-8 KB", MakeWorkload(8191, 2));
   KWE_SetFlags(kweFlagSmallBlocks, 0, 0, 0);
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <utility>
 
 #include "frame/session.h"
 #include "frame/subsystems.h"
@@ -21,13 +22,10 @@ constexpr int IndexOf(int offset) { return (offset - 4) / 4; }
 Cell g_slotCells[kSlotCount];      // stand-ins until the host binds, and past the spares
 Cell g_spareCells[kSpareCellCount];
 int g_sparesUsed = 0;              // not reset by a later session
-void* g_bound[kSlotCount];
-bool g_boundInitialised = false;
 
-void EnsureDefaults() {
-  if (g_boundInitialised) return;
-  for (int i = 0; i < kSlotCount; ++i) g_bound[i] = &g_slotCells[i];
-  g_boundInitialised = true;
+template <std::size_t... I>
+constexpr BoundAddresses OwnCells(std::index_sequence<I...>) {
+  return BoundAddresses{{&g_slotCells[I]...}};
 }
 
 // The 16 spare cells go to the first null pointers in binding order. A record
@@ -97,26 +95,24 @@ void InitialiseSlot(int offset) {
 
 }  // namespace
 
-void* Address(Slot slot) {
-  EnsureDefaults();
-  return g_bound[IndexOf(static_cast<int>(slot))];
-}
+// Every slot starts at its own cell, bound at compile time, so that a global
+// read or written before KWE_InitGlobals (even from a static constructor)
+// needs no check on the way.
+BoundAddresses g_bound = OwnCells(std::make_index_sequence<kSlotCount>());
 
 void BindMemErrToLibraryCell() {
-  EnsureDefaults();
   int index = IndexOf(static_cast<int>(Slot::MemErr));
-  g_bound[index] = &g_slotCells[index];
+  g_bound.at[index] = &g_slotCells[index];
   MemErr() = noErr;
 }
 
 void BindFromRecord(const KWEGlobalsRecord& record) {
-  EnsureDefaults();
   void* const* pointers = RecordPointers(record);
   for (int offset : kBindingOrder) {
     int index = IndexOf(offset);
     void* address = pointers[index] ? pointers[index] : SpareCellFor(index);
     // Offset 216 is bound (it may take a spare cell) but its variable is never used.
-    if (offset != 216) g_bound[index] = address;
+    if (offset != 216) g_bound.at[index] = address;
     InitialiseSlot(offset);
   }
 }

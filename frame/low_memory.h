@@ -60,9 +60,15 @@ enum class Slot : int {
 constexpr int kSlotCount = 56;
 constexpr int kSpareCellCount = 16;
 
+// The addresses currently standing for the globals, by slot.
+struct BoundAddresses {
+  void* at[kSlotCount];
+};
+extern BoundAddresses g_bound;
+
 // The address currently standing for a global. Before KWE_InitGlobals every
 // slot points at a zeroed library cell, so no call ever writes through null.
-void* Address(Slot slot);
+inline void* Address(Slot slot) { return g_bound.at[(static_cast<int>(slot) - 4) / 4]; }
 
 template <class T>
 T& At(Slot slot) {

@@ -76,7 +76,9 @@ struct Session {
   char printDocumentName[128] = {};
 };
 
-Session& TheSession();
+// Constant-initialised, so it is there before any static constructor runs.
+extern Session g_session;
+inline Session& TheSession() { return g_session; }
 
 inline bool SessionFlag(uint32_t bit) { return (TheSession().flags & bit) != 0; }
 

@@ -2,10 +2,7 @@
 
 namespace kwe {
 
-Session& TheSession() {
-  static Session session;
-  return session;
-}
+Session g_session;
 
 const char* MainWindowClassName() { return TheSession().record.mainWindowClass; }
 const char* WindowClassName() { return TheSession().record.windowClass; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include "memory/zero_bytes.h"
 
 namespace kwe::memory::small_heap {
 namespace {
@@ -189,7 +190,7 @@ struct View {
     }
     SetTags(o, payload, false);
     uint32_t from = o + 4, to = std::min(from + payload, std::max(from, untouched));
-    std::memset(base + from, 0, to - from);
+    ZeroBytes(base + from, to - from);
     MarkWritten(o + kTagBytes + payload);  // the caller writes where it likes
     StoreRequest(o, request);
     return PointerAt(o);
@@ -599,7 +600,7 @@ bool HeapSet::ResizeInPlace(Heap* heap, void* p, uint32_t request) {
     }
   }
   if (request > oldRequest) {
-    std::memset(static_cast<unsigned char*>(p) + oldRequest, 0, request - oldRequest);
+    ZeroBytes(static_cast<unsigned char*>(p) + oldRequest, request - oldRequest);
   }
   view.MarkWritten(o + kTagBytes + SizeOf(view.Head(o)));
   view.StoreRequest(o, request);
