@@ -247,27 +247,27 @@ uint16_t RequestedSize(const void* p) {
 HeapSet::HeapSet() = default;
 
 HeapSet::~HeapSet() {
-  for (Heap* heap : bySlot_) delete heap;
+  for (const Slot& entry : bySlot_) delete entry.heap;
   for (Heap* heap : spareRecords_) delete heap;
 }
 
 bool HeapSet::IsLink(uint32_t link) const {
   if (!link) return true;
   uint32_t slot = SlotOf(link), o = OffsetOf(link);
-  if (slot >= bySlot_.size() || !bySlot_[slot]) return false;
-  const Heap& heap = *bySlot_[slot];
+  if (slot >= bySlot_.size() || !bySlot_[slot].heap) return false;
+  const Heap& heap = *bySlot_[slot].heap;
   return !heap.withdrawn && o >= kHeapHeaderBytes && o + kTagBytes + kMinPayload <= heap.end;
 }
 
-Heap* HeapSet::HeapOf(uint32_t link) const { return bySlot_[SlotOf(link)]; }
+Heap* HeapSet::HeapOf(uint32_t link) const { return bySlot_[SlotOf(link)].heap; }
 
 unsigned char* HeapSet::BlockAt(uint32_t link) const {
-  return bySlot_[SlotOf(link)]->base + OffsetOf(link);
+  return bySlot_[SlotOf(link)].base + OffsetOf(link);
 }
 
 Heap* HeapSet::AnyHeap() const {
-  for (Heap* heap : bySlot_) {
-    if (heap) return heap;
+  for (const Slot& entry : bySlot_) {
+    if (entry.heap) return entry.heap;
   }
   return nullptr;
 }
@@ -377,11 +377,11 @@ Heap* HeapSet::Add(void* base, uint32_t totalBytes) {
   }
   if (freeSlots_.empty()) {
     heap->slot = static_cast<uint32_t>(bySlot_.size());
-    bySlot_.push_back(heap);
+    bySlot_.push_back(Slot{heap, static_cast<unsigned char*>(base)});
   } else {
     heap->slot = freeSlots_.back();
     freeSlots_.pop_back();
-    bySlot_[heap->slot] = heap;
+    bySlot_[heap->slot] = Slot{heap, static_cast<unsigned char*>(base)};
   }
   ++count_;
   heap->base = static_cast<unsigned char*>(base);
@@ -403,7 +403,7 @@ void HeapSet::Remove(Heap* heap) {
     Withdraw(heap);
   }
   RemoveStretches(heap);
-  bySlot_[heap->slot] = nullptr;
+  bySlot_[heap->slot] = Slot{nullptr, nullptr};
   freeSlots_.push_back(heap->slot);  // room was kept when the slot was made
   spareRecords_.push_back(heap);     // and for every record
   --count_;
@@ -412,7 +412,8 @@ void HeapSet::Remove(Heap* heap) {
 void HeapSet::WithdrawAll() {
   std::fill(std::begin(firstFree_), std::end(firstFree_), 0);
   std::fill(std::begin(classesHeld_), std::end(classesHeld_), 0);
-  for (Heap* heap : bySlot_) {
+  for (const Slot& entry : bySlot_) {
+    Heap* heap = entry.heap;
     if (heap) heap->withdrawn = true;
   }
 }
@@ -430,7 +431,8 @@ void HeapSet::Withdraw(Heap* heap) {
 void HeapSet::Relist() {
   std::fill(std::begin(firstFree_), std::end(firstFree_), 0);
   std::fill(std::begin(classesHeld_), std::end(classesHeld_), 0);
-  for (Heap* heap : bySlot_) {
+  for (const Slot& entry : bySlot_) {
+    Heap* heap = entry.heap;
     if (!heap) continue;
     heap->freeBlocks = 0;
     if (heap->withdrawn) continue;
@@ -648,7 +650,8 @@ Heap* HeapSet::FindDamage() const {
     }
   }
   size_t counted = 0;
-  for (Heap* heap : bySlot_) {
+  for (const Slot& entry : bySlot_) {
+    Heap* heap = entry.heap;
     if (!heap) continue;
     uint32_t met;
     if (!WalkHeap(*heap, &met)) return heap;

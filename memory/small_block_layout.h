@@ -147,7 +147,13 @@ class HeapSet {
   bool WalkHeap(const Heap& heap, uint32_t* freeMet) const;
   void Relist();
 
-  std::vector<Heap*> bySlot_;  // null where a heap was removed
+  // By slot, each heap with its base beside it, so that following a link
+  // costs one look-up rather than two.
+  struct Slot {
+    Heap* heap;  // null where a heap was removed
+    unsigned char* base;
+  };
+  std::vector<Slot> bySlot_;
   std::vector<uint32_t> freeSlots_;
   std::vector<Heap*> spareRecords_;  // of removed heaps, for the next ones
   std::size_t records_ = 0;          // made so far, spare or not
