@@ -155,7 +155,10 @@ struct View {
   void* PointerAt(uint32_t o) const { return base + o + kPointerOffset; }
 
   // Intact tags and, on the lists, links to blocks of live heaps, so that
-  // taking the block off its list writes nowhere else.
+  // taking the block off its list writes nowhere outside the heaps. (A link
+  // overwritten with another plausible address passes; checking that the
+  // linked blocks name this one back would cost two more cache misses on
+  // every release and request, so that is left to the heap check.)
   bool IsIntactFree(uint32_t o) const {
     if (o < kHeapHeaderBytes || o + kTagBytes + kMinPayload > heap.end) return false;
     uint32_t head = Head(o), payload = SizeOf(head);
@@ -397,7 +400,10 @@ Heap* HeapSet::Add(void* base, uint32_t totalBytes) {
 
 void HeapSet::Remove(Heap* heap) {
   View view(*this, *heap);
-  if (!heap->withdrawn && HeapIsEmpty(*heap) && view.IsIntactFree(kHeapHeaderBytes)) {
+  // Only a heap whose one listed block is its whole free block leaves the
+  // lists by an unlink; any other is withdrawn, which lists the rest anew.
+  if (!heap->withdrawn && heap->freeBlocks == 1 && HeapIsEmpty(*heap) &&
+      view.IsIntactFree(kHeapHeaderBytes)) {
     view.Unlink(kHeapHeaderBytes, heap->usable - kTagBytes);
   } else {
     Withdraw(heap);
@@ -466,6 +472,10 @@ void* HeapSet::Allocate(uint32_t request, bool* damageSeen) {
   int fitting = FittingClassOf(needed);
   // The block at link, when intact, of class c and big enough.
   auto take = [&](uint32_t link, int c) -> Allocation {
+    if (!IsLink(link)) {  // a list gone wrong: made again from the blocks
+      Relist();
+      return {Outcome::Damaged, nullptr};
+    }
     Heap* heap = HeapOf(link);
     View view(*this, *heap);
     uint32_t o = OffsetOf(link);
@@ -640,6 +650,7 @@ Heap* HeapSet::FindDamage() const {
     if (held != (firstFree_[c] != 0)) return AnyHeap();
     uint32_t previous = 0;
     for (uint32_t link = firstFree_[c]; link; link = LoadAt(BlockAt(link) + 4)) {
+      if (!IsLink(link)) return AnyHeap();
       Heap* heap = HeapOf(link);
       View view(*this, *heap);
       uint32_t o = OffsetOf(link);
