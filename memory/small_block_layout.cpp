@@ -410,6 +410,15 @@ void HeapSet::Remove(Heap* heap) {
   }
   RemoveStretches(heap);
   bySlot_[heap->slot] = Slot{nullptr, nullptr};
+  // A damaged link that a release followed may have left a list's head
+  // pointing into this heap, which is about to be freed: the lists are
+  // then made again from the heaps that stay.
+  for (uint32_t head : firstFree_) {
+    if (head && SlotOf(head) == heap->slot) {
+      Relist();
+      break;
+    }
+  }
   freeSlots_.push_back(heap->slot);  // room was kept when the slot was made
   spareRecords_.push_back(heap);     // and for every record
   --count_;
