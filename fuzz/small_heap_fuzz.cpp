@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "memory/seeded_block.h"
 #include "memory/small_block_layout.h"
 
 using namespace kwe::memory::small_heap;
@@ -19,11 +20,9 @@ namespace {
 
 constexpr uint32_t kLimit = 8192;  // the default small-block limit
 
-struct Block {
-  unsigned char* data;
-  uint32_t size;
-  unsigned char seed;
-};
+using Block = kwe_test::SeededBlock;
+using kwe_test::FillBlock;
+using kwe_test::Holds;
 
 struct Platform {
   unsigned char* base;
@@ -42,17 +41,6 @@ class Reader {
   size_t size_;
   size_t at_ = 0;
 };
-
-void Fill(const Block& b) {
-  for (uint32_t i = 0; i < b.size; ++i) b.data[i] = static_cast<unsigned char>(b.seed + i);
-}
-
-bool Holds(const Block& b, uint32_t n) {
-  for (uint32_t i = 0; i < n; ++i) {
-    if (b.data[i] != static_cast<unsigned char>(b.seed + i)) return false;
-  }
-  return true;
-}
 
 void Check(bool condition) {
   if (!condition) std::abort();
@@ -115,7 +103,7 @@ struct Run {
       for (uint32_t i = 0; i < size; ++i) Check(b.data[i] == 0);
       Check(RequestedSize(p) == size);
     }
-    Fill(b);
+    FillBlock(b);
     live.push_back(b);
   }
 
@@ -140,7 +128,7 @@ struct Run {
       for (uint32_t k = kept; k < size; ++k) Check(b.data[k] == 0);
     }
     b.size = size;
-    Fill(b);
+    FillBlock(b);
   }
 
   void Scribble(uint32_t which, uint32_t where, uint32_t value) {

@@ -9,26 +9,15 @@
 #include <random>
 #include <vector>
 
+#include "seeded_block.h"
+
 namespace {
 
 using namespace kwe::memory::small_heap;
 
-struct Block {
-  unsigned char* data;
-  uint32_t size;
-  unsigned char seed;
-};
-
-void FillBlock(const Block& b) {
-  for (uint32_t i = 0; i < b.size; ++i) b.data[i] = static_cast<unsigned char>(b.seed + i);
-}
-
-bool Holds(const Block& b, uint32_t n) {
-  for (uint32_t i = 0; i < n; ++i) {
-    if (b.data[i] != static_cast<unsigned char>(b.seed + i)) return false;
-  }
-  return true;
-}
+using Block = kwe_test::SeededBlock;
+using kwe_test::FillBlock;
+using kwe_test::Holds;
 
 bool AllZero(const unsigned char* p, uint32_t n) {
   for (uint32_t i = 0; i < n; ++i) {
