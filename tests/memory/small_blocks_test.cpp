@@ -260,6 +260,28 @@ TEST_F(HeapCheck, DisposingAHandleThatIsNoMasterRecordIsReported) {
   EXPECT_EQ(fake[0], stray) << "nothing is written through a stray handle";
 }
 
+// A program that writes through a disposed handle's old master pointer
+// writes over the free block's list links. Whatever it writes there, later
+// requests and releases, and the heaps given back when they empty, go on
+// without touching memory outside the heaps.
+TEST_F(SmallBlocks, WritesThroughADisposedHandlesPointerCrashNothing) {
+  for (UInt32 value = 0; value < 256; value += 3) {
+    Handle before = NewHandle(40), gone = NewHandle(7000 - value), after = NewHandle(40);
+    Ptr stale = *gone;
+    DisposeHandle(gone);
+    UInt32 links[2] = {value * 0x00010001u, value << 8};
+    std::memcpy(stale - 2, links, sizeof links);
+    std::vector<Handle> churn;
+    for (UInt32 i = 0; i < 40; ++i) churn.push_back(NewHandle(static_cast<Size>(16 + (i * 97 + value) % 6000)));
+    for (Handle h : churn) DisposeHandle(h);
+    DisposeHandle(before);
+    DisposeHandle(after);
+  }
+  Handle h = NewHandle(100);
+  EXPECT_NE(h, nullptr);
+  DisposeHandle(h);
+}
+
 // Without the heap-check flag damage is not reported, but the damaged heap
 // still serves nothing.
 TEST_F(SmallBlocks, UncheckedDamageIsSilentButStillAvoided) {
