@@ -74,34 +74,20 @@ void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) 
   }
 }
 
-using ShapeProc = void(KWE_CALL*)(SInt16, const Rect*);
-using ArcProc = void(KWE_CALL*)(SInt16, const Rect*, SInt16, SInt16);
+void StandardOval(Verb verb, const Rect* r) { StandardArc(verb, r, 0, 360, true); }
 
-void DrawOval(Verb verb, const Rect* r) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::Oval))
-    reinterpret_cast<ShapeProc>(custom)(static_cast<SInt16>(verb), r);
-  else
-    StandardArc(verb, r, 0, 360, true);
+void StandardArcOnly(Verb verb, const Rect* r, SInt16 start, SInt16 arc) {
+  StandardArc(verb, r, start, arc, false);
 }
 
+void DrawOval(Verb verb, const Rect* r) { DrawThroughSlot(ProcSlot::Oval, StandardOval, verb, r); }
+
 void DrawArc(Verb verb, const Rect* r, SInt16 start, SInt16 arc) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::Arc))
-    reinterpret_cast<ArcProc>(custom)(static_cast<SInt16>(verb), r, start, arc);
-  else
-    StandardArc(verb, r, start, arc, false);
+  DrawThroughSlot(ProcSlot::Arc, StandardArcOnly, verb, r, start, arc);
 }
 
 void DrawRoundRect(Verb verb, const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::RRect))
-    reinterpret_cast<ArcProc>(custom)(static_cast<SInt16>(verb), r, ovalWidth, ovalHeight);
-  else
-    StandardRoundRect(verb, r, ovalWidth, ovalHeight);
+  DrawThroughSlot(ProcSlot::RRect, StandardRoundRect, verb, r, ovalWidth, ovalHeight);
 }
 
 bool StoreFillPattern(const Pattern* pat) {

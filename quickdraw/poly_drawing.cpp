@@ -46,15 +46,8 @@ void StandardPoly(Verb verb, PolyHandle poly) {
   }
 }
 
-using PolyProc = void(KWE_CALL*)(SInt16, PolyHandle);
-
 void DrawPoly(Verb verb, PolyHandle poly) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::Poly))
-    reinterpret_cast<PolyProc>(custom)(static_cast<SInt16>(verb), poly);
-  else
-    StandardPoly(verb, poly);
+  DrawThroughSlot(ProcSlot::Poly, StandardPoly, verb, poly);
 }
 
 }  // namespace

@@ -40,16 +40,7 @@ void StandardRect(Verb verb, const Rect* r) {
     FillDeviceRect(*a, verb, d);
 }
 
-using RectProc = void(KWE_CALL*)(SInt16, const Rect*);
-
-void DrawRect(Verb verb, const Rect* r) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::Rect))
-    reinterpret_cast<RectProc>(custom)(static_cast<SInt16>(verb), r);
-  else
-    StandardRect(verb, r);
-}
+void DrawRect(Verb verb, const Rect* r) { DrawThroughSlot(ProcSlot::Rect, StandardRect, verb, r); }
 
 }  // namespace
 }  // namespace kwe::quickdraw

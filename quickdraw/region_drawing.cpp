@@ -85,16 +85,7 @@ void StandardRgn(Verb verb, RgnHandle rgn) {
   if (device != rgn) DisposeRgn(device);
 }
 
-using RgnProc = void(KWE_CALL*)(SInt16, RgnHandle);
-
-void DrawRgn(Verb verb, RgnHandle rgn) {
-  GrafPtr port = CurrentPort();
-  if (!CurrentAttr()) return;
-  if (ProcPtr custom = CustomProc(port, ProcSlot::Rgn))
-    reinterpret_cast<RgnProc>(custom)(static_cast<SInt16>(verb), rgn);
-  else
-    StandardRgn(verb, rgn);
-}
+void DrawRgn(Verb verb, RgnHandle rgn) { DrawThroughSlot(ProcSlot::Rgn, StandardRgn, verb, rgn); }
 
 }  // namespace
 }  // namespace kwe::quickdraw

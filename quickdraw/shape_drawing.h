@@ -21,6 +21,20 @@ enum class ProcSlot { Text = 0, Line, Rect, RRect, Oval, Arc, Poly, Rgn };
 // port has none there or has the standard one.
 ProcPtr CustomProc(GrafPtr port, ProcSlot slot);
 
+// A shape call's way to its bottleneck: the application's procedure in the
+// current port's slot when it set one (the verb goes first, as a 16-bit
+// value), else standard; nothing without a current port.
+template <class Standard, class... Args>
+void DrawThroughSlot(ProcSlot slot, Standard standard, Verb verb, Args... args) {
+  using Procedure = void(KWE_CALL*)(SInt16, Args...);
+  GrafPtr port = CurrentPort();
+  if (!CurrentAttr()) return;
+  if (ProcPtr custom = CustomProc(port, slot))
+    reinterpret_cast<Procedure>(custom)(static_cast<SInt16>(verb), args...);
+  else
+    standard(verb, args...);
+}
+
 // While a standard procedure runs, its own slot is cleared, so that an
 // application's procedure that calls it is not called back.
 class StandardProcScope {
