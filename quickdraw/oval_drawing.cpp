@@ -9,7 +9,6 @@
 
 #include "Quickdraw.h"
 #include "quickdraw/port_attr.h"
-#include "quickdraw/port_patterns.h"
 #include "quickdraw/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -88,12 +87,6 @@ void DrawArc(Verb verb, const Rect* r, SInt16 start, SInt16 arc) {
 
 void DrawRoundRect(Verb verb, const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight) {
   DrawThroughSlot(ProcSlot::RRect, StandardRoundRect, verb, r, ovalWidth, ovalHeight);
-}
-
-bool StoreFillPattern(const Pattern* pat) {
-  if (!CurrentAttr() || !pat) return false;
-  SetFillPattern(CurrentPort(), *pat);
-  return true;
 }
 
 }  // namespace

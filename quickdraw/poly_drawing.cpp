@@ -6,7 +6,6 @@
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "quickdraw/port_attr.h"
-#include "quickdraw/port_patterns.h"
 #include "quickdraw/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -65,9 +64,7 @@ KWE_API void KWE_CALL PaintPoly(PolyHandle poly) { DrawPoly(Verb::Paint, poly); 
 KWE_API void KWE_CALL ErasePoly(PolyHandle poly) { DrawPoly(Verb::Erase, poly); }
 KWE_API void KWE_CALL InvertPoly(PolyHandle poly) { DrawPoly(Verb::Invert, poly); }
 KWE_API void KWE_CALL FillPoly(PolyHandle poly, const Pattern* pat) {
-  if (!CurrentAttr() || !pat) return;
-  SetFillPattern(CurrentPort(), *pat);
-  DrawPoly(Verb::Fill, poly);
+  if (StoreFillPattern(pat)) DrawPoly(Verb::Fill, poly);
 }
 
 KWE_API void KWE_CALL OffsetPoly(PolyHandle poly, SInt16 dh, SInt16 dv) {

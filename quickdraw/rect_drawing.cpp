@@ -6,7 +6,6 @@
 
 #include "Quickdraw.h"
 #include "quickdraw/port_attr.h"
-#include "quickdraw/port_patterns.h"
 #include "quickdraw/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -58,9 +57,7 @@ KWE_API void KWE_CALL EraseRect(const Rect* r) { DrawRect(Verb::Erase, r); }
 KWE_API void KWE_CALL InvertRec(const Rect* r) { DrawRect(Verb::Invert, r); }
 
 KWE_API void KWE_CALL FillRec(const Rect* r, const Pattern* pat) {
-  if (!CurrentAttr() || !pat) return;
-  SetFillPattern(CurrentPort(), *pat);
-  DrawRect(Verb::Fill, r);
+  if (StoreFillPattern(pat)) DrawRect(Verb::Fill, r);
 }
 
 // The pixel pattern is the fill pattern for this one call.

@@ -10,7 +10,6 @@
 #include "quickdraw/mask_regions.h"
 #include "quickdraw/pattern_brush.h"
 #include "quickdraw/port_attr.h"
-#include "quickdraw/port_patterns.h"
 #include "quickdraw/region_record.h"
 #include "quickdraw/shape_drawing.h"
 
@@ -102,7 +101,5 @@ KWE_API void KWE_CALL PaintRg(RgnHandle rgn) { DrawRgn(Verb::Paint, rgn); }
 KWE_API void KWE_CALL EraseRgn(RgnHandle rgn) { DrawRgn(Verb::Erase, rgn); }
 KWE_API void KWE_CALL InvertRg(RgnHandle rgn) { DrawRgn(Verb::Invert, rgn); }
 KWE_API void KWE_CALL FillRg(RgnHandle rgn, const Pattern* pat) {
-  if (!CurrentAttr() || !pat) return;
-  SetFillPattern(CurrentPort(), *pat);
-  DrawRgn(Verb::Fill, rgn);
+  if (StoreFillPattern(pat)) DrawRgn(Verb::Fill, rgn);
 }

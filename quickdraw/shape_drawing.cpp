@@ -222,4 +222,10 @@ bool HighlightDeviceRect(GrafPtr port, PortAttr& a, const RECT& r) {
   return done;
 }
 
+bool StoreFillPattern(const Pattern* pat) {
+  if (!CurrentAttr() || !pat) return false;
+  SetFillPattern(CurrentPort(), *pat);
+  return true;
+}
+
 }  // namespace kwe::quickdraw

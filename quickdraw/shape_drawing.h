@@ -35,6 +35,10 @@ void DrawThroughSlot(ProcSlot slot, Standard standard, Verb verb, Args... args) 
     standard(verb, args...);
 }
 
+// The pattern of a Fill call, kept in the current port for its bottleneck;
+// false (draw nothing) without a current port or a pattern.
+bool StoreFillPattern(const Pattern* pat);
+
 // While a standard procedure runs, its own slot is cleared, so that an
 // application's procedure that calls it is not called back.
 class StandardProcScope {
