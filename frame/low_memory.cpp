@@ -17,8 +17,6 @@ struct alignas(8) Cell {
   unsigned char bytes[72];
 };
 
-constexpr int IndexOf(int offset) { return (offset - 4) / 4; }
-
 Cell g_slotCells[kSlotCount];      // stand-ins until the host binds, and past the spares
 Cell g_spareCells[kSpareCellCount];
 int g_sparesUsed = 0;              // not reset by a later session

@@ -60,6 +60,10 @@ enum class Slot : int {
 constexpr int kSlotCount = 56;
 constexpr int kSpareCellCount = 16;
 
+// A slot's place among the bound addresses: the globals record's pointers
+// start at offset 4.
+constexpr int IndexOf(int offset) { return (offset - 4) / 4; }
+
 // The addresses currently standing for the globals, by slot.
 struct BoundAddresses {
   void* at[kSlotCount];
@@ -68,7 +72,7 @@ extern BoundAddresses g_bound;
 
 // The address currently standing for a global. Before KWE_InitGlobals every
 // slot points at a zeroed library cell, so no call ever writes through null.
-inline void* Address(Slot slot) { return g_bound.at[(static_cast<int>(slot) - 4) / 4]; }
+inline void* Address(Slot slot) { return g_bound.at[IndexOf(static_cast<int>(slot))]; }
 
 template <class T>
 T& At(Slot slot) {
