@@ -13,8 +13,8 @@
 #include <random>
 #include <vector>
 
-#include "bench_support.h"
 #include "Memory.h"
+#include "bench_support.h"
 
 namespace {
 
@@ -149,7 +149,8 @@ void CompareAllShapes(const char* prefix, const Workload& w) {
     const char* shape;
     Shape value;
   };
-  const Line lines[] = {{"pairs", Shape::Pairs}, {"pool", Shape::Pool}, {"batches", Shape::Batches}};
+  const Line lines[] = {
+      {"pairs", Shape::Pairs}, {"pool", Shape::Pool}, {"batches", Shape::Batches}};
   for (const Line& line : lines) {
     char what[96];
     std::snprintf(what, sizeof what, "%s %s, vs LocalAlloc(LPTR)", prefix, line.shape);
@@ -207,7 +208,8 @@ void GrowingOneHandle() {
     char what[80];
     std::snprintf(what, sizeof what, "SetHandleSize +16 B near %4d KB vs LocalReAlloc",
                   (stretch + 1) * kStretch * 16 / 1024);
-    kwe_bench::PrintRatio(what, library[stretch] / kStretch * 1e9, raw[stretch] / kStretch * 1e9, "ns/call");
+    kwe_bench::PrintRatio(what, library[stretch] / kStretch * 1e9, raw[stretch] / kStretch * 1e9,
+                          "ns/call");
   }
 }
 

@@ -3,14 +3,13 @@
 // rows. Throughput counts unpacked bytes per second.
 #include <windows.h>
 
-#include "bench_support.h"
-
 #include <cstdio>
 #include <cstring>
 #include <random>
 #include <vector>
 
 #include "ToolUtils.h"
+#include "bench_support.h"
 
 namespace {
 

@@ -34,8 +34,8 @@ int main() {
   wc.hInstance = GetModuleHandleA(nullptr);
   wc.lpszClassName = "ShapeBenchWindow";
   RegisterClassA(&wc);
-  HWND window = CreateWindowA("ShapeBenchWindow", "", WS_POPUP | WS_VISIBLE, 0, 0, 400, 400, nullptr,
-                              nullptr, wc.hInstance, nullptr);
+  HWND window = CreateWindowA("ShapeBenchWindow", "", WS_POPUP | WS_VISIBLE, 0, 0, 400, 400,
+                              nullptr, nullptr, wc.hInstance, nullptr);
   HDC dc = GetDC(window);
   GrafPort port;
   OpenPort(&port);

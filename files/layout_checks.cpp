@@ -7,7 +7,6 @@
 #include "Files.h"
 #include "frame/layout_check.h"
 
-
 static_assert(sizeof(FInfo) == 16 && sizeof(FXInfo) == 16, "file Finder information");
 static_assert(sizeof(DInfo) == 16 && sizeof(DXInfo) == 16, "folder Finder information");
 KWE_FIELD(FInfo, fdFlags, 8);

@@ -14,12 +14,12 @@ struct Answer {
 };
 
 constexpr Answer kAnswers[] = {
-    {Code("vers"), 1},  {Code("mach"), 11},       {Code("sysv"), kSystemVersion},
-    {Code("proc"), 4},  {Code("qd  "), 0x0200},   {Code("kbd "), 4},
-    {Code("atlk"), 0},  {Code("hdwr"), 0},        {Code("os  "), 0},
-    {Code("scri"), 1},  {Code("te  "), 1},        {Code("evnt"), 0},
-    {Code("edtn"), 0},  {Code("help"), 0},        {Code("alis"), 0},
-    {Code("fold"), 0},  {Code("pop!"), 0},        {Code("font"), 0},
+    {Code("vers"), 1}, {Code("mach"), 11},     {Code("sysv"), kSystemVersion},
+    {Code("proc"), 4}, {Code("qd  "), 0x0200}, {Code("kbd "), 4},
+    {Code("atlk"), 0}, {Code("hdwr"), 0},      {Code("os  "), 0},
+    {Code("scri"), 1}, {Code("te  "), 1},      {Code("evnt"), 0},
+    {Code("edtn"), 0}, {Code("help"), 0},      {Code("alis"), 0},
+    {Code("fold"), 0}, {Code("pop!"), 0},      {Code("font"), 0},
 };
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include "SegLoad.h"
 #include "frame/layout_check.h"
 
-
 // Sizes that do not depend on pointer width.
 static_assert(sizeof(Point) == 4 && sizeof(Rect) == 8 && sizeof(RGBColor) == 6, "geometry");
 static_assert(sizeof(Pattern) == 8 && sizeof(Cursor) == 68, "QuickDraw globals");

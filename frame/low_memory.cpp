@@ -17,9 +17,9 @@ struct alignas(8) Cell {
   unsigned char bytes[72];
 };
 
-Cell g_slotCells[kSlotCount];      // stand-ins until the host binds, and past the spares
+Cell g_slotCells[kSlotCount];  // stand-ins until the host binds, and past the spares
 Cell g_spareCells[kSpareCellCount];
-int g_sparesUsed = 0;              // not reset by a later session
+int g_sparesUsed = 0;  // not reset by a later session
 
 template <std::size_t... I>
 constexpr BoundAddresses OwnCells(std::index_sequence<I...>) {
@@ -38,11 +38,10 @@ void* SpareCellFor(int index) {
   return &g_slotCells[index];
 }
 
-constexpr int kBindingOrder[] = {20,  28,  40,  32,  16,  36,  8,   4,   12,  24,  44,  48,
-                                 52,  56,  68,  60,  64,  72,  76,  80,  84,  88,  92,  96,
-                                 100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140, 144,
-                                 148, 152, 156, 160, 164, 168, 172, 176, 180, 184, 188, 192,
-                                 196, 200, 204, 208, 212, 216, 220, 224};
+constexpr int kBindingOrder[] = {
+    20,  28,  40,  32,  16,  36,  8,   4,   12,  24,  44,  48,  52,  56,  68,  60,  64,  72,  76,
+    80,  84,  88,  92,  96,  100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140, 144, 148, 152,
+    156, 160, 164, 168, 172, 176, 180, 184, 188, 192, 196, 200, 204, 208, 212, 216, 220, 224};
 static_assert(sizeof kBindingOrder / sizeof kBindingOrder[0] == kSlotCount,
               "every slot is bound exactly once");
 

@@ -1,11 +1,12 @@
 // The Notification Manager's one visible effect: the request's icon in the
 // main window's title bar, drawn by the frame code while the bitmap exists.
+#include "frame/notification.h"
+
 #include <windows.h>
 
 #include <cstring>
 
 #include "OSUtils.h"
-#include "frame/notification.h"
 #include "frame/session.h"
 
 namespace kwe {

@@ -22,7 +22,7 @@ bool EqualPascalStrings(const unsigned char* a, const unsigned char* b, bool cas
 
 }  // namespace kwe
 
-KWE_API Boolean KWE_CALL EqualString(ConstStr255Param str1, ConstStr255Param str2,
-                                     Boolean caseSens, Boolean) {
+KWE_API Boolean KWE_CALL EqualString(ConstStr255Param str1, ConstStr255Param str2, Boolean caseSens,
+                                     Boolean) {
   return kwe::EqualPascalStrings(str1, str2, caseSens != 0) ? 1 : 0;
 }

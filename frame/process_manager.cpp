@@ -14,8 +14,8 @@ OSErr ResultOfWinExec(UINT result) {
     case 0:
     case 8: return memFullErr;
     case 2: return fnfErr;
-    case 3: return -35;  // nsvErr
-    case 11: return -37; // bdNamErr
+    case 3: return -35;   // nsvErr
+    case 11: return -37;  // bdNamErr
     default: return static_cast<OSErr>(result);
   }
 }
@@ -23,7 +23,8 @@ OSErr ResultOfWinExec(UINT result) {
 OSErr ThisProcess(ProcessSerialNumber* PSN) {
   if (!PSN) return paramErr;
   PSN->highLongOfPSN = 0;
-  PSN->lowLongOfPSN = static_cast<UInt32>(reinterpret_cast<std::uintptr_t>(kwe::TheSession().instance));
+  PSN->lowLongOfPSN =
+      static_cast<UInt32>(reinterpret_cast<std::uintptr_t>(kwe::TheSession().instance));
   return noErr;
 }
 
@@ -41,8 +42,8 @@ KWE_API OSErr KWE_CALL GetCurrentProces(ProcessSerialNumber* PSN) { return ThisP
 KWE_API OSErr KWE_CALL GetFrontProcess(ProcessSerialNumber* PSN) { return ThisProcess(PSN); }
 KWE_API OSErr KWE_CALL GetNextProcess(ProcessSerialNumber*) { return procNotFound; }
 
-KWE_API OSErr KWE_CALL SameProcess(const ProcessSerialNumber* PSN1,
-                                   const ProcessSerialNumber* PSN2, Boolean* result) {
+KWE_API OSErr KWE_CALL SameProcess(const ProcessSerialNumber* PSN1, const ProcessSerialNumber* PSN2,
+                                   Boolean* result) {
   if (!PSN1 || !PSN2 || !result) return paramErr;
   *result = PSN1->highLongOfPSN == PSN2->highLongOfPSN && PSN1->lowLongOfPSN == PSN2->lowLongOfPSN;
   return noErr;

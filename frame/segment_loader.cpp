@@ -83,8 +83,8 @@ KWE_API void KWE_CALL CountAppFiles(SInt16* message, SInt16* count) {
 // An index outside 1..count leaves theFile as it was.
 KWE_API void KWE_CALL GetAppFiles(SInt16 index, AppFile* theFile) {
   kwe::DocumentEntry entry;
-  if (!theFile ||
-      !kwe::DecodeDocumentEntry(ListBytes(), static_cast<size_t>(g_documentListSize), index, &entry))
+  if (!theFile || !kwe::DecodeDocumentEntry(ListBytes(), static_cast<size_t>(g_documentListSize),
+                                            index, &entry))
     return;
   theFile->vRefNum = entry.vRefNum;
   theFile->fType = entry.fileType;

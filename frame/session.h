@@ -1,8 +1,11 @@
 // The one session of the process: the host's record as copied at start-up and
 // everything the runtime frame derives from it.
 #pragma once
+// windows.h must come before the common dialogs' header.
+// clang-format off
 #include <windows.h>
 #include <commdlg.h>
+// clang-format on
 
 #include "KWESession.h"
 #include "frame/windows_version.h"

@@ -62,8 +62,8 @@ void InstallKeyboardHook(Session& s) {
   // the call because installing it may disturb a drag in progress.
   HWND captured = GetCapture();
   if (captured) ReleaseCapture();
-  s.keyboardHook =
-      SetWindowsHookExA(WH_KEYBOARD, events::KeyboardHookProcedure(), nullptr, GetCurrentThreadId());
+  s.keyboardHook = SetWindowsHookExA(WH_KEYBOARD, events::KeyboardHookProcedure(), nullptr,
+                                     GetCurrentThreadId());
   if (captured) SetCapture(captured);
 }
 

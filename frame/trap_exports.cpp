@@ -46,8 +46,10 @@ enum Index {
   kCount
 };
 
-#define KWE_FORWARDING(word, procedure) {word, false, P(procedure), P(procedure)}
-#define KWE_GUARDED(word, exported) {word, true, P(exported), P(exported)}
+#define KWE_FORWARDING(word, procedure) \
+  { word, false, P(procedure), P(procedure) }
+#define KWE_GUARDED(word, exported) \
+  { word, true, P(exported), P(exported) }
 
 Slot g_slots[kCount] = {
     KWE_GUARDED(0xA80B, &::PopUpMenuSelect),
@@ -170,9 +172,9 @@ KWE_API void KWE_CALL InvalRgn(RgnHandle badRgn) {
 
 KWE_API Boolean KWE_CALL StillDown(void) { return Current<decltype(&StillDown)>(kStillDown)(); }
 
-KWE_API WindowPtr KWE_CALL NewWindow(void* wStorage, const Rect* boundsRect,
-                                     ConstStr255Param title, Boolean visible, SInt16 theProc,
-                                     WindowPtr behind, Boolean goAwayFlag, SInt32 refCon) {
+KWE_API WindowPtr KWE_CALL NewWindow(void* wStorage, const Rect* boundsRect, ConstStr255Param title,
+                                     Boolean visible, SInt16 theProc, WindowPtr behind,
+                                     Boolean goAwayFlag, SInt32 refCon) {
   return Current<decltype(&NewWindow)>(kNewWindow)(wStorage, boundsRect, title, visible, theProc,
                                                    behind, goAwayFlag, refCon);
 }

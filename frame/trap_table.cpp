@@ -17,7 +17,9 @@ Slot* Find(UInt16 trapWord) {
 
 namespace {
 
-UniversalProcPtr ProcedureFromNumber(std::uintptr_t n) { return reinterpret_cast<UniversalProcPtr>(n); }
+UniversalProcPtr ProcedureFromNumber(std::uintptr_t n) {
+  return reinterpret_cast<UniversalProcPtr>(n);
+}
 
 }  // namespace
 
@@ -28,10 +30,8 @@ KWE_API UniversalProcPtr KWE_CALL NGetTrapAddress(UInt16 trapNum, TrapType) {
     case 0xAB03:
     case 0x0060:
     case 0xA1AD:
-    case 0x008F:
-      return ProcedureFromNumber(trapNum);
-    default:
-      break;
+    case 0x008F: return ProcedureFromNumber(trapNum);
+    default: break;
   }
   if (kwe::traps::Slot* slot = kwe::traps::Find(trapNum)) return slot->current;
   return ProcedureFromNumber(0xFFFFFFFFu);

@@ -48,8 +48,8 @@ KWE_API OSErr KWE_CALL AEPutParamDesc(AppleEvent*, AEKeyword, const AEDesc*) {
   return kwe::Unsupported(__func__, noErr);
 }
 
-KWE_API OSErr KWE_CALL AEGetParamPtr(const AppleEvent*, AEKeyword, DescType, DescType*, void*,
-                                     Size, Size*) {
+KWE_API OSErr KWE_CALL AEGetParamPtr(const AppleEvent*, AEKeyword, DescType, DescType*, void*, Size,
+                                     Size*) {
   return kwe::Unsupported(__func__, noErr);
 }
 
@@ -65,8 +65,8 @@ KWE_API OSErr KWE_CALL AEDeleteParam(AppleEvent*, AEKeyword) {
   return kwe::Unsupported(__func__, noErr);
 }
 
-KWE_API OSErr KWE_CALL AEGetAttributePtr(const AppleEvent*, AEKeyword, DescType, DescType*,
-                                         void*, Size, Size*) {
+KWE_API OSErr KWE_CALL AEGetAttributePtr(const AppleEvent*, AEKeyword, DescType, DescType*, void*,
+                                         Size, Size*) {
   return kwe::Unsupported(__func__, noErr);
 }
 
@@ -82,8 +82,8 @@ KWE_API OSErr KWE_CALL AEPutAttributeDesc(AppleEvent*, AEKeyword, const AEDesc*)
   return kwe::Unsupported(__func__, noErr);
 }
 
-KWE_API OSErr KWE_CALL AECreateAppleEvent(AEEventClass, AEEventID, const AEAddressDesc*,
-                                          AEReturnID, AETransactionID, AppleEvent*) {
+KWE_API OSErr KWE_CALL AECreateAppleEvent(AEEventClass, AEEventID, const AEAddressDesc*, AEReturnID,
+                                          AETransactionID, AppleEvent*) {
   return kwe::Unsupported(__func__, noErr);
 }
 
@@ -119,8 +119,8 @@ KWE_API OSErr KWE_CALL AEInteractWithUser(SInt32, NMRecPtr, AEIdleProcPtr) {
   return kwe::Unsupported(__func__, noErr);
 }
 
-KWE_API OSErr KWE_CALL AEInstallEventHandler(AEEventClass, AEEventID, AEEventHandlerProcPtr,
-                                             SInt32, Boolean) {
+KWE_API OSErr KWE_CALL AEInstallEventHandler(AEEventClass, AEEventID, AEEventHandlerProcPtr, SInt32,
+                                             Boolean) {
   return noErr;
 }
 
@@ -155,8 +155,7 @@ KWE_API OSErr KWE_CALL AEInstallObjectAccessor(DescType, DescType, OSLAccessorPr
   return kwe::Unsupported("AEInstallObjectAccessor - Not Supported, System 7", noErr);
 }
 
-KWE_API OSErr KWE_CALL CreateObjSpecifier(DescType, AEDesc*, DescType, AEDesc*, Boolean,
-                                          AEDesc*) {
+KWE_API OSErr KWE_CALL CreateObjSpecifier(DescType, AEDesc*, DescType, AEDesc*, Boolean, AEDesc*) {
   return kwe::Unsupported("CreateObjSpecifier - Not Supported, System 7", noErr);
 }
 

@@ -87,7 +87,9 @@ KWE_API OSErr KWE_CALL PBOpenRF(ParmBlkPtr, Boolean) {
 }
 
 KWE_API OSErr KWE_CALL PBStatus(ParmBlkPtr, Boolean) { return kwe::Unsupported(__func__, noErr); }
-KWE_API DCtlHandle KWE_CALL GetDCtlEntry(SInt16) { return kwe::Unsupported(__func__, DCtlHandle{}); }
+KWE_API DCtlHandle KWE_CALL GetDCtlEntry(SInt16) {
+  return kwe::Unsupported(__func__, DCtlHandle{});
+}
 KWE_API QHdrPtr KWE_CALL GetDrvQHdr(void) { return kwe::Unsupported(__func__, QHdrPtr{}); }
 KWE_API QHdrPtr KWE_CALL GetVCBQHdr(void) { return kwe::Unsupported(__func__, QHdrPtr{}); }
 

@@ -8,8 +8,7 @@ KWE_API void KWE_CALL ExitMovies(void) { kwe::Unsupported(__func__); }
 KWE_API OSErr KWE_CALL GetMoviesError(void) { return kwe::Unsupported(__func__, noErr); }
 KWE_API void KWE_CALL ClearMoviesStickyError(void) { kwe::Unsupported(__func__); }
 
-KWE_API OSErr KWE_CALL CreateMovieFile(const FSSpec*, OSType, ScriptCode, SInt32, SInt16*,
-                                       Movie*) {
+KWE_API OSErr KWE_CALL CreateMovieFile(const FSSpec*, OSType, ScriptCode, SInt32, SInt16*, Movie*) {
   return kwe::Unsupported(__func__, noErr);
 }
 

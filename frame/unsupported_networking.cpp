@@ -23,15 +23,11 @@ KWE_API OSErr KWE_CALL PRegisterName(MPPPBPtr, Boolean) {
 
 KWE_API OSErr KWE_CALL PRemoveName(MPPPBPtr, Boolean) { return kwe::Unsupported(__func__, noErr); }
 
-KWE_API OSErr KWE_CALL PSendRequest(ATPPBPtr, Boolean) {
-  return kwe::Unsupported(__func__, noErr);
-}
+KWE_API OSErr KWE_CALL PSendRequest(ATPPBPtr, Boolean) { return kwe::Unsupported(__func__, noErr); }
 
 KWE_API OSErr KWE_CALL POpenATPSkt(ATPPBPtr, Boolean) { return kwe::Unsupported(__func__, noErr); }
 
-KWE_API OSErr KWE_CALL PCloseATPSkt(ATPPBPtr, Boolean) {
-  return kwe::Unsupported(__func__, noErr);
-}
+KWE_API OSErr KWE_CALL PCloseATPSkt(ATPPBPtr, Boolean) { return kwe::Unsupported(__func__, noErr); }
 
 KWE_API SInt16 KWE_CALL GetBridgeAddress(void) { return kwe::Unsupported(__func__, SInt16{0}); }
 
@@ -63,9 +59,7 @@ KWE_API void KWE_CALL NBPSetNTE(Ptr, ConstStr32Param, ConstStr32Param, ConstStr3
   kwe::Unsupported(__func__);
 }
 
-KWE_API SInt16 KWE_CALL BuildBDS(Ptr, Ptr, SInt16) {
-  return kwe::Unsupported(__func__, SInt16{0});
-}
+KWE_API SInt16 KWE_CALL BuildBDS(Ptr, Ptr, SInt16) { return kwe::Unsupported(__func__, SInt16{0}); }
 
 KWE_API OSErr KWE_CALL PPCBrowser(ConstStr255Param, ConstStr255Param, Boolean, LocationNameRec*,
                                   PortInfoRec*, PPCFilterProcPtr, ConstStr32Param) {

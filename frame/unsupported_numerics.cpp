@@ -25,9 +25,7 @@ KWE_API void KWE_CALL x80tox96(const extended80*, extended96*) { kwe::Unsupporte
 KWE_API void KWE_CALL x96tox80(const extended96*, extended80*) { kwe::Unsupported(__func__); }
 
 // Published as a function; answers 0.
-KWE_API long double KWE_CALL x80told(const extended80*) {
-  return kwe::Unsupported(__func__, 0.0L);
-}
+KWE_API long double KWE_CALL x80told(const extended80*) { return kwe::Unsupported(__func__, 0.0L); }
 
 KWE_API extended80 KWE_CALL KWE_Sin(extended80 x) {
   return RefuseElementaryFunction(L"KWE_Sin not supported.", x);

@@ -22,8 +22,8 @@ KWE_API OSErr KWE_CALL PlotIconID(const Rect*, IconAlignmentType, IconTransformT
   return noErr;
 }
 
-KWE_API OSErr KWE_CALL OutlineMetrics(SInt16, const void*, Point, Point, SInt16*, SInt16*,
-                                      FixedPtr, FixedPtr, Rect*) {
+KWE_API OSErr KWE_CALL OutlineMetrics(SInt16, const void*, Point, Point, SInt16*, SInt16*, FixedPtr,
+                                      FixedPtr, Rect*) {
   return kwe::Unsupported(__func__, OSErr{-1});
 }
 

@@ -5,7 +5,7 @@
 #include "frame/unsupported.h"
 
 namespace {
-constexpr SInt16 kSmallFontAndSize = 82;  // smScriptSmallFondSize
+constexpr SInt16 kSmallFontAndSize = 82;     // smScriptSmallFondSize
 constexpr SInt32 kHelvetica10 = 0x0015000A;  // font family 21 in the high word, 10 points
 }  // namespace
 

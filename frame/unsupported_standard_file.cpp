@@ -23,8 +23,8 @@ KWE_API void KWE_CALL CustomPutFile(ConstStr255Param prompt, ConstStr255Param de
 KWE_API void KWE_CALL CustomGetFile(FileFilterYDProcPtr, SInt16 numTypes,
                                     ConstSFTypeListPtr typeList, StandardFileReply* reply,
                                     SInt16 dlgID, Point where, DlgHookYDProcPtr,
-                                    ModalFilterYDProcPtr, ActivationOrderListPtr,
-                                    ActivateYDProcPtr, void*) {
+                                    ModalFilterYDProcPtr, ActivationOrderListPtr, ActivateYDProcPtr,
+                                    void*) {
   kwe::Unsupported(__func__);
   kwe::standardfile::GetFile(where, numTypes, typeList, dlgID, reply);
 }

@@ -1,7 +1,7 @@
 // Trap-dispatch, Event, Component and Process Manager calls that have nothing
 // to act on in one Windows process. Each call reports its own name (__func__
-// is the exported name) and answers its fixed value. No <windows.h> here: it would declare kernel32's own
-// GetProcessInformation beside the Toolbox's.
+// is the exported name) and answers its fixed value. No <windows.h> here: it would declare
+// kernel32's own GetProcessInformation beside the Toolbox's.
 #include "UnsupportedCalls.h"
 #include "frame/unsupported.h"
 

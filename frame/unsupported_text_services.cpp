@@ -12,7 +12,9 @@ KWE_API OSErr KWE_CALL NewTSMDocument(SInt16, InterfaceTypeList, TSMDocumentID*,
   return kwe::Unsupported(__func__, noErr);
 }
 
-KWE_API OSErr KWE_CALL DeleteTSMDocument(TSMDocumentID) { return kwe::Unsupported(__func__, noErr); }
+KWE_API OSErr KWE_CALL DeleteTSMDocument(TSMDocumentID) {
+  return kwe::Unsupported(__func__, noErr);
+}
 
 KWE_API OSErr KWE_CALL ActivateTSMDocument(TSMDocumentID) {
   return kwe::Unsupported(__func__, noErr);

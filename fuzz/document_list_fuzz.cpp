@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   DecodeDocumentHeader(data, size, &message, &count);
   DocumentEntry entry;
   for (int index = -1; index <= 300; ++index) {
-    if (DecodeDocumentEntry(data, size, index, &entry)) Check(index >= 1 && entry.name.size() <= 255);
+    if (DecodeDocumentEntry(data, size, index, &entry))
+      Check(index >= 1 && entry.name.size() <= 255);
   }
 
   std::string text(reinterpret_cast<const char*>(data), size);
@@ -48,6 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Check(entry.vRefNum == documents[i].vRefNum && entry.fileType == documents[i].fileType &&
           entry.version == documents[i].version && entry.name == documents[i].name);
   }
-  Check(!DecodeDocumentEntry(list.data(), list.size(), static_cast<int>(documents.size() + 1), &entry));
+  Check(!DecodeDocumentEntry(list.data(), list.size(), static_cast<int>(documents.size() + 1),
+                             &entry));
   return 0;
 }

@@ -57,13 +57,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (ResourceTypeEntry& type : map.Types())
     for (const Reference& ref : type.references) map.FindById(type, ref.id);
 
-  const uint8_t longName[] = "\x0B" "longer name";
+  const uint8_t longName[] =
+      "\x0B"
+      "longer name";
   if (!map.Types().empty() && !map.Types()[0].references.empty())
     map.Rename(map.Types()[0].references[0], longName);
   if (map.RoomFor(true, 4)) {
     Reference added;
     added.id = 128;
-    added.nameOffset = map.AppendName(reinterpret_cast<const uint8_t*>("\x04" "new!"));
+    added.nameOffset =
+        map.AppendName(reinterpret_cast<const uint8_t*>("\x04"
+                                                        "new!"));
     map.Add(0x54455854, added);
   }
 

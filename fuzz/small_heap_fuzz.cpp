@@ -169,9 +169,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
           run.Resize(i, in.Word() % kLimit);
         }
         break;
-      case 6:
-        run.CheckHeaps();
-        break;
+      case 6: run.CheckHeaps(); break;
       default: {
         uint32_t which = in.Byte(), where = in.Word(), value = in.Byte();
         run.Scribble(which, where, value);

@@ -6,7 +6,7 @@
 
 #include "MacTypes.h"
 
-typedef const unsigned char *ConstStr32Param;
+typedef const unsigned char* ConstStr32Param;
 
 #pragma pack(push, 2)
 /* 4 bytes, passed by value to ATPOpenSocket. */
@@ -18,9 +18,9 @@ typedef struct AddrBlock {
 #pragma pack(pop)
 
 /* Parameter blocks and records the calls take only by address. */
-typedef union MPPParamBlock *MPPPBPtr;
-typedef union ATPParamBlock *ATPPBPtr;
-typedef struct ABusRecord **ABRecHandle;
+typedef union MPPParamBlock* MPPPBPtr;
+typedef union ATPParamBlock* ATPPBPtr;
+typedef struct ABusRecord** ABRecHandle;
 typedef struct EntityName EntityName, *EntityPtr;
 
 KWE_API OSErr KWE_CALL MPPOpen(void);
@@ -34,10 +34,10 @@ KWE_API OSErr KWE_CALL PSendRequest(ATPPBPtr thePBptr, Boolean async);
 KWE_API OSErr KWE_CALL POpenATPSkt(ATPPBPtr thePBptr, Boolean async);
 KWE_API OSErr KWE_CALL PCloseATPSkt(ATPPBPtr thePBptr, Boolean async);
 KWE_API SInt16 KWE_CALL GetBridgeAddress(void);
-KWE_API OSErr KWE_CALL GetNodeAddress(SInt16 *myNode, SInt16 *myNet);
+KWE_API OSErr KWE_CALL GetNodeAddress(SInt16* myNode, SInt16* myNet);
 KWE_API OSErr KWE_CALL NBPExtract(Ptr theBuffer, SInt16 numInBuf, SInt16 whichOne,
-                                  EntityName *abEntity, AddrBlock *address);
-KWE_API OSErr KWE_CALL ATPOpenSocket(AddrBlock addrRcvd, UInt8 *atpSocket);
+                                  EntityName* abEntity, AddrBlock* address);
+KWE_API OSErr KWE_CALL ATPOpenSocket(AddrBlock addrRcvd, UInt8* atpSocket);
 KWE_API OSErr KWE_CALL NBPLookup(ABRecHandle abRecord, Boolean async);
 KWE_API OSErr KWE_CALL NBPRegister(ABRecHandle abRecord, Boolean async);
 KWE_API OSErr KWE_CALL NBPRemove(EntityPtr abEntity);

@@ -6,9 +6,9 @@
 #include "Events.h"
 #include "MacTypes.h"
 
-typedef Boolean(KWE_CALL *ModalFilterProcPtr)(DialogPtr theDialog, EventRecord *theEvent,
-                                              SInt16 *itemHit);
+typedef Boolean(KWE_CALL* ModalFilterProcPtr)(DialogPtr theDialog, EventRecord* theEvent,
+                                              SInt16* itemHit);
 
-KWE_API void KWE_CALL ModalDialog(ModalFilterProcPtr filterProc, SInt16 *itemHit);
+KWE_API void KWE_CALL ModalDialog(ModalFilterProcPtr filterProc, SInt16* itemHit);
 
 #endif

@@ -75,19 +75,19 @@ typedef struct EvQEl {
 /* 128 bits, key code n at bit (n mod 8) of byte (n div 8). */
 typedef UInt8 KeyMap[16];
 
-KWE_API Boolean KWE_CALL GetNextEvent(EventMask eventMask, EventRecord *theEvent);
-KWE_API Boolean KWE_CALL WaitNextEvent(EventMask eventMask, EventRecord *theEvent, UInt32 sleep,
+KWE_API Boolean KWE_CALL GetNextEvent(EventMask eventMask, EventRecord* theEvent);
+KWE_API Boolean KWE_CALL WaitNextEvent(EventMask eventMask, EventRecord* theEvent, UInt32 sleep,
                                        RgnHandle mouseRgn);
-KWE_API Boolean KWE_CALL EventAvail(EventMask eventMask, EventRecord *theEvent);
+KWE_API Boolean KWE_CALL EventAvail(EventMask eventMask, EventRecord* theEvent);
 KWE_API Boolean KWE_CALL Button(void);
-KWE_API void KWE_CALL GetMouse(Point *mouseLoc);
+KWE_API void KWE_CALL GetMouse(Point* mouseLoc);
 KWE_API void KWE_CALL SystemTask(void);
 KWE_API Boolean KWE_CALL StillDown(void);
 KWE_API Boolean KWE_CALL WaitMouseUp(void);
 
 /* GetOSEvent is GetNextEvent; OSEventAvail is EventAvail. */
-KWE_API Boolean KWE_CALL GetOSEvent(EventMask mask, EventRecord *theEvent);
-KWE_API Boolean KWE_CALL OSEventAvail(EventMask mask, EventRecord *theEvent);
+KWE_API Boolean KWE_CALL GetOSEvent(EventMask mask, EventRecord* theEvent);
+KWE_API Boolean KWE_CALL OSEventAvail(EventMask mask, EventRecord* theEvent);
 /* 1 (evtNotEnb) when SysEvtMask lacks the kind. A full queue loses its
    eight oldest events with one beep. */
 KWE_API OSErr KWE_CALL PostEvent(SInt16 eventNum, SInt32 eventMsg);

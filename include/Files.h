@@ -104,7 +104,7 @@ typedef struct DXInfo {
 } DXInfo;
 
 union ParamBlockRec;
-typedef void(KWE_CALL *IOCompletionProcPtr)(union ParamBlockRec *paramBlock);
+typedef void(KWE_CALL* IOCompletionProcPtr)(union ParamBlockRec* paramBlock);
 typedef IOCompletionProcPtr IOCompletionUPP;
 
 /* The 24-byte header every parameter block starts with (32-bit layout). */
@@ -182,7 +182,7 @@ typedef union ParamBlockRec {
   VolumeParam volumeParam;
   CntrlParam cntrlParam;
 } ParamBlockRec;
-typedef ParamBlockRec *ParmBlkPtr;
+typedef ParamBlockRec* ParmBlkPtr;
 
 typedef IOParam HIOParam;
 
@@ -304,7 +304,7 @@ typedef union HParamBlockRec {
   WDParam wdParam;
   FIDParam fidParam;
 } HParamBlockRec;
-typedef HParamBlockRec *HParmBlkPtr;
+typedef HParamBlockRec* HParmBlkPtr;
 
 typedef struct HFileInfo {
   KWE_PARAM_BLOCK_HEADER;
@@ -353,7 +353,7 @@ typedef union CInfoPBRec {
   HFileInfo hFileInfo;
   DirInfo dirInfo;
 } CInfoPBRec;
-typedef CInfoPBRec *CInfoPBPtr;
+typedef CInfoPBRec* CInfoPBPtr;
 
 typedef struct WDPBRec {
   KWE_PARAM_BLOCK_HEADER;
@@ -364,7 +364,7 @@ typedef struct WDPBRec {
   SInt16 filler2[7];
   SInt32 ioWDDirID;
 } WDPBRec;
-typedef WDPBRec *WDPBPtr;
+typedef WDPBRec* WDPBPtr;
 
 typedef struct FCBPBRec {
   KWE_PARAM_BLOCK_HEADER;
@@ -382,7 +382,7 @@ typedef struct FCBPBRec {
   SInt32 ioFCBClpSiz;
   SInt32 ioFCBParID;
 } FCBPBRec;
-typedef FCBPBRec *FCBPBPtr;
+typedef FCBPBRec* FCBPBPtr;
 
 /* What PBHGetVolParms fills: the version word and clear attributes. */
 typedef struct GetVolParmsInfoBuffer {
@@ -404,20 +404,20 @@ typedef struct GetVolParmsInfoBuffer {
    MAX_PATH (260) bytes. dirID 0 takes the directory from vRefNum (0: the
    process's current directory). fnfErr without a directory, nsvErr for an
    unknown volume, bdNamErr when the path does not fit; path is then empty. */
-KWE_API OSErr KWE_CALL KWE_HFSpec(SInt32 dirID, SInt16 vRefNum, ConstStr255Param name, char *path);
-KWE_API OSErr KWE_CALL KWE_FSpec(SInt16 vRefNum, ConstStr255Param name, char *path);
+KWE_API OSErr KWE_CALL KWE_HFSpec(SInt32 dirID, SInt16 vRefNum, ConstStr255Param name, char* path);
+KWE_API OSErr KWE_CALL KWE_FSpec(SInt16 vRefNum, ConstStr255Param name, char* path);
 /* The directory ID of a directory path, its record made when new; vRefNum
    (optional) = the path's volume; wdRefNum (optional) = the working
    directory's number, 0 for a volume root, 0xEEEE when none (result 0). */
-KWE_API SInt32 KWE_CALL KWE_DirIDFromPath(const char *path, SInt16 *vRefNum, SInt16 *wdRefNum);
+KWE_API SInt32 KWE_CALL KWE_DirIDFromPath(const char* path, SInt16* vRefNum, SInt16* wdRefNum);
 /* Makes the directory (null or "": the process's current directory) the
    current one in CurDirStore; answers its working-directory number, the
    volume reference number for a root, 0xEEEE when it has none. */
-KWE_API SInt16 KWE_CALL KWE_CurDirvRefNum(const char *path);
+KWE_API SInt16 KWE_CALL KWE_CurDirvRefNum(const char* path);
 /* The FSSpec is filled even when the file does not exist (fnfErr). An empty
    name gives the directory itself as parID and an empty name. */
 KWE_API OSErr KWE_CALL FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
-                                    FSSpec *spec);
+                                    FSSpec* spec);
 
 /* A path from a common dialog as a Standard File reply (SFReply, in
    StandardFile.h). With addExtension the name takes the extension of the
@@ -429,27 +429,27 @@ KWE_API OSErr KWE_CALL FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Par
 struct SFReply;
 KWE_API void KWE_CALL KWE_DosFSpec2MacSFReply(Boolean addExtension, Boolean replaceExtension,
                                               SInt16 filterIndex, Boolean setSaveDisk,
-                                              Boolean remember, const char *path,
-                                              struct SFReply *reply);
+                                              Boolean remember, const char* path,
+                                              struct SFReply* reply);
 
 /* Working directories. CloseWD never removes one: numbers stay valid for the
    session. */
-KWE_API OSErr KWE_CALL OpenWD(SInt16 vRefNum, SInt32 dirID, SInt32 procID, SInt16 *wdRefNum);
+KWE_API OSErr KWE_CALL OpenWD(SInt16 vRefNum, SInt32 dirID, SInt32 procID, SInt16* wdRefNum);
 KWE_API OSErr KWE_CALL PBOpenWD(WDPBPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL CloseWD(SInt16 wdRefNum);
 KWE_API OSErr KWE_CALL PBCloseWD(WDPBPtr paramBlock, Boolean async);
 /* ioNamePtr (when given) receives the directory's full DOS path, so it must
    hold a Str255. ioWDProcID is always 'KWE '; ioWDIndex is not used. */
 KWE_API OSErr KWE_CALL PBGetWDInfo(WDPBPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL GetWDInfo(SInt16 wdRefNum, SInt16 *vRefNum, SInt32 *dirID, SInt32 *procID);
+KWE_API OSErr KWE_CALL GetWDInfo(SInt16 wdRefNum, SInt16* vRefNum, SInt32* dirID, SInt32* procID);
 
 /* The default volume is the process's current directory. GetVol's name is
    the drive root ("C:\"); SetVol takes "X:" or "X:\" names or a directory
    path and changes the process's current directory. */
 KWE_API OSErr KWE_CALL PBGetVol(ParmBlkPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL GetVol(StringPtr volName, SInt16 *vRefNum);
+KWE_API OSErr KWE_CALL GetVol(StringPtr volName, SInt16* vRefNum);
 KWE_API OSErr KWE_CALL PBHGetVol(WDPBPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL HGetVol(StringPtr volName, SInt16 *vRefNum, SInt32 *dirID);
+KWE_API OSErr KWE_CALL HGetVol(StringPtr volName, SInt16* vRefNum, SInt32* dirID);
 KWE_API OSErr KWE_CALL PBSetVol(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL SetVol(ConstStr255Param volName, SInt16 vRefNum);
 KWE_API OSErr KWE_CALL PBHSetVol(WDPBPtr paramBlock, Boolean async);
@@ -459,14 +459,14 @@ KWE_API OSErr KWE_CALL HSetVol(ConstStr255Param volName, SInt16 vRefNum, SInt32 
 
 /* mode: the Win32 OpenFile mode bits (OF_READ 0, OF_WRITE 1, OF_READWRITE 2,
    the OF_SHARE_ bits, OF_CREATE). Answers the slot, or -1 with err set. */
-KWE_API SInt16 KWE_CALL KWE_FHOpen(const char *path, UInt16 mode, OSErr *err);
+KWE_API SInt16 KWE_CALL KWE_FHOpen(const char* path, UInt16 mode, OSErr* err);
 /* Creates (or empties) the file with the DOS attributes given and opens it
    for reading and writing, or reading only with attribute bit 0. */
-KWE_API SInt16 KWE_CALL KWE_FHCreate(const char *path, SInt16 attributes);
+KWE_API SInt16 KWE_CALL KWE_FHCreate(const char* path, SInt16 attributes);
 KWE_API SInt16 KWE_CALL KWE_FHClose(SInt16 slot);
-KWE_API SInt32 KWE_CALL KWE_FHRead(SInt16 slot, void *buffer, SInt32 count);
+KWE_API SInt32 KWE_CALL KWE_FHRead(SInt16 slot, void* buffer, SInt32 count);
 /* A count of 0 cuts the file at the current position. */
-KWE_API SInt32 KWE_CALL KWE_FHWrite(SInt16 slot, const void *buffer, SInt32 count);
+KWE_API SInt32 KWE_CALL KWE_FHWrite(SInt16 slot, const void* buffer, SInt32 count);
 KWE_API SInt32 KWE_CALL KWE_FHLSeek(SInt16 slot, SInt32 offset, UInt16 origin);
 /* false parks an open file (closes it, keeping its place); true reopens a
    parked one. A parked file also reopens by itself on its next read, write
@@ -488,32 +488,32 @@ KWE_API OSErr KWE_CALL KWE_FHSetEOF0(SInt16 slot);
 /* ioRefNum is 0 after a failed open. FSOpen opens with fsRdWrPerm. */
 KWE_API OSErr KWE_CALL PBOpen(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBHOpen(HParmBlkPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL FSOpen(ConstStr255Param fileName, SInt16 vRefNum, SInt16 *refNum);
+KWE_API OSErr KWE_CALL FSOpen(ConstStr255Param fileName, SInt16 vRefNum, SInt16* refNum);
 KWE_API OSErr KWE_CALL HOpen(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
-                             SInt8 permission, SInt16 *refNum);
+                             SInt8 permission, SInt16* refNum);
 KWE_API OSErr KWE_CALL HOpenDF(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
-                               SInt8 permission, SInt16 *refNum);
-KWE_API OSErr KWE_CALL FSpOpenDF(const FSSpec *spec, SInt8 permission, SInt16 *refNum);
+                               SInt8 permission, SInt16* refNum);
+KWE_API OSErr KWE_CALL FSpOpenDF(const FSSpec* spec, SInt8 permission, SInt16* refNum);
 /* fnOpnErr for reference number 0, ioErr for one that is not open. */
 KWE_API OSErr KWE_CALL PBClose(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL FSClose(SInt16 refNum);
 
 /* eofErr when fewer bytes than asked were there (they are delivered and
    counted); ioErr for a reference number that is not open. */
-KWE_API OSErr KWE_CALL FSRead(SInt16 refNum, SInt32 *count, void *buffPtr);
+KWE_API OSErr KWE_CALL FSRead(SInt16 refNum, SInt32* count, void* buffPtr);
 /* wrPermErr when the file was opened without write access or is read-only. */
-KWE_API OSErr KWE_CALL FSWrite(SInt16 refNum, SInt32 *count, const void *buffPtr);
+KWE_API OSErr KWE_CALL FSWrite(SInt16 refNum, SInt32* count, const void* buffPtr);
 /* Positions by ioPosMode/ioPosOffset first; ioPosOffset then grows by
    ioActCount (so it is the new mark for fsFromStart). */
 KWE_API OSErr KWE_CALL PBRead(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBWrite(ParmBlkPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL GetFPos(SInt16 refNum, SInt32 *filePos);
+KWE_API OSErr KWE_CALL GetFPos(SInt16 refNum, SInt32* filePos);
 KWE_API OSErr KWE_CALL PBGetFPos(ParmBlkPtr paramBlock, Boolean async);
 /* Windows lets the mark pass the end of file: only fsFromLEOF with a
    positive offset answers eofErr (after moving). */
 KWE_API OSErr KWE_CALL SetFPos(SInt16 refNum, SInt16 posMode, SInt32 posOff);
 KWE_API OSErr KWE_CALL PBSetFPos(ParmBlkPtr paramBlock, Boolean async);
-KWE_API OSErr KWE_CALL GetEOF(SInt16 refNum, SInt32 *logEOF);
+KWE_API OSErr KWE_CALL GetEOF(SInt16 refNum, SInt32* logEOF);
 KWE_API OSErr KWE_CALL PBGetEOF(ParmBlkPtr paramBlock, Boolean async);
 /* A longer file is filled with zeros. The mark stays where it was, or at the
    new end when that is before it. */
@@ -521,7 +521,7 @@ KWE_API OSErr KWE_CALL SetEOF(SInt16 refNum, SInt32 logEOF);
 KWE_API OSErr KWE_CALL PBSetEOF(ParmBlkPtr paramBlock, Boolean async);
 /* Lengthens the file itself by *count zero bytes (there is no physical
    allocation apart from the logical length). */
-KWE_API OSErr KWE_CALL Allocate(SInt16 refNum, SInt32 *count);
+KWE_API OSErr KWE_CALL Allocate(SInt16 refNum, SInt32* count);
 KWE_API OSErr KWE_CALL PBFlushFile(ParmBlkPtr paramBlock, Boolean async);
 
 /* --- Creating, deleting, renaming --- */
@@ -533,7 +533,7 @@ KWE_API OSErr KWE_CALL Create(ConstStr255Param fileName, SInt16 vRefNum, OSType 
                               OSType fileType);
 KWE_API OSErr KWE_CALL HCreate(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
                                OSType creator, OSType fileType);
-KWE_API OSErr KWE_CALL FSpCreate(const FSSpec *spec, OSType creator, OSType fileType,
+KWE_API OSErr KWE_CALL FSpCreate(const FSSpec* spec, OSType creator, OSType fileType,
                                  ScriptCode scriptTag);
 /* fBsyErr while the file is open in the table; fLckdErr when Windows
    refuses (read-only files, directories). */
@@ -541,7 +541,7 @@ KWE_API OSErr KWE_CALL PBDelete(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBHDelete(HParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL FSDelete(ConstStr255Param fileName, SInt16 vRefNum);
 KWE_API OSErr KWE_CALL HDelete(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName);
-KWE_API OSErr KWE_CALL FSpDelete(const FSSpec *spec);
+KWE_API OSErr KWE_CALL FSpDelete(const FSSpec* spec);
 /* The new name stays in the old name's directory (ioMisc holds it in
    PBHRename). bdNamErr when the old name does not exist, dupFNErr when the
    new one does. */
@@ -549,22 +549,22 @@ KWE_API OSErr KWE_CALL PBHRename(HParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL Rename(ConstStr255Param oldName, SInt16 vRefNum, ConstStr255Param newName);
 KWE_API OSErr KWE_CALL HRename(SInt16 vRefNum, SInt32 dirID, ConstStr255Param oldName,
                                ConstStr255Param newName);
-KWE_API OSErr KWE_CALL FSpRename(const FSSpec *spec, ConstStr255Param newName);
+KWE_API OSErr KWE_CALL FSpRename(const FSSpec* spec, ConstStr255Param newName);
 /* ioDirID: the parent directory in, the new directory's ID out. */
 KWE_API OSErr KWE_CALL PBDirCreate(HParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL DirCreate(SInt16 vRefNum, SInt32 parentDirID, ConstStr255Param directoryName,
-                                 SInt32 *createdDirID);
+                                 SInt32* createdDirID);
 /* Swaps the two files' contents by renaming through a temporary name (the
    first file's name with the extension .aaa, .aab, ...); files open in the
    table follow their data. */
-KWE_API OSErr KWE_CALL FSpExchangeFiles(const FSSpec *source, const FSSpec *dest);
+KWE_API OSErr KWE_CALL FSpExchangeFiles(const FSSpec* source, const FSSpec* dest);
 
 /* --- Finder and catalog information --- */
 
-KWE_API OSErr KWE_CALL GetFInfo(ConstStr255Param fileName, SInt16 vRefNum, FInfo *fndrInfo);
+KWE_API OSErr KWE_CALL GetFInfo(ConstStr255Param fileName, SInt16 vRefNum, FInfo* fndrInfo);
 KWE_API OSErr KWE_CALL HGetFInfo(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
-                                 FInfo *fndrInfo);
-KWE_API OSErr KWE_CALL FSpGetFInfo(const FSSpec *spec, FInfo *fndrInfo);
+                                 FInfo* fndrInfo);
+KWE_API OSErr KWE_CALL FSpGetFInfo(const FSSpec* spec, FInfo* fndrInfo);
 /* Creation and modification dates both give the last-write time; resource
    fork lengths are 0. With session flag 0x00010000 a directory's ioDirID is
    set to its own directory ID. */
@@ -580,7 +580,7 @@ KWE_API OSErr KWE_CALL PBHSetFInfo(HParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBSetFInfo(ParmBlkPtr paramBlock, Boolean async);
 /* Nothing of the Finder information is stored: no effect, noErr. */
 KWE_API OSErr KWE_CALL HSetFInfo(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName,
-                                 const FInfo *fndrInfo);
+                                 const FInfo* fndrInfo);
 
 /* --- Volumes --- */
 
@@ -592,9 +592,9 @@ KWE_API OSErr KWE_CALL HSetFInfo(SInt16 vRefNum, SInt32 dirID, ConstStr255Param 
 KWE_API OSErr KWE_CALL PBGetVInfo(ParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBHGetVInfo(HParmBlkPtr paramBlock, Boolean async);
 /* *freeBytes stops at 0x7FFFFFFF on larger disks. */
-KWE_API OSErr KWE_CALL GetVInfo(SInt16 drvNum, StringPtr volName, SInt16 *vRefNum,
-                                SInt32 *freeBytes);
-KWE_API OSErr KWE_CALL GetVRefNum(SInt16 refNum, SInt16 *vRefNum);
+KWE_API OSErr KWE_CALL GetVInfo(SInt16 drvNum, StringPtr volName, SInt16* vRefNum,
+                                SInt32* freeBytes);
+KWE_API OSErr KWE_CALL GetVRefNum(SInt16 refNum, SInt16* vRefNum);
 KWE_API SInt16 KWE_CALL DIBadMount(Point where, SInt32 evtMessage);
 KWE_API OSErr KWE_CALL PBHGetVolParms(HParmBlkPtr paramBlock, Boolean async);
 KWE_API OSErr KWE_CALL PBFlushVol(ParmBlkPtr paramBlock, Boolean async);

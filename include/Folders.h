@@ -31,6 +31,6 @@ enum {
    working-directory number (a volume reference number for a root). fnfErr
    for 'temp' when Windows names no usable temporary directory. */
 KWE_API OSErr KWE_CALL FindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder,
-                                  SInt16 *foundVRefNum, SInt32 *foundDirID);
+                                  SInt16* foundVRefNum, SInt32* foundDirID);
 
 #endif

@@ -11,9 +11,23 @@
 
 /* Font numbers of the built-in map. */
 enum {
-  systemFont = 0, applFont = 1, newYork = 2, geneva = 3, monaco = 4, venice = 5, london = 6,
-  athens = 7, sanFran = 8, toronto = 9, cairo = 11, losAngeles = 12, times = 20, helvetica = 21,
-  courier = 22, symbol = 23, mobile = 24
+  systemFont = 0,
+  applFont = 1,
+  newYork = 2,
+  geneva = 3,
+  monaco = 4,
+  venice = 5,
+  london = 6,
+  athens = 7,
+  sanFran = 8,
+  toronto = 9,
+  cairo = 11,
+  losAngeles = 12,
+  times = 20,
+  helvetica = 21,
+  courier = 22,
+  symbol = 23,
+  mobile = 24
 };
 
 /* Published 32-bit layouts; the 64-bit build widens the handles in place. */
@@ -85,12 +99,12 @@ KWE_API void KWE_CALL InitFonts(void);
 KWE_API void KWE_CALL GetFontName(SInt16 familyID, Str255 name);
 /* An installed face's name or the map's Macintosh name, without regard to
    case; 0 for a name neither knows. */
-KWE_API void KWE_CALL GetFNum(ConstStr255Param name, SInt16 *familyID);
+KWE_API void KWE_CALL GetFNum(ConstStr255Param name, SInt16* familyID);
 /* Always true: Windows makes every size. */
 KWE_API Boolean KWE_CALL RealFont(SInt16 fontNum, SInt16 size);
 /* Fills ascent, descent, widMax and leading of one static record; null when
    no port could be opened to measure in. */
-KWE_API FMOutPtr KWE_CALL FMSwapFont(const FMInput *inRec);
+KWE_API FMOutPtr KWE_CALL FMSwapFont(const FMInput* inRec);
 /* The current port's font; the widths go to the width table. */
 KWE_API void KWE_CALL FontMetrics(FMetricRecPtr theMetrics);
 KWE_API void KWE_CALL SetFractEnable(Boolean fractEnable);
@@ -107,6 +121,6 @@ KWE_API SInt16 KWE_CALL KWE_GetIntlSystemFont(void);
 /* With on, the current port's text is measured from widths (256 Fixed
    widths of the Macintosh characters; null: the width table FontMetrics
    fills) plus extra pixels, and drawn with each character's own width. */
-KWE_API void KWE_CALL KWE_ExtDrawText(Boolean on, Fixed *widths, SInt32 extra);
+KWE_API void KWE_CALL KWE_ExtDrawText(Boolean on, Fixed* widths, SInt32 extra);
 
 #endif

@@ -19,9 +19,9 @@ enum {
    "...", the curly double quotes a plain one and the trade mark "(tm)"
    (unless kweKeepTypographic), so dst needs up to 4 bytes a source byte.
    The expansions and kweDropReturns apply also while the tables are off. */
-KWE_API SInt32 KWE_CALL KWE_MacToAnsiBuf(const UInt8 *src, UInt8 *dst, UInt16 count, SInt16 flags);
+KWE_API SInt32 KWE_CALL KWE_MacToAnsiBuf(const UInt8* src, UInt8* dst, UInt16 count, SInt16 flags);
 /* Converts up to count bytes, stopping before a NUL (which is not copied);
    returns the number written. */
-KWE_API SInt32 KWE_CALL KWE_AnsiToMacBuf(const UInt8 *src, UInt8 *dst, SInt16 count);
+KWE_API SInt32 KWE_CALL KWE_AnsiToMacBuf(const UInt8* src, UInt8* dst, SInt16 count);
 
 #endif

@@ -56,7 +56,7 @@ typedef struct KWELowMemoryGlobals {
   Handle TEStyleScrap;
 } KWELowMemoryGlobals;
 
-static inline KWEGlobalsRecord KWEGlobalsRecordFor(KWELowMemoryGlobals *v) {
+static inline KWEGlobalsRecord KWEGlobalsRecordFor(KWELowMemoryGlobals* v) {
   KWEGlobalsRecord g;
   memset(&g, 0, sizeof g);
   g.size = sizeof g;

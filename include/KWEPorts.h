@@ -16,7 +16,7 @@ KWE_API HDC KWE_CALL KWE_SwaphDC(HDC dc, Boolean install);
 /* Lets the screen port draw into a window's DC with portRect *rect, until
    the matching call with enter false. Answers the window used (found under
    the rectangle when hwnd is null). */
-KWE_API HWND KWE_CALL KWE_SetWMgrPortDC(Boolean enter, HWND hwnd, HDC dc, Rect *rect);
+KWE_API HWND KWE_CALL KWE_SetWMgrPortDC(Boolean enter, HWND hwnd, HDC dc, Rect* rect);
 /* After an application wrote port fields directly. */
 KWE_API void KWE_CALL KWE_ChangeThePortAttr(void);
 KWE_API void KWE_CALL KWE_PortRectChange(void);
@@ -26,7 +26,7 @@ KWE_API void KWE_CALL KWE_DialogFontMode(GrafPtr port, Boolean on);
 KWE_API void KWE_CALL KWE_BrushAlign(SInt16 delta);
 /* Several polygons at once in the current port's pen pattern and mode; false
    when hdc is neither 0 nor the current DC. */
-KWE_API Boolean KWE_CALL KWE_PolyPolygon(HDC hdc, const POINT *points, const INT *counts,
+KWE_API Boolean KWE_CALL KWE_PolyPolygon(HDC hdc, const POINT* points, const INT* counts,
                                          int polygonCount);
 
 #endif

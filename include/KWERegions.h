@@ -17,7 +17,7 @@ KWE_API HRGN KWE_CALL KWE_RgnSetToFakeRectRgn(RgnHandle rgn);
    exactly its box, becomes a rectangle on the way. */
 KWE_API Boolean KWE_CALL KWE_IsRectRgn(RgnHandle rgn);
 /* The box as a Win32 RECT (read afresh from GDI for a Win32 region). */
-KWE_API void KWE_CALL KWE_RgnGetBBoxRECTFromRgn(RgnHandle rgn, RECT *box);
+KWE_API void KWE_CALL KWE_RgnGetBBoxRECTFromRgn(RgnHandle rgn, RECT* box);
 /* Selects the region as the DC's clip region: 1 empty (NULLREGION),
    2 rectangle (SIMPLEREGION), 3 anything else (COMPLEXREGION). While system
    value 23 is non-zero only the kind is answered. */

@@ -7,18 +7,18 @@
 #include "MacTypes.h"
 
 typedef SInt16 MIDIRefNum;
-typedef struct MIDIIDList **MIDIIDListHandle;
-typedef struct MIDIPortInfo **MIDIPortInfoHdl;
-typedef struct MIDIPortParams *MIDIPortParamsPtr;
-typedef struct MIDIPacket *MIDIPacketPtr;
-typedef void(KWE_CALL *MIDITimeProcPtr)(SInt32 curTime, SInt32 refCon);
+typedef struct MIDIIDList** MIDIIDListHandle;
+typedef struct MIDIPortInfo** MIDIPortInfoHdl;
+typedef struct MIDIPortParams* MIDIPortParamsPtr;
+typedef struct MIDIPacket* MIDIPacketPtr;
+typedef void(KWE_CALL* MIDITimeProcPtr)(SInt32 curTime, SInt32 refCon);
 
 /* The NumVersion of the tool numbered toolnum, as one long. */
 KWE_API SInt32 KWE_CALL SndDispVersion(SInt16 toolnum);
 KWE_API OSErr KWE_CALL MIDISignIn(OSType clientID, SInt32 refCon, Handle icon,
                                   ConstStr255Param name);
 KWE_API MIDIIDListHandle KWE_CALL MIDIGetPorts(OSType clientID);
-KWE_API OSErr KWE_CALL MIDIAddPort(OSType clientID, SInt16 BufSize, MIDIRefNum *refnum,
+KWE_API OSErr KWE_CALL MIDIAddPort(OSType clientID, SInt16 BufSize, MIDIRefNum* refnum,
                                    MIDIPortParamsPtr init);
 KWE_API MIDIPortInfoHdl KWE_CALL MIDIGetPortInfo(OSType clientID, OSType portID);
 KWE_API OSErr KWE_CALL MIDIConnectData(OSType srcClID, OSType srcPortID, OSType dstClID,

@@ -4,6 +4,7 @@
 #define KWE_MACTYPES_H
 
 #include <stdint.h>
+
 #include "KWEConfig.h"
 
 typedef int8_t SInt8;
@@ -23,8 +24,8 @@ typedef SInt32 Fract;
 typedef SInt16 Integer;
 typedef SInt32 LongInt;
 
-typedef char *Ptr;
-typedef Ptr *Handle;
+typedef char* Ptr;
+typedef Ptr* Handle;
 typedef SInt32 Size;
 typedef void (*ProcPtr)(void);
 typedef ProcPtr UniversalProcPtr;
@@ -33,11 +34,11 @@ typedef unsigned char Str255[256];
 typedef unsigned char Str63[64];
 typedef unsigned char Str31[32];
 typedef unsigned char Str15[16];
-typedef unsigned char *StringPtr;
-typedef StringPtr *StringHandle;
-typedef const unsigned char *ConstStr255Param;
-typedef const unsigned char *ConstStr63Param;
-typedef const unsigned char *ConstStr31Param;
+typedef unsigned char* StringPtr;
+typedef StringPtr* StringHandle;
+typedef const unsigned char* ConstStr255Param;
+typedef const unsigned char* ConstStr63Param;
+typedef const unsigned char* ConstStr31Param;
 
 #ifndef __cplusplus
 #ifndef true
@@ -104,7 +105,7 @@ typedef struct BitMap {
 } BitMap;
 
 typedef struct QElem {
-  struct QElem *qLink;
+  struct QElem* qLink;
   SInt16 qType;
   SInt16 qData[1];
 } QElem, *QElemPtr;
@@ -128,14 +129,14 @@ typedef struct ScrapStuff {
 /* Records owned by later managers; only pointers to them pass through here. */
 typedef struct GrafPort GrafPort, *GrafPtr;
 typedef GrafPtr WindowPtr;
-typedef struct WindowRecord *WindowPeek;
-typedef struct GDevice **GDHandle;
-typedef struct PixMap **PixMapHandle;
-typedef struct ColorTable **CTabHandle;
-typedef struct MacRegion **RgnHandle;
-typedef struct Zone *THz;
-typedef struct MenuInfo **MenuHandle;
-typedef struct ControlRecord **ControlHandle;
+typedef struct WindowRecord* WindowPeek;
+typedef struct GDevice** GDHandle;
+typedef struct PixMap** PixMapHandle;
+typedef struct ColorTable** CTabHandle;
+typedef struct MacRegion** RgnHandle;
+typedef struct Zone* THz;
+typedef struct MenuInfo** MenuHandle;
+typedef struct ControlRecord** ControlHandle;
 typedef GrafPtr DialogPtr;
 
 #endif

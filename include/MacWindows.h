@@ -7,12 +7,12 @@
 
 KWE_API void KWE_CALL BeginUpdate(WindowPtr theWindow);
 KWE_API void KWE_CALL EndUpdate(WindowPtr theWindow);
-KWE_API void KWE_CALL InvalRect(const Rect *badRect);
+KWE_API void KWE_CALL InvalRect(const Rect* badRect);
 KWE_API void KWE_CALL InvalRgn(RgnHandle badRgn);
-KWE_API WindowPtr KWE_CALL NewWindow(void *wStorage, const Rect *boundsRect,
-                                     ConstStr255Param title, Boolean visible, SInt16 theProc,
-                                     WindowPtr behind, Boolean goAwayFlag, SInt32 refCon);
-KWE_API WindowPtr KWE_CALL NewCWindow(void *wStorage, const Rect *boundsRect,
+KWE_API WindowPtr KWE_CALL NewWindow(void* wStorage, const Rect* boundsRect, ConstStr255Param title,
+                                     Boolean visible, SInt16 theProc, WindowPtr behind,
+                                     Boolean goAwayFlag, SInt32 refCon);
+KWE_API WindowPtr KWE_CALL NewCWindow(void* wStorage, const Rect* boundsRect,
                                       ConstStr255Param title, Boolean visible, SInt16 procID,
                                       WindowPtr behind, Boolean goAwayFlag, SInt32 refCon);
 /* ShowWindow and CloseWindow: exported shortened, see KWENames.h. */

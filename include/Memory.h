@@ -14,7 +14,7 @@
 
 /* Called with the number of bytes an allocation still lacks; answers the
    number of bytes it freed. Wrapped through the host's make procedure. */
-typedef SInt32(KWE_CALL *GrowZoneProcPtr)(Size cbNeeded);
+typedef SInt32(KWE_CALL* GrowZoneProcPtr)(Size cbNeeded);
 
 #pragma pack(push, 2)
 /* The one zone of the library (54 bytes in the 32-bit build). Only moreMast
@@ -51,12 +51,12 @@ KWE_API Handle KWE_CALL NewHandle(Size byteCount);
 KWE_API Handle KWE_CALL NewHandleSys(Size byteCount);
 KWE_API Handle KWE_CALL NewHandleClear(Size byteCount);
 KWE_API Handle KWE_CALL NewHandleSysClear(Size byteCount);
-KWE_API Handle KWE_CALL TempNewHandle(Size logicalSize, OSErr *resultCode);
+KWE_API Handle KWE_CALL TempNewHandle(Size logicalSize, OSErr* resultCode);
 /* Master pointer 0 and size 0, like a purged handle. */
 KWE_API Handle KWE_CALL NewEmptyHandle(void);
 /* Leaves MemErr as it was. A resource handle is detached from its file. */
 KWE_API void KWE_CALL DisposeHandle(Handle h);
-KWE_API void KWE_CALL TempDisposeHandle(Handle h, OSErr *resultCode);
+KWE_API void KWE_CALL TempDisposeHandle(Handle h, OSErr* resultCode);
 /* nilHandleErr for a null handle. */
 KWE_API Size KWE_CALL GetHandleSize(Handle h);
 /* A negative size changes nothing, MemErr included. On memFullErr the handle
@@ -95,11 +95,11 @@ KWE_MEMORY_INLINE void HClrRBit(Handle h) { (void)h; }
 
 /* --- Copies between handles and memory. Each sets MemErr and returns it. --- */
 /* nilHandleErr for a null handle; on memFullErr *theHndl becomes null. */
-KWE_API OSErr KWE_CALL HandToHand(Handle *theHndl);
-KWE_API OSErr KWE_CALL PtrToHand(const void *srcPtr, Handle *dstHndl, SInt32 size);
-KWE_API OSErr KWE_CALL PtrToXHand(const void *srcPtr, Handle dstHndl, SInt32 size);
+KWE_API OSErr KWE_CALL HandToHand(Handle* theHndl);
+KWE_API OSErr KWE_CALL PtrToHand(const void* srcPtr, Handle* dstHndl, SInt32 size);
+KWE_API OSErr KWE_CALL PtrToXHand(const void* srcPtr, Handle dstHndl, SInt32 size);
 KWE_API OSErr KWE_CALL HandAndHand(Handle hand1, Handle hand2);
-KWE_API OSErr KWE_CALL PtrAndHand(const void *ptr1, Handle hand2, SInt32 size);
+KWE_API OSErr KWE_CALL PtrAndHand(const void* ptr1, Handle hand2, SInt32 size);
 
 /* --- Fixed blocks. NewPtr and SetPtrSize set MemErr. --- */
 KWE_API Ptr KWE_CALL NewPtr(Size byteCount);
@@ -113,7 +113,7 @@ KWE_API void KWE_CALL SetPtrSize(Ptr p, Size newSize);
 
 /* Overlap-safe. Addresses 0 and 0x0000FFFF (an empty handle's master
    pointer) copy nothing. */
-KWE_API void KWE_CALL BlockMove(const void *srcPtr, void *destPtr, Size byteCount);
+KWE_API void KWE_CALL BlockMove(const void* srcPtr, void* destPtr, Size byteCount);
 
 /* --- The zone and its figures. --- */
 KWE_API OSErr KWE_CALL MemError(void);
@@ -121,9 +121,9 @@ KWE_API OSErr KWE_CALL MemError(void);
 KWE_API SInt32 KWE_CALL FreeMem(void);
 KWE_API Size KWE_CALL MaxBlock(void);
 /* The platform heap's largest free block; grow is not written. */
-KWE_API Size KWE_CALL MaxMem(Size *grow);
+KWE_API Size KWE_CALL MaxMem(Size* grow);
 /* contig is never more than 65,536. */
-KWE_API void KWE_CALL PurgeSpace(SInt32 *total, SInt32 *contig);
+KWE_API void KWE_CALL PurgeSpace(SInt32* total, SInt32* contig);
 KWE_API Size KWE_CALL CompactMem(Size cbNeeded);
 /* Purges only for requests below 65,536 bytes. */
 KWE_API void KWE_CALL PurgeMem(Size cbNeeded);
@@ -133,16 +133,16 @@ KWE_API void KWE_CALL MoreMasters(void);
 KWE_API THz KWE_CALL HandleZone(Handle h);
 KWE_API THz KWE_CALL GetZone(void);
 KWE_API THz KWE_CALL ApplicationZone(void);
-KWE_API void KWE_CALL InitZone(GrowZoneProcPtr pgrowZone, SInt16 cmoreMasters, void *limitPtr,
-                               void *startPtr);
+KWE_API void KWE_CALL InitZone(GrowZoneProcPtr pgrowZone, SInt16 cmoreMasters, void* limitPtr,
+                               void* startPtr);
 KWE_API void KWE_CALL SetZone(THz hz);
 KWE_API void KWE_CALL ReserveMem(Size cbNeeded);
-KWE_API void KWE_CALL SetApplLimit(void *zoneLimit);
+KWE_API void KWE_CALL SetApplLimit(void* zoneLimit);
 KWE_API void KWE_CALL MaxApplZone(void);
 KWE_API Ptr KWE_CALL GetApplLimit(void);
 KWE_API SInt32 KWE_CALL StackSpace(void);
-KWE_API OSErr KWE_CALL HoldMemory(void *address, UInt32 count);
-KWE_API OSErr KWE_CALL UnholdMemory(void *address, UInt32 count);
+KWE_API OSErr KWE_CALL HoldMemory(void* address, UInt32 count);
+KWE_API OSErr KWE_CALL UnholdMemory(void* address, UInt32 count);
 
 /* No Windows counterpart: each reports itself and returns 0. */
 KWE_API THz KWE_CALL SystemZone(void);
@@ -159,9 +159,9 @@ KWE_API void KWE_CALL KWE_SetMemoryLimits(UInt8 enable, UInt32 limit, UInt32 che
                                           SInt16 maxBlocks);
 /* Samples GlobalMemoryStatus; allocated is the bytes the Memory Manager holds
    on the platform heap. Null pointers are skipped. */
-KWE_API void KWE_CALL KWE_ComputeMemorySize(UInt32 *totalPageFile, UInt32 *availPageFile,
-                                            UInt32 *totalPhys, UInt32 *availPhys,
-                                            UInt32 *allocated);
+KWE_API void KWE_CALL KWE_ComputeMemorySize(UInt32* totalPageFile, UInt32* availPageFile,
+                                            UInt32* totalPhys, UInt32* availPhys,
+                                            UInt32* allocated);
 /* Percentage of free GDI (1) or USER (2) resources, the smaller of both (0).
    100 everywhere but on Windows 3.x. */
 KWE_API UInt32 KWE_CALL KWE_GetFreeSystemResources(UInt16 which);

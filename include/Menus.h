@@ -8,7 +8,6 @@
 /* DrawMenuBar: exported shortened, see KWENames.h. */
 KWE_API void KWE_CALL DrawMenuBa(void);
 KWE_API void KWE_CALL HiliteMenu(SInt16 menuID);
-KWE_API SInt32 KWE_CALL PopUpMenuSelect(MenuHandle menu, SInt16 top, SInt16 left,
-                                        SInt16 popUpItem);
+KWE_API SInt32 KWE_CALL PopUpMenuSelect(MenuHandle menu, SInt16 top, SInt16 left, SInt16 popUpItem);
 
 #endif

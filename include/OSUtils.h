@@ -57,18 +57,18 @@ KWE_API UniversalProcPtr KWE_CALL GetToolboxTrapAddress(UInt16 trapNum);
 KWE_API void KWE_CALL NSetTrapAddress(UniversalProcPtr trapAddr, UInt16 trapNum, TrapType tTyp);
 KWE_API void KWE_CALL SetTrapAddress(UniversalProcPtr trapAddr, UInt16 trapNum);
 
-KWE_API OSErr KWE_CALL SysEnvirons(SInt16 versionRequested, SysEnvRec *theWorld);
-KWE_API void KWE_CALL Environs(SInt16 *rom, SInt16 *machine);
-KWE_API void KWE_CALL Delay(SInt32 numTicks, SInt32 *finalTicks);
+KWE_API OSErr KWE_CALL SysEnvirons(SInt16 versionRequested, SysEnvRec* theWorld);
+KWE_API void KWE_CALL Environs(SInt16* rom, SInt16* machine);
+KWE_API void KWE_CALL Delay(SInt32 numTicks, SInt32* finalTicks);
 KWE_API void KWE_CALL SysBeep(SInt16 duration);
 KWE_API OSErr KWE_CALL NMInstall(NMRecPtr nmReqPtr);
 KWE_API OSErr KWE_CALL NMRemove(NMRecPtr nmReqPtr);
-KWE_API void KWE_CALL GetDateTime(UInt32 *secs);
-KWE_API void KWE_CALL GetTime(DateTimeRec *d);
+KWE_API void KWE_CALL GetDateTime(UInt32* secs);
+KWE_API void KWE_CALL GetTime(DateTimeRec* d);
 KWE_API SInt32 KWE_CALL SetCurrentA5(void);
 KWE_API SInt32 KWE_CALL SetA5(SInt32 newA5);
-KWE_API Boolean KWE_CALL EqualString(ConstStr255Param str1, ConstStr255Param str2,
-                                     Boolean caseSens, Boolean diacSens);
+KWE_API Boolean KWE_CALL EqualString(ConstStr255Param str1, ConstStr255Param str2, Boolean caseSens,
+                                     Boolean diacSens);
 
 /* The library's 46 tunable values: operation 1 stores value and answers the
    previous one; any other operation answers the current one. */

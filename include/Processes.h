@@ -23,7 +23,7 @@ typedef struct LaunchParamBlockRec {
   UInt32 launchPreferredSize;
   UInt32 launchMinimumSize;
   UInt32 launchAvailableSize;
-  void *launchAppParameters;
+  void* launchAppParameters;
 } LaunchParamBlockRec, *LaunchPBPtr;
 #pragma pack(pop)
 
@@ -32,10 +32,10 @@ typedef struct LaunchParamBlockRec {
 KWE_API OSErr KWE_CALL LaunchApplication(LaunchPBPtr launchParams);
 /* GetCurrentProcess: exported shortened, see KWENames.h. The serial number
    is (0, the host's instance handle). */
-KWE_API OSErr KWE_CALL GetCurrentProces(ProcessSerialNumber *PSN);
-KWE_API OSErr KWE_CALL GetFrontProcess(ProcessSerialNumber *PSN);
-KWE_API OSErr KWE_CALL GetNextProcess(ProcessSerialNumber *PSN);
-KWE_API OSErr KWE_CALL SameProcess(const ProcessSerialNumber *PSN1,
-                                   const ProcessSerialNumber *PSN2, Boolean *result);
+KWE_API OSErr KWE_CALL GetCurrentProces(ProcessSerialNumber* PSN);
+KWE_API OSErr KWE_CALL GetFrontProcess(ProcessSerialNumber* PSN);
+KWE_API OSErr KWE_CALL GetNextProcess(ProcessSerialNumber* PSN);
+KWE_API OSErr KWE_CALL SameProcess(const ProcessSerialNumber* PSN1, const ProcessSerialNumber* PSN2,
+                                   Boolean* result);
 
 #endif

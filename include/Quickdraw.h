@@ -216,20 +216,45 @@ typedef struct GDevice {
 
 /* Transfer modes. */
 enum {
-  srcCopy = 0, srcOr = 1, srcXor = 2, srcBic = 3,
-  notSrcCopy = 4, notSrcOr = 5, notSrcXor = 6, notSrcBic = 7,
-  patCopy = 8, patOr = 9, patXor = 10, patBic = 11,
-  notPatCopy = 12, notPatOr = 13, notPatXor = 14, notPatBic = 15,
-  blend = 32, addPin = 33, addOver = 34, subPin = 35, transparent = 36,
-  addMax = 37, subOver = 38, adMin = 39, grayishTextOr = 49, hilite = 50
+  srcCopy = 0,
+  srcOr = 1,
+  srcXor = 2,
+  srcBic = 3,
+  notSrcCopy = 4,
+  notSrcOr = 5,
+  notSrcXor = 6,
+  notSrcBic = 7,
+  patCopy = 8,
+  patOr = 9,
+  patXor = 10,
+  patBic = 11,
+  notPatCopy = 12,
+  notPatOr = 13,
+  notPatXor = 14,
+  notPatBic = 15,
+  blend = 32,
+  addPin = 33,
+  addOver = 34,
+  subPin = 35,
+  transparent = 36,
+  addMax = 37,
+  subOver = 38,
+  adMin = 39,
+  grayishTextOr = 49,
+  hilite = 50
 };
 
 /* Old-style colour constants. */
 enum {
-  blackColor = 33, whiteColor = 30, redColor = 205, greenColor = 341,
-  blueColor = 409, cyanColor = 273, magentaColor = 137, yellowColor = 69
+  blackColor = 33,
+  whiteColor = 30,
+  redColor = 205,
+  greenColor = 341,
+  blueColor = 409,
+  cyanColor = 273,
+  magentaColor = 137,
+  yellowColor = 69
 };
-
 
 /* --- Start-up and ports. ---
    The print spooler's header names its own SetPort as a macro; the Toolbox
@@ -237,7 +262,7 @@ enum {
 #ifdef SetPort
 #undef SetPort
 #endif
-KWE_API void KWE_CALL InitGraf(GrafPtr *thePortVar);
+KWE_API void KWE_CALL InitGraf(GrafPtr* thePortVar);
 KWE_API void KWE_CALL InitPort(GrafPtr port);
 KWE_API void KWE_CALL InitCPort(CGrafPtr port);
 KWE_API void KWE_CALL OpenPort(GrafPtr port);
@@ -245,45 +270,45 @@ KWE_API void KWE_CALL OpenCPort(CGrafPtr port);
 KWE_API void KWE_CALL ClosePort(GrafPtr port);
 KWE_API void KWE_CALL CloseCPort(CGrafPtr port);
 KWE_API void KWE_CALL SetPort(GrafPtr port);
-KWE_API void KWE_CALL GetPort(GrafPtr *port);
+KWE_API void KWE_CALL GetPort(GrafPtr* port);
 KWE_API SInt16 KWE_CALL QDError(void);
 
 /* --- Port geometry. --- */
 KWE_API void KWE_CALL SetOrigin(SInt16 h, SInt16 v);
 KWE_API void KWE_CALL PortSize(SInt16 width, SInt16 height);
 KWE_API void KWE_CALL MovePortTo(SInt16 leftGlobal, SInt16 topGlobal);
-KWE_API void KWE_CALL SetPortBits(const BitMap *bm);
+KWE_API void KWE_CALL SetPortBits(const BitMap* bm);
 KWE_API void KWE_CALL SetPortPix(PixMapHandle pm);
-KWE_API void KWE_CALL ClipRect(const Rect *r);
+KWE_API void KWE_CALL ClipRect(const Rect* r);
 KWE_API void KWE_CALL SetClip(RgnHandle rgn);
 KWE_API void KWE_CALL GetClip(RgnHandle rgn);
 
 /* --- Coordinates and points. --- */
-KWE_API void KWE_CALL LocalToGlobal(Point *pt);
-KWE_API void KWE_CALL GlobalToLocal(Point *pt);
+KWE_API void KWE_CALL LocalToGlobal(Point* pt);
+KWE_API void KWE_CALL GlobalToLocal(Point* pt);
 /* Against the host's main window's client area rather than the screen. */
-KWE_API void KWE_CALL KWE_LocalToScreen(Point *pt);
-KWE_API void KWE_CALL KWE_ScreenToLocal(Point *pt);
-KWE_API void KWE_CALL AddPt(Point src, Point *dst);
-KWE_API void KWE_CALL SubPt(Point src, Point *dst);
-KWE_API void KWE_CALL SetPt(Point *pt, SInt16 h, SInt16 v);
+KWE_API void KWE_CALL KWE_LocalToScreen(Point* pt);
+KWE_API void KWE_CALL KWE_ScreenToLocal(Point* pt);
+KWE_API void KWE_CALL AddPt(Point src, Point* dst);
+KWE_API void KWE_CALL SubPt(Point src, Point* dst);
+KWE_API void KWE_CALL SetPt(Point* pt, SInt16 h, SInt16 v);
 KWE_API Boolean KWE_CALL EqualPt(Point pt1, Point pt2);
-KWE_API void KWE_CALL Pt2Rect(Point pt1, Point pt2, Rect *dstRect);
-KWE_API void KWE_CALL ScalePt(Point *pt, const Rect *srcRect, const Rect *dstRect);
-KWE_API void KWE_CALL MapPoly(PolyHandle poly, const Rect *srcRect, const Rect *dstRect);
+KWE_API void KWE_CALL Pt2Rect(Point pt1, Point pt2, Rect* dstRect);
+KWE_API void KWE_CALL ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect);
+KWE_API void KWE_CALL MapPoly(PolyHandle poly, const Rect* srcRect, const Rect* dstRect);
 
 /* --- The pen and lines. MoveTo and LineTo are exported shortened (Win32
    has a LineTo of its own). --- */
 KWE_API void KWE_CALL PenSize(SInt16 width, SInt16 height);
 KWE_API void KWE_CALL PenMode(SInt16 mode);
-KWE_API void KWE_CALL PenPat(const Pattern *pat);
+KWE_API void KWE_CALL PenPat(const Pattern* pat);
 KWE_API void KWE_CALL PenPixPat(PixPatHandle pp);
 KWE_API void KWE_CALL PenNormal(void);
 KWE_API void KWE_CALL HidePen(void);
 KWE_API void KWE_CALL ShowPen(void);
-KWE_API void KWE_CALL GetPen(Point *pt);
-KWE_API void KWE_CALL GetPenState(PenState *pnState);
-KWE_API void KWE_CALL SetPenState(const PenState *pnState);
+KWE_API void KWE_CALL GetPen(Point* pt);
+KWE_API void KWE_CALL GetPenState(PenState* pnState);
+KWE_API void KWE_CALL SetPenState(const PenState* pnState);
 KWE_API void KWE_CALL MoveT(SInt16 h, SInt16 v);
 KWE_API void KWE_CALL Move(SInt16 dh, SInt16 dv);
 KWE_API void KWE_CALL LineT(SInt16 h, SInt16 v);
@@ -298,14 +323,14 @@ KWE_API void KWE_CALL StdLine(Point newPt);
 /* --- Colour. GetPixel is exported shortened. --- */
 KWE_API void KWE_CALL ForeColor(SInt32 color);
 KWE_API void KWE_CALL BackColor(SInt32 color);
-KWE_API void KWE_CALL RGBForeColor(const RGBColor *color);
-KWE_API void KWE_CALL RGBBackColor(const RGBColor *color);
-KWE_API void KWE_CALL GetForeColor(RGBColor *color);
-KWE_API void KWE_CALL GetBackColor(RGBColor *color);
-KWE_API void KWE_CALL OpColor(const RGBColor *color);
-KWE_API void KWE_CALL HiliteColor(const RGBColor *color);
-KWE_API void KWE_CALL InvertColor(RGBColor *color);
-KWE_API void KWE_CALL GetCPixel(SInt16 h, SInt16 v, RGBColor *cPix);
+KWE_API void KWE_CALL RGBForeColor(const RGBColor* color);
+KWE_API void KWE_CALL RGBBackColor(const RGBColor* color);
+KWE_API void KWE_CALL GetForeColor(RGBColor* color);
+KWE_API void KWE_CALL GetBackColor(RGBColor* color);
+KWE_API void KWE_CALL OpColor(const RGBColor* color);
+KWE_API void KWE_CALL HiliteColor(const RGBColor* color);
+KWE_API void KWE_CALL InvertColor(RGBColor* color);
+KWE_API void KWE_CALL GetCPixel(SInt16 h, SInt16 v, RGBColor* cPix);
 KWE_API Boolean KWE_CALL GetPixe(SInt16 h, SInt16 v);
 KWE_API SInt32 KWE_CALL GetCTSeed(void);
 
@@ -317,22 +342,22 @@ typedef struct FontInfo {
   SInt16 widMax;
   SInt16 leading;
 } FontInfo;
-KWE_API void KWE_CALL StdText(SInt16 count, const void *textAddr, Point numer, Point denom);
-KWE_API void KWE_CALL StdRect(SInt16 verb, const Rect *r);
-KWE_API void KWE_CALL StdRRect(SInt16 verb, const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight);
-KWE_API void KWE_CALL StdOval(SInt16 verb, const Rect *r);
-KWE_API void KWE_CALL StdArc(SInt16 verb, const Rect *r, SInt16 startAngle, SInt16 arcAngle);
+KWE_API void KWE_CALL StdText(SInt16 count, const void* textAddr, Point numer, Point denom);
+KWE_API void KWE_CALL StdRect(SInt16 verb, const Rect* r);
+KWE_API void KWE_CALL StdRRect(SInt16 verb, const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight);
+KWE_API void KWE_CALL StdOval(SInt16 verb, const Rect* r);
+KWE_API void KWE_CALL StdArc(SInt16 verb, const Rect* r, SInt16 startAngle, SInt16 arcAngle);
 KWE_API void KWE_CALL StdPoly(SInt16 verb, PolyHandle poly);
 KWE_API void KWE_CALL StdRgn(SInt16 verb, RgnHandle rgn);
-KWE_API void KWE_CALL StdBits(const BitMap *srcBits, const Rect *srcRect, const Rect *dstRect,
+KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const Rect* dstRect,
                               SInt16 mode, RgnHandle maskRgn);
 KWE_API void KWE_CALL StdComment(SInt16 kind, SInt16 dataSize, Handle dataHandle);
-KWE_API SInt16 KWE_CALL StdTxMeas(SInt16 byteCount, const void *textAddr, Point *numer,
-                                  Point *denom, FontInfo *info);
-KWE_API void KWE_CALL StdGetPic(void *dataPtr, SInt16 byteCount);
-KWE_API void KWE_CALL StdPutPic(const void *dataPtr, SInt16 byteCount);
-KWE_API void KWE_CALL SetStdProcs(QDProcs *procs);
-KWE_API void KWE_CALL SetStdCProcs(CQDProcs *procs);
+KWE_API SInt16 KWE_CALL StdTxMeas(SInt16 byteCount, const void* textAddr, Point* numer,
+                                  Point* denom, FontInfo* info);
+KWE_API void KWE_CALL StdGetPic(void* dataPtr, SInt16 byteCount);
+KWE_API void KWE_CALL StdPutPic(const void* dataPtr, SInt16 byteCount);
+KWE_API void KWE_CALL SetStdProcs(QDProcs* procs);
+KWE_API void KWE_CALL SetStdCProcs(CQDProcs* procs);
 /* Wraps (true) or releases (false) the application's procedures in the
    current port's record through the host's make and free procedures. */
 KWE_API void KWE_CALL KWE_StdProcFix(Boolean wrap);
@@ -340,45 +365,46 @@ KWE_API void KWE_CALL KWE_StdProcFix(Boolean wrap);
 /* --- Shapes in the five verbs: frame (with the pen), paint (pen pattern
    and mode), erase (background pattern), invert, fill (a given pattern).
    Names Win32 also has are exported shortened. --- */
-KWE_API void KWE_CALL FrameRec(const Rect *r);
-KWE_API void KWE_CALL PaintRect(const Rect *r);
-KWE_API void KWE_CALL EraseRect(const Rect *r);
-KWE_API void KWE_CALL InvertRec(const Rect *r);
-KWE_API void KWE_CALL FillRec(const Rect *r, const Pattern *pat);
-KWE_API void KWE_CALL FillCRect(const Rect *r, PixPatHandle pp);
-KWE_API void KWE_CALL FrameOval(const Rect *r);
-KWE_API void KWE_CALL PaintOval(const Rect *r);
-KWE_API void KWE_CALL EraseOval(const Rect *r);
-KWE_API void KWE_CALL InvertOval(const Rect *r);
-KWE_API void KWE_CALL FillOval(const Rect *r, const Pattern *pat);
-KWE_API void KWE_CALL FrameRoundRect(const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight);
-KWE_API void KWE_CALL PaintRoundRect(const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight);
-KWE_API void KWE_CALL EraseRoundRect(const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight);
-KWE_API void KWE_CALL InvertRoundRect(const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight);
-KWE_API void KWE_CALL FillRoundRect(const Rect *r, SInt16 ovalWidth, SInt16 ovalHeight,
-                                    const Pattern *pat);
+KWE_API void KWE_CALL FrameRec(const Rect* r);
+KWE_API void KWE_CALL PaintRect(const Rect* r);
+KWE_API void KWE_CALL EraseRect(const Rect* r);
+KWE_API void KWE_CALL InvertRec(const Rect* r);
+KWE_API void KWE_CALL FillRec(const Rect* r, const Pattern* pat);
+KWE_API void KWE_CALL FillCRect(const Rect* r, PixPatHandle pp);
+KWE_API void KWE_CALL FrameOval(const Rect* r);
+KWE_API void KWE_CALL PaintOval(const Rect* r);
+KWE_API void KWE_CALL EraseOval(const Rect* r);
+KWE_API void KWE_CALL InvertOval(const Rect* r);
+KWE_API void KWE_CALL FillOval(const Rect* r, const Pattern* pat);
+KWE_API void KWE_CALL FrameRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight);
+KWE_API void KWE_CALL PaintRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight);
+KWE_API void KWE_CALL EraseRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight);
+KWE_API void KWE_CALL InvertRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight);
+KWE_API void KWE_CALL FillRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight,
+                                    const Pattern* pat);
 /* Angles in degrees clockwise from 12 o'clock. */
-KWE_API void KWE_CALL FrameArc(const Rect *r, SInt16 startAngle, SInt16 arcAngle);
-KWE_API void KWE_CALL PaintArc(const Rect *r, SInt16 startAngle, SInt16 arcAngle);
-KWE_API void KWE_CALL EraseArc(const Rect *r, SInt16 startAngle, SInt16 arcAngle);
-KWE_API void KWE_CALL FillArc(const Rect *r, SInt16 startAngle, SInt16 arcAngle, const Pattern *pat);
-KWE_API void KWE_CALL PtToAngle(const Rect *r, Point pt, SInt16 *angle);
+KWE_API void KWE_CALL FrameArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
+KWE_API void KWE_CALL PaintArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
+KWE_API void KWE_CALL EraseArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
+KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle,
+                              const Pattern* pat);
+KWE_API void KWE_CALL PtToAngle(const Rect* r, Point pt, SInt16* angle);
 KWE_API void KWE_CALL FramePoly(PolyHandle poly);
 KWE_API void KWE_CALL PaintPoly(PolyHandle poly);
 KWE_API void KWE_CALL ErasePoly(PolyHandle poly);
 KWE_API void KWE_CALL InvertPoly(PolyHandle poly);
-KWE_API void KWE_CALL FillPoly(PolyHandle poly, const Pattern *pat);
+KWE_API void KWE_CALL FillPoly(PolyHandle poly, const Pattern* pat);
 KWE_API void KWE_CALL OffsetPoly(PolyHandle poly, SInt16 dh, SInt16 dv);
 KWE_API void KWE_CALL FrameRg(RgnHandle rgn);
 KWE_API void KWE_CALL PaintRg(RgnHandle rgn);
 KWE_API void KWE_CALL EraseRgn(RgnHandle rgn);
 KWE_API void KWE_CALL InvertRg(RgnHandle rgn);
-KWE_API void KWE_CALL FillRg(RgnHandle rgn, const Pattern *pat);
+KWE_API void KWE_CALL FillRg(RgnHandle rgn, const Pattern* pat);
 
 /* --- Patterns. --- */
-KWE_API void KWE_CALL BackPat(const Pattern *pat);
+KWE_API void KWE_CALL BackPat(const Pattern* pat);
 KWE_API void KWE_CALL BackPixPat(PixPatHandle pp);
-KWE_API void KWE_CALL MakeRGBPat(PixPatHandle pp, const RGBColor *rgb);
+KWE_API void KWE_CALL MakeRGBPat(PixPatHandle pp, const RGBColor* rgb);
 
 /* --- Region and polygon recording. --- */
 KWE_API void KWE_CALL OpenRgn(void);
@@ -393,8 +419,8 @@ KWE_API SInt16 KWE_CALL Random(void);
 #include "KWECursors.h"
 
 /* --- Rectangle mapping. --- */
-KWE_API void KWE_CALL MapPt(Point *pt, const Rect *srcRect, const Rect *dstRect);
-KWE_API void KWE_CALL MapRect(Rect *r, const Rect *srcRect, const Rect *dstRect);
+KWE_API void KWE_CALL MapPt(Point* pt, const Rect* srcRect, const Rect* dstRect);
+KWE_API void KWE_CALL MapRect(Rect* r, const Rect* srcRect, const Rect* dstRect);
 
 /* --- Regions. ---
    Seven region calls share their names with Win32's region calls and are
@@ -407,33 +433,33 @@ KWE_API void KWE_CALL CopyRg(RgnHandle srcRgn, RgnHandle dstRgn);
 KWE_API void KWE_CALL SetEmptyRgn(RgnHandle rgn);
 KWE_API void KWE_CALL SetRectRg(RgnHandle rgn, SInt16 left, SInt16 top, SInt16 right,
                                 SInt16 bottom);
-KWE_API void KWE_CALL RectRgn(RgnHandle rgn, const Rect *r);
+KWE_API void KWE_CALL RectRgn(RgnHandle rgn, const Rect* r);
 KWE_API void KWE_CALL OffsetRg(RgnHandle rgn, SInt16 dh, SInt16 dv);
 KWE_API void KWE_CALL InsetRg(RgnHandle rgn, SInt16 dh, SInt16 dv);
-KWE_API void KWE_CALL MapRgn(RgnHandle rgn, const Rect *srcRect, const Rect *dstRect);
+KWE_API void KWE_CALL MapRgn(RgnHandle rgn, const Rect* srcRect, const Rect* dstRect);
 KWE_API void KWE_CALL SectRgn(RgnHandle srcRgnA, RgnHandle srcRgnB, RgnHandle dstRgn);
 KWE_API void KWE_CALL UnionRg(RgnHandle srcRgnA, RgnHandle srcRgnB, RgnHandle dstRgn);
 KWE_API void KWE_CALL DiffRgn(RgnHandle srcRgnA, RgnHandle srcRgnB, RgnHandle dstRgn);
 KWE_API void KWE_CALL XorRg(RgnHandle srcRgnA, RgnHandle srcRgnB, RgnHandle dstRgn);
 KWE_API Boolean KWE_CALL PtInRgn(Point pt, RgnHandle rgn);
-KWE_API Boolean KWE_CALL RectInRgn(const Rect *r, RgnHandle rgn);
+KWE_API Boolean KWE_CALL RectInRgn(const Rect* r, RgnHandle rgn);
 KWE_API Boolean KWE_CALL EqualRg(RgnHandle rgnA, RgnHandle rgnB);
 KWE_API Boolean KWE_CALL EmptyRgn(RgnHandle rgn);
 /* The black pixels of a 1-bit bitmap (or a 1-bit PixMap) as a region:
    pixMapTooDeepErr (-148) for a deeper PixMap, rgnTooBigErr (-152) when the
    region cannot be made (the region is then left as it was). */
-KWE_API OSErr KWE_CALL BitMapToRegion(RgnHandle rgn, const BitMap *bits);
-KWE_API OSErr KWE_CALL BitMapToRegionGlue(RgnHandle rgn, const BitMap *bits);
+KWE_API OSErr KWE_CALL BitMapToRegion(RgnHandle rgn, const BitMap* bits);
+KWE_API OSErr KWE_CALL BitMapToRegionGlue(RgnHandle rgn, const BitMap* bits);
 
 #ifdef __cplusplus
 inline void MoveTo(SInt16 h, SInt16 v) { MoveT(h, v); }
-inline void FrameRect(const Rect *r) { FrameRec(r); }
-inline void InvertRect(const Rect *r) { InvertRec(r); }
-inline void FillRect(const Rect *r, const Pattern *pat) { FillRec(r, pat); }
+inline void FrameRect(const Rect* r) { FrameRec(r); }
+inline void InvertRect(const Rect* r) { InvertRec(r); }
+inline void FillRect(const Rect* r, const Pattern* pat) { FillRec(r, pat); }
 inline void FrameRgn(RgnHandle rgn) { FrameRg(rgn); }
 inline void PaintRgn(RgnHandle rgn) { PaintRg(rgn); }
 inline void InvertRgn(RgnHandle rgn) { InvertRg(rgn); }
-inline void FillRgn(RgnHandle rgn, const Pattern *pat) { FillRg(rgn, pat); }
+inline void FillRgn(RgnHandle rgn, const Pattern* pat) { FillRg(rgn, pat); }
 inline void LineTo(SInt16 h, SInt16 v) { LineT(h, v); }
 inline Boolean GetPixel(SInt16 h, SInt16 v) { return GetPixe(h, v); }
 inline void CopyRgn(RgnHandle srcRgn, RgnHandle dstRgn) { CopyRg(srcRgn, dstRgn); }

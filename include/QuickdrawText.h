@@ -11,7 +11,13 @@
    struck out; outline, shadow and condense are not shown. */
 typedef UInt8 Style;
 enum {
-  normal = 0, bold = 1, italic = 2, underline = 4, outline = 8, shadow = 0x10, condense = 0x20,
+  normal = 0,
+  bold = 1,
+  italic = 2,
+  underline = 4,
+  outline = 8,
+  shadow = 0x10,
+  condense = 0x20,
   extend = 0x40
 };
 
@@ -29,16 +35,16 @@ KWE_API void KWE_CALL SpaceExtra(Fixed extra);
    shortened (Win32 has a DrawText of its own). */
 KWE_API void KWE_CALL DrawChar(SInt16 ch);
 KWE_API void KWE_CALL DrawString(ConstStr255Param s);
-KWE_API void KWE_CALL DrawTex(const void *textBuf, SInt16 firstByte, SInt16 byteCount);
+KWE_API void KWE_CALL DrawTex(const void* textBuf, SInt16 firstByte, SInt16 byteCount);
 
 /* Widths in the current port's font, through its txMeasProc when it has one. */
 KWE_API SInt16 KWE_CALL CharWidth(SInt16 ch);
 KWE_API SInt16 KWE_CALL StringWidth(ConstStr255Param s);
-KWE_API SInt16 KWE_CALL TextWidth(const void *textBuf, SInt16 firstByte, SInt16 byteCount);
+KWE_API SInt16 KWE_CALL TextWidth(const void* textBuf, SInt16 firstByte, SInt16 byteCount);
 /* charLocs receives count + 1 positions: 0, then each one the last plus
    the width of the next character alone. */
-KWE_API void KWE_CALL MeasureText(SInt16 count, const void *textAddr, SInt16 *charLocs);
-KWE_API void KWE_CALL GetFontInfo(FontInfo *info);
+KWE_API void KWE_CALL MeasureText(SInt16 count, const void* textAddr, SInt16* charLocs);
+KWE_API void KWE_CALL GetFontInfo(FontInfo* info);
 
 /* C++ sees DrawText as an overload beside Win32's, whether or not
    windows.h has made DrawText a macro for DrawTextA or DrawTextW; C gets a
@@ -46,14 +52,14 @@ KWE_API void KWE_CALL GetFontInfo(FontInfo *info);
 #ifdef __cplusplus
 #pragma push_macro("DrawText")
 #undef DrawText
-inline void DrawText(const void *textBuf, SInt16 firstByte, SInt16 byteCount) {
+inline void DrawText(const void* textBuf, SInt16 firstByte, SInt16 byteCount) {
   DrawTex(textBuf, firstByte, byteCount);
 }
 #pragma pop_macro("DrawText")
-inline void DrawTextA(const void *textBuf, SInt16 firstByte, SInt16 byteCount) {
+inline void DrawTextA(const void* textBuf, SInt16 firstByte, SInt16 byteCount) {
   DrawTex(textBuf, firstByte, byteCount);
 }
-inline void DrawTextW(const void *textBuf, SInt16 firstByte, SInt16 byteCount) {
+inline void DrawTextW(const void* textBuf, SInt16 firstByte, SInt16 byteCount) {
   DrawTex(textBuf, firstByte, byteCount);
 }
 #elif !defined(_WINDOWS_) && !defined(_WINDOWS_H)

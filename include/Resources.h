@@ -53,8 +53,8 @@ KWE_API SInt16 KWE_CALL CountResources(ResType theType);
 KWE_API SInt16 KWE_CALL Count1Resources(ResType theType);
 KWE_API SInt16 KWE_CALL CountTypes(void);
 KWE_API SInt16 KWE_CALL Count1Types(void);
-KWE_API void KWE_CALL GetIndType(ResType *theType, SInt16 index);
-KWE_API void KWE_CALL Get1IndType(ResType *theType, SInt16 index);
+KWE_API void KWE_CALL GetIndType(ResType* theType, SInt16 index);
+KWE_API void KWE_CALL Get1IndType(ResType* theType, SInt16 index);
 /* LoadResource: exported shortened, as the name is Win32's. C++ sees the
    Toolbox name as an overload beside Win32's two-argument LoadResource; C
    gets a macro unless windows.h is already in (it would rename Win32's). */
@@ -67,8 +67,7 @@ inline void LoadResource(Handle theResource) { LoadResourc(theResource); }
 KWE_API void KWE_CALL SetResLoad(Boolean load);
 
 /* --- Information and attributes. --- */
-KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16 *theID, ResType *theType,
-                                 Str255 name);
+KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name);
 KWE_API void KWE_CALL SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name);
 KWE_API SInt16 KWE_CALL GetResAttrs(Handle theResource);
 KWE_API void KWE_CALL SetResAttrs(Handle theResource, SInt16 attrs);

@@ -10,9 +10,9 @@
 
 typedef SInt16 ScriptCode;
 typedef OSType SFTypeList[4];
-typedef const OSType *ConstSFTypeListPtr;
+typedef const OSType* ConstSFTypeListPtr;
 /* Item numbers of the dialog, in the order Tab moves through them. */
-typedef SInt16 *ActivationOrderListPtr;
+typedef SInt16* ActivationOrderListPtr;
 
 union CInfoPBRec;
 
@@ -43,28 +43,28 @@ typedef struct StandardFileReply {
 } StandardFileReply;
 #pragma pack(pop)
 
-typedef Boolean(KWE_CALL *FileFilterProcPtr)(union CInfoPBRec *pb);
-typedef SInt16(KWE_CALL *DlgHookProcPtr)(SInt16 item, DialogPtr theDialog);
-typedef Boolean(KWE_CALL *FileFilterYDProcPtr)(union CInfoPBRec *pb, void *yourDataPtr);
-typedef SInt16(KWE_CALL *DlgHookYDProcPtr)(SInt16 item, DialogPtr theDialog, void *yourDataPtr);
-typedef Boolean(KWE_CALL *ModalFilterYDProcPtr)(DialogPtr theDialog, EventRecord *theEvent,
-                                                SInt16 *itemHit, void *yourDataPtr);
-typedef void(KWE_CALL *ActivateYDProcPtr)(DialogPtr theDialog, SInt16 itemNo, Boolean activating,
-                                          void *yourDataPtr);
+typedef Boolean(KWE_CALL* FileFilterProcPtr)(union CInfoPBRec* pb);
+typedef SInt16(KWE_CALL* DlgHookProcPtr)(SInt16 item, DialogPtr theDialog);
+typedef Boolean(KWE_CALL* FileFilterYDProcPtr)(union CInfoPBRec* pb, void* yourDataPtr);
+typedef SInt16(KWE_CALL* DlgHookYDProcPtr)(SInt16 item, DialogPtr theDialog, void* yourDataPtr);
+typedef Boolean(KWE_CALL* ModalFilterYDProcPtr)(DialogPtr theDialog, EventRecord* theEvent,
+                                                SInt16* itemHit, void* yourDataPtr);
+typedef void(KWE_CALL* ActivateYDProcPtr)(DialogPtr theDialog, SInt16 itemNo, Boolean activating,
+                                          void* yourDataPtr);
 
 /* Both report themselves, then run the plain put or get dialog with the
    arguments they share with SFPPutFile/SFPGetFile: the hooks, the filter
    procedures, the activation list and yourDataPtr are not used. */
 KWE_API void KWE_CALL CustomPutFile(ConstStr255Param prompt, ConstStr255Param defaultName,
-                                    StandardFileReply *reply, SInt16 dlgID, Point where,
+                                    StandardFileReply* reply, SInt16 dlgID, Point where,
                                     DlgHookYDProcPtr dlgHook, ModalFilterYDProcPtr filterProc,
                                     ActivationOrderListPtr activeList,
-                                    ActivateYDProcPtr activateProc, void *yourDataPtr);
+                                    ActivateYDProcPtr activateProc, void* yourDataPtr);
 KWE_API void KWE_CALL CustomGetFile(FileFilterYDProcPtr fileFilter, SInt16 numTypes,
-                                    ConstSFTypeListPtr typeList, StandardFileReply *reply,
+                                    ConstSFTypeListPtr typeList, StandardFileReply* reply,
                                     SInt16 dlgID, Point where, DlgHookYDProcPtr dlgHook,
                                     ModalFilterYDProcPtr filterProc,
                                     ActivationOrderListPtr activeList,
-                                    ActivateYDProcPtr activateProc, void *yourDataPtr);
+                                    ActivateYDProcPtr activateProc, void* yourDataPtr);
 
 #endif

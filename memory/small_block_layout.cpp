@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+
 #include "memory/zero_bytes.h"
 
 namespace kwe::memory::small_heap {

@@ -46,13 +46,15 @@ Hsv ToHsv(const RGBColor& c) {
   else if (max == g)
     sector = 65536 / 3 + static_cast<int64_t>(b - r) * 65536 / (6 * static_cast<int64_t>(delta));
   else
-    sector = 2 * 65536 / 3 + static_cast<int64_t>(r - g) * 65536 / (6 * static_cast<int64_t>(delta));
+    sector =
+        2 * 65536 / 3 + static_cast<int64_t>(r - g) * 65536 / (6 * static_cast<int64_t>(delta));
   out.h = static_cast<int32_t>((sector + 65536) % 65536);
   return out;
 }
 
 RGBColor ToRgb(const Hsv& c) {
-  if (c.s == 0) return RGBColor{static_cast<UInt16>(c.v), static_cast<UInt16>(c.v), static_cast<UInt16>(c.v)};
+  if (c.s == 0)
+    return RGBColor{static_cast<UInt16>(c.v), static_cast<UInt16>(c.v), static_cast<UInt16>(c.v)};
   int64_t h6 = static_cast<int64_t>(c.h & 0xFFFF) * 6;  // 0 .. 6 * 65536
   int sector = static_cast<int>(h6 >> 16);
   int64_t f = h6 & 0xFFFF;
@@ -62,12 +64,36 @@ RGBColor ToRgb(const Hsv& c) {
   int64_t t = v * (65535 - s * (65536 - f) / 65536) / 65535;
   int64_t r, g, b;
   switch (sector) {
-    case 0: r = v; g = t; b = p; break;
-    case 1: r = q; g = v; b = p; break;
-    case 2: r = p; g = v; b = t; break;
-    case 3: r = p; g = q; b = v; break;
-    case 4: r = t; g = p; b = v; break;
-    default: r = v; g = p; b = q; break;
+    case 0:
+      r = v;
+      g = t;
+      b = p;
+      break;
+    case 1:
+      r = q;
+      g = v;
+      b = p;
+      break;
+    case 2:
+      r = p;
+      g = v;
+      b = t;
+      break;
+    case 3:
+      r = p;
+      g = q;
+      b = v;
+      break;
+    case 4:
+      r = t;
+      g = p;
+      b = v;
+      break;
+    default:
+      r = v;
+      g = p;
+      b = q;
+      break;
   }
   auto clamp = [](int64_t x) { return static_cast<UInt16>(std::clamp<int64_t>(x, 0, 65535)); };
   return RGBColor{clamp(r), clamp(g), clamp(b)};
@@ -91,7 +117,8 @@ SInt32 ConstantNearest(const RGBColor& rgb) {
 
 RGBColor ReducedToBlackOrWhite(const RGBColor& rgb) {
   int32_t luminance = (5 * static_cast<int32_t>(rgb.red) + 9 * static_cast<int32_t>(rgb.green) +
-                       2 * static_cast<int32_t>(rgb.blue)) / 16;
+                       2 * static_cast<int32_t>(rgb.blue)) /
+                      16;
   return luminance <= 32768 ? RGBColor{0, 0, 0} : RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
 }
 

@@ -28,7 +28,8 @@ std::vector<RGBColor> ColoursOf(CTabHandle table) {
   Handle h = reinterpret_cast<Handle>(table);
   if (!h || !*h || GetHandleSize(h) < static_cast<Size>(sizeof(ColorTableHeader))) return colours;
   const auto* header = reinterpret_cast<const ColorTableHeader*>(*h);
-  Size room = (GetHandleSize(h) - static_cast<Size>(sizeof(ColorTableHeader))) / static_cast<Size>(sizeof(ColorSpec));
+  Size room = (GetHandleSize(h) - static_cast<Size>(sizeof(ColorTableHeader))) /
+              static_cast<Size>(sizeof(ColorSpec));
   Size count = std::min<Size>(header->ctSize + 1, room);
   const auto* specs = reinterpret_cast<const ColorSpec*>(*h + sizeof(ColorTableHeader));
   for (Size i = 0; i < count; ++i) colours.push_back(specs[i].rgb);
@@ -36,7 +37,8 @@ std::vector<RGBColor> ColoursOf(CTabHandle table) {
 }
 
 RGBQUAD QuadOf(const RGBColor& c) {
-  return RGBQUAD{static_cast<BYTE>(c.blue >> 8), static_cast<BYTE>(c.green >> 8), static_cast<BYTE>(c.red >> 8), 0};
+  return RGBQUAD{static_cast<BYTE>(c.blue >> 8), static_cast<BYTE>(c.green >> 8),
+                 static_cast<BYTE>(c.red >> 8), 0};
 }
 
 }  // namespace
@@ -58,18 +60,30 @@ HBRUSH MakeColourPatternBrush(PixPatHandle pp, Pattern* pat, RGBColor* fg, RGBCo
   std::memcpy(pat->pat, *data, std::min<Size>(8, GetHandleSize(data)));
   bool known = depth == 1 || depth == 2 || depth == 4 || depth == 8 || depth == 16 || depth == 32;
   if (!known || width <= 0 || height <= 0 || rowBytes * 8 < width * depth ||
-      GetHandleSize(data) < static_cast<Size>(rowBytes) * height || (depth == 1 && width == 8 && height == 8))
+      GetHandleSize(data) < static_cast<Size>(rowBytes) * height ||
+      (depth == 1 && width == 8 && height == 8))
     return nullptr;
 
   int dibDepth = depth == 2 ? 4 : depth;
   int dibRow = (width * dibDepth + 31) / 32 * 4;
   int paletteSize = dibDepth <= 8 ? 1 << dibDepth : 0;
-  std::vector<BYTE> dib(sizeof(BITMAPINFOHEADER) + paletteSize * sizeof(RGBQUAD) + size_t(dibRow) * height);
+  std::vector<BYTE> dib(sizeof(BITMAPINFOHEADER) + paletteSize * sizeof(RGBQUAD) +
+                        size_t(dibRow) * height);
   auto* header = reinterpret_cast<BITMAPINFOHEADER*>(dib.data());
-  *header = BITMAPINFOHEADER{sizeof(BITMAPINFOHEADER), width, height, 1, static_cast<WORD>(dibDepth), BI_RGB, 0, 0, 0,
-                             0, 0};
+  *header = BITMAPINFOHEADER{sizeof(BITMAPINFOHEADER),
+                             width,
+                             height,
+                             1,
+                             static_cast<WORD>(dibDepth),
+                             BI_RGB,
+                             0,
+                             0,
+                             0,
+                             0,
+                             0};
   auto* palette = reinterpret_cast<RGBQUAD*>(dib.data() + sizeof(BITMAPINFOHEADER));
-  for (int i = 0; i < paletteSize && i < static_cast<int>(colours.size()); ++i) palette[i] = QuadOf(colours[i]);
+  for (int i = 0; i < paletteSize && i < static_cast<int>(colours.size()); ++i)
+    palette[i] = QuadOf(colours[i]);
   BYTE* bits = dib.data() + sizeof(BITMAPINFOHEADER) + paletteSize * sizeof(RGBQUAD);
   const auto* src = reinterpret_cast<const BYTE*>(*data);
   for (int y = 0; y < height; ++y) {

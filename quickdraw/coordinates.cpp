@@ -52,7 +52,9 @@ void DeviceToLocal(const PortAttr& a, int* h, int* v) {
   *v = UnmapAxis(m, *v, m.originV, m.sourceExtentV, m.destExtentV, m.destOriginV);
 }
 
-bool MappingIsIdentity(const PortAttr& a) { return !a.mapping.translateActive && !a.mapping.scaleActive; }
+bool MappingIsIdentity(const PortAttr& a) {
+  return !a.mapping.translateActive && !a.mapping.scaleActive;
+}
 
 HWND WindowOf(const PortAttr& a) {
   if (a.hwnd) return a.hwnd;
@@ -92,12 +94,15 @@ void RegionToDevice(const PortAttr& a, RgnHandle rgn) {
   const CoordinateMapping& m = a.mapping;
   if (m.scaleActive) {
     Rect src{static_cast<SInt16>(m.originV), static_cast<SInt16>(m.originH),
-             static_cast<SInt16>(m.originV + m.sourceExtentV), static_cast<SInt16>(m.originH + m.sourceExtentH)};
+             static_cast<SInt16>(m.originV + m.sourceExtentV),
+             static_cast<SInt16>(m.originH + m.sourceExtentH)};
     Rect dst{static_cast<SInt16>(m.destOriginV), static_cast<SInt16>(m.destOriginH),
-             static_cast<SInt16>(m.destOriginV + m.destExtentV), static_cast<SInt16>(m.destOriginH + m.destExtentH)};
+             static_cast<SInt16>(m.destOriginV + m.destExtentV),
+             static_cast<SInt16>(m.destOriginH + m.destExtentH)};
     MapRgn(rgn, &src, &dst);
   } else if (m.translateActive) {
-    OffsetRgn(rgn, static_cast<SInt16>(m.destOriginH - m.originH), static_cast<SInt16>(m.destOriginV - m.originV));
+    OffsetRgn(rgn, static_cast<SInt16>(m.destOriginH - m.originH),
+              static_cast<SInt16>(m.destOriginV - m.originV));
   }
 }
 
@@ -178,6 +183,7 @@ KWE_API void KWE_CALL ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRec
 
 KWE_API void KWE_CALL MapPoly(PolyHandle poly, const Rect* srcRect, const Rect* dstRect) {
   if (!poly || !*poly || !srcRect || !dstRect) return;
-  int count = (std::min<Size>((*poly)->polySize, GetHandleSize(reinterpret_cast<Handle>(poly))) - 10) / 4;
+  int count =
+      (std::min<Size>((*poly)->polySize, GetHandleSize(reinterpret_cast<Handle>(poly))) - 10) / 4;
   for (int i = 0; i < count; ++i) MapPt(&(*poly)->polyPoints[i], srcRect, dstRect);
 }

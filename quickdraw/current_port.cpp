@@ -105,9 +105,10 @@ KWE_API HWND KWE_CALL KWE_SetWMgrPortDC(Boolean enter, HWND hwnd, HDC dc, Rect* 
     WMgrFrame f{};
     f.dc = dc;
     f.savedAlign = SetTextAlign(dc, TA_BASELINE);
-    f.savedFont = SelectObject(dc, kwe::TheSession().fonts[kwe::kSystemFont].font
-                                       ? static_cast<HGDIOBJ>(kwe::TheSession().fonts[kwe::kSystemFont].font)
-                                       : GetStockObject(SYSTEM_FONT));
+    f.savedFont =
+        SelectObject(dc, kwe::TheSession().fonts[kwe::kSystemFont].font
+                             ? static_cast<HGDIOBJ>(kwe::TheSession().fonts[kwe::kSystemFont].font)
+                             : GetStockObject(SYSTEM_FONT));
     if (!hwnd) {
       POINT origin{};
       GetDCOrgEx(dc, &origin);

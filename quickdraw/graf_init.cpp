@@ -55,10 +55,11 @@ void MeasureScreen() {
   int height = GetSystemMetrics(SM_CYSCREEN);
   g_screen.width = width;
   g_screen.height = height;
-  g_screen.portHeight = SessionFlag(kweFlagFullScreenRect)
-                            ? height
-                            : height - (2 * GetSystemMetrics(SM_CYFRAME) +
-                                        GetSystemMetrics(SM_CYCAPTION) + GetSystemMetrics(SM_CYMENU));
+  g_screen.portHeight =
+      SessionFlag(kweFlagFullScreenRect)
+          ? height
+          : height - (2 * GetSystemMetrics(SM_CYFRAME) + GetSystemMetrics(SM_CYCAPTION) +
+                      GetSystemMetrics(SM_CYMENU));
   BitMap& screenBits = At<BitMap>(Slot::ScreenBits);
   screenBits.baseAddr = reinterpret_cast<Ptr>(kNoBits);
   screenBits.rowBytes = 0;
@@ -114,7 +115,8 @@ void SetCurrentPortSwitch(bool on) {
   if (!a) return;
   bool was = (a->flags & kRebuildSwitchFlag) != 0;
   if (was == on) return;
-  a->flags = static_cast<UInt16>(on ? a->flags | kRebuildSwitchFlag : a->flags & ~kRebuildSwitchFlag);
+  a->flags =
+      static_cast<UInt16>(on ? a->flags | kRebuildSwitchFlag : a->flags & ~kRebuildSwitchFlag);
   ResetGdiCache(*a);
 }
 
@@ -167,9 +169,8 @@ KWE_API void KWE_CALL InitGraf(GrafPtr* thePortVar) {
   g_screen.pendingDC = dc;
   SetCurrentDC(dc);
 
-  g_screen.mainDevice =
-      MakeMainDevice(dc, Rect{0, 0, static_cast<SInt16>(g_screen.portHeight),
-                              static_cast<SInt16>(g_screen.width)});
+  g_screen.mainDevice = MakeMainDevice(dc, Rect{0, 0, static_cast<SInt16>(g_screen.portHeight),
+                                                static_cast<SInt16>(g_screen.width)});
   At<GDHandle>(Slot::TheGDevice) = g_screen.mainDevice;
   At<GDHandle>(Slot::MainDevice) = g_screen.mainDevice;
   g_started = true;

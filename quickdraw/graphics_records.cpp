@@ -53,7 +53,8 @@ void DisposePixMapRecord(PixMapHandle pm) {
 
 bool RgbOfPixPat(PixPatHandle pp, RGBColor* rgb) {
   if (!pp || !*pp || (*pp)->patType != 2) return false;
-  if (GetHandleSize(reinterpret_cast<Handle>(pp)) < static_cast<Size>(sizeof(LibraryPixPat))) return false;
+  if (GetHandleSize(reinterpret_cast<Handle>(pp)) < static_cast<Size>(sizeof(LibraryPixPat)))
+    return false;
   *rgb = reinterpret_cast<LibraryPixPat*>(*pp)->rgb;
   return true;
 }

@@ -69,7 +69,8 @@ void StandardLine(Point end) {
   UpdateDevicePen(*a);
   bool draws = port->pnSize.h != 0 && port->pnSize.v != 0 && PortDraws(port, *a);
   bool placed = draws && DrawDeviceLine(port, *a, start, end);
-  if (!placed && a->hdc && port->pnVis >= 0) MoveToEx(a->hdc, a->devicePenH, a->devicePenV, nullptr);
+  if (!placed && a->hdc && port->pnVis >= 0)
+    MoveToEx(a->hdc, a->devicePenH, a->devicePenV, nullptr);
 }
 
 using LineProc = void(KWE_CALL*)(Point);
@@ -101,7 +102,8 @@ KWE_API void KWE_CALL LineT(SInt16 h, SInt16 v) { LineToPoint(Point{v, h}); }
 KWE_API void KWE_CALL Line(SInt16 dh, SInt16 dv) {
   GrafPtr port = CurrentPort();
   if (!CurrentAttr()) return;
-  LineToPoint(Point{static_cast<SInt16>(port->pnLoc.v + dv), static_cast<SInt16>(port->pnLoc.h + dh)});
+  LineToPoint(
+      Point{static_cast<SInt16>(port->pnLoc.v + dv), static_cast<SInt16>(port->pnLoc.h + dh)});
 }
 
 // A line procedure that calls StdLine must not be called again from it.

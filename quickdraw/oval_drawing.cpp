@@ -15,7 +15,9 @@ namespace kwe::quickdraw {
 namespace {
 
 // Corner diameters larger than the rectangle, or below 1, become its size.
-int ClampDiameter(int diameter, int extent) { return diameter > extent || diameter < 1 ? extent : diameter; }
+int ClampDiameter(int diameter, int extent) {
+  return diameter > extent || diameter < 1 ? extent : diameter;
+}
 
 void DrawOutline(GrafPtr port, PortAttr& a, Verb verb, const Outline& frame, const Outline& area) {
   if (verb == Verb::Frame) {
@@ -36,7 +38,8 @@ void StandardArc(Verb verb, const Rect* r, int start, int arc, bool oval) {
   if (!PortDraws(port, *a)) return;
   RECT d = DeviceRect(*a, *r);
   if (verb == Verb::Frame) {
-    DrawOutline(port, *a, verb, ArcOutline(d.left, d.top, d.right - 1, d.bottom - 1, start, arc), {});
+    DrawOutline(port, *a, verb, ArcOutline(d.left, d.top, d.right - 1, d.bottom - 1, start, arc),
+                {});
     return;
   }
   Outline area = ArcOutline(d.left, d.top, d.right, d.bottom, start, arc);
@@ -54,7 +57,8 @@ void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) 
   ovalWidth = ClampDiameter(ovalWidth, r->right - r->left);
   ovalHeight = ClampDiameter(ovalHeight, r->bottom - r->top);
   if (verb == Verb::Frame && port->rgnSave)
-    RecordShapeInRegion(port, CreateRoundRectRgn(r->left, r->top, r->right, r->bottom, ovalWidth, ovalHeight));
+    RecordShapeInRegion(
+        port, CreateRoundRectRgn(r->left, r->top, r->right, r->bottom, ovalWidth, ovalHeight));
   if (verb != Verb::Erase && verb != Verb::Fill) RestoreHiliteBit();
   if (!PortDraws(port, *a)) return;
   RECT d = DeviceRect(*a, *r);
@@ -66,10 +70,13 @@ void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) 
   ovalWidth = ClampDiameter(ovalWidth, d.right - d.left);
   ovalHeight = ClampDiameter(ovalHeight, d.bottom - d.top);
   if (verb == Verb::Frame) {
-    DrawOutline(port, *a, verb,
-                RoundRectOutline(d.left, d.top, d.right - 1, d.bottom - 1, ovalWidth - 1, ovalHeight - 1), {});
+    DrawOutline(
+        port, *a, verb,
+        RoundRectOutline(d.left, d.top, d.right - 1, d.bottom - 1, ovalWidth - 1, ovalHeight - 1),
+        {});
   } else {
-    DrawOutline(port, *a, verb, {}, RoundRectOutline(d.left, d.top, d.right, d.bottom, ovalWidth, ovalHeight));
+    DrawOutline(port, *a, verb, {},
+                RoundRectOutline(d.left, d.top, d.right, d.bottom, ovalWidth, ovalHeight));
   }
 }
 
@@ -126,7 +133,8 @@ KWE_API void KWE_CALL PaintArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle
 KWE_API void KWE_CALL EraseArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle) {
   DrawArc(Verb::Erase, r, startAngle, arcAngle);
 }
-KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle, const Pattern* pat) {
+KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle,
+                              const Pattern* pat) {
   if (StoreFillPattern(pat)) DrawArc(Verb::Fill, r, startAngle, arcAngle);
 }
 
@@ -142,7 +150,8 @@ KWE_API void KWE_CALL EraseRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ova
 KWE_API void KWE_CALL InvertRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight) {
   DrawRoundRect(Verb::Invert, r, ovalWidth, ovalHeight);
 }
-KWE_API void KWE_CALL FillRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight, const Pattern* pat) {
+KWE_API void KWE_CALL FillRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight,
+                                    const Pattern* pat) {
   if (StoreFillPattern(pat)) DrawRoundRect(Verb::Fill, r, ovalWidth, ovalHeight);
 }
 
@@ -163,7 +172,8 @@ KWE_API void KWE_CALL PtToAngle(const Rect* r, Point pt, SInt16* angle) {
   Rect square{-500, -500, 500, 500};
   MapPt(&mirrored, r, &square);
   const double pi = std::acos(-1.0);
-  int degrees = 90 - static_cast<int>(std::floor(std::atan2(mirrored.v, mirrored.h) * 180.0 / pi + 0.5));
+  int degrees =
+      90 - static_cast<int>(std::floor(std::atan2(mirrored.v, mirrored.h) * 180.0 / pi + 0.5));
   while (degrees < 0) degrees += 360;
   *angle = static_cast<SInt16>(degrees);
 }

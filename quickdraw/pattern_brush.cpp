@@ -56,8 +56,9 @@ HBRUSH SelectPaintBrush(PortAttr& a, const PatternPaint& paint) {
 }
 
 HBRUSH SelectPatternBrush(PortAttr& a, const Pattern& pat, COLORREF fg, COLORREF bk) {
-  bool same = a.penPatternBrush && !a.brushColourPattern && std::memcmp(&pat, &a.penBrushPattern, sizeof pat) == 0 &&
-              a.penBrushFg == fg && a.penBrushBk == bk;
+  bool same = a.penPatternBrush && !a.brushColourPattern &&
+              std::memcmp(&pat, &a.penBrushPattern, sizeof pat) == 0 && a.penBrushFg == fg &&
+              a.penBrushBk == bk;
   if (!same) {
     HBRUSH brush = MakeBrush(pat, fg, bk);
     a.brushColourPattern = nullptr;

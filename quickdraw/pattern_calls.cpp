@@ -48,10 +48,12 @@ KWE_API void KWE_CALL MakeRGBPat(PixPatHandle pp, const RGBColor* rgb) {
   p.rgb = *rgb;
 }
 
-KWE_API Boolean KWE_CALL KWE_PolyPolygon(HDC hdc, const POINT* points, const INT* counts, int polygonCount) {
+KWE_API Boolean KWE_CALL KWE_PolyPolygon(HDC hdc, const POINT* points, const INT* counts,
+                                         int polygonCount) {
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
-  if (!a || !a->hdc || (hdc && hdc != a->hdc) || !points || !counts || polygonCount <= 0) return false;
+  if (!a || !a->hdc || (hdc && hdc != a->hdc) || !points || !counts || polygonCount <= 0)
+    return false;
   PrepareAreaVerb(port, *a, Verb::Paint);
   SetBkMode(a->hdc, OPAQUE);
   a->selectedBackgroundMode = OPAQUE;

@@ -151,7 +151,9 @@ KWE_API void KWE_CALL MoveT(SInt16 h, SInt16 v) {
 KWE_API void KWE_CALL Move(SInt16 dh, SInt16 dv) {
   GrafPtr port = CurrentPort();
   if (PortAttr* a = CurrentAttr())
-    MovePenTo(port, *a, Point{static_cast<SInt16>(port->pnLoc.v + dv), static_cast<SInt16>(port->pnLoc.h + dh)});
+    MovePenTo(
+        port, *a,
+        Point{static_cast<SInt16>(port->pnLoc.v + dv), static_cast<SInt16>(port->pnLoc.h + dh)});
 }
 
 // Text drawing advances by fractions of a pixel: the device pen keeps the

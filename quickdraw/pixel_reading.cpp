@@ -33,7 +33,8 @@ COLORREF ReadOnePixel(HDC dc, int x, int y) {
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 24;
     BYTE bgr[4] = {};
-    if (GetDIBits(memory, bits, 0, 1, bgr, &info, DIB_RGB_COLORS) == 1) result = RGB(bgr[2], bgr[1], bgr[0]);
+    if (GetDIBits(memory, bits, 0, 1, bgr, &info, DIB_RGB_COLORS) == 1)
+      result = RGB(bgr[2], bgr[1], bgr[0]);
   }
   if (bits) DeleteObject(bits);
   if (memory) DeleteDC(memory);

@@ -75,6 +75,7 @@ KWE_API void KWE_CALL OffsetPoly(PolyHandle poly, SInt16 dh, SInt16 dv) {
     p.polyPoints[i].h = static_cast<SInt16>(p.polyPoints[i].h + dh);
     p.polyPoints[i].v = static_cast<SInt16>(p.polyPoints[i].v + dv);
   }
-  p.polyBBox = Rect{static_cast<SInt16>(p.polyBBox.top + dv), static_cast<SInt16>(p.polyBBox.left + dh),
-                    static_cast<SInt16>(p.polyBBox.bottom + dv), static_cast<SInt16>(p.polyBBox.right + dh)};
+  p.polyBBox =
+      Rect{static_cast<SInt16>(p.polyBBox.top + dv), static_cast<SInt16>(p.polyBBox.left + dh),
+           static_cast<SInt16>(p.polyBBox.bottom + dv), static_cast<SInt16>(p.polyBBox.right + dh)};
 }

@@ -55,8 +55,8 @@ struct PortAttr {
   int32_t devicePenWidth = 1, devicePenHeight = 1;
 
   // What the port wants from GDI, and what was last put into the DC.
-  int16_t penRop2 = R2_COPYPEN;     // derived from pnMode
-  int16_t selectedRop2 = 0;         // 0: not yet set in the DC
+  int16_t penRop2 = R2_COPYPEN;  // derived from pnMode
+  int16_t selectedRop2 = 0;      // 0: not yet set in the DC
   int16_t penBackgroundMode = OPAQUE;
   int16_t textBackgroundMode = TRANSPARENT;
   int16_t selectedBackgroundMode = 0;
@@ -143,7 +143,7 @@ void FlushGdiState(PortAttr& a);
 // --- Device contexts the library holds. ---
 HDC SharedMemoryDC();
 // A DC the application put under a port with KWE_SwaphDC.
-bool IsForeignDC(HDC dc);    // the DC of ports that draw into no window
+bool IsForeignDC(HDC dc);  // the DC of ports that draw into no window
 int DeviceDepthOf(HDC dc);
 
 // --- QuickDraw errors. ---

@@ -117,7 +117,8 @@ KWE_API void KWE_CALL GetBackColor(RGBColor* color) {
 }
 
 KWE_API void KWE_CALL OpColor(const RGBColor* color) {
-  if (GrafVars* vars = color && CurrentAttr() ? VarsOf(CurrentPort()) : nullptr) vars->rgbOpColor = *color;
+  if (GrafVars* vars = color && CurrentAttr() ? VarsOf(CurrentPort()) : nullptr)
+    vars->rgbOpColor = *color;
 }
 
 KWE_API void KWE_CALL HiliteColor(const RGBColor* color) {

@@ -19,13 +19,15 @@ void SelectDeviceClip(GrafPtr port, PortAttr& a) {
   RgnHandle scratch = ScratchRegion();
   SectRgn(port->clipRgn, port->visRgn, scratch);
   RegionToDevice(a, scratch);
-  if (a.offscreenActive) OffsetRgn(scratch, static_cast<SInt16>(-a.offscreenH), static_cast<SInt16>(-a.offscreenV));
+  if (a.offscreenActive)
+    OffsetRgn(scratch, static_cast<SInt16>(-a.offscreenH), static_cast<SInt16>(-a.offscreenV));
   // A rectangle that holds all the DC can show clips nothing: GDI draws
   // faster with no clip region at all.
   const Rect& box = (**scratch).rgnBBox;
   RECT all;
-  if (KWE_IsRectRgn(scratch) && SelectClipRgn(a.hdc, nullptr) != ERROR && GetClipBox(a.hdc, &all) != ERROR &&
-      box.left <= all.left && box.top <= all.top && box.right >= all.right && box.bottom >= all.bottom) {
+  if (KWE_IsRectRgn(scratch) && SelectClipRgn(a.hdc, nullptr) != ERROR &&
+      GetClipBox(a.hdc, &all) != ERROR && box.left <= all.left && box.top <= all.top &&
+      box.right >= all.right && box.bottom >= all.bottom) {
     a.clipEmpty = 0;
     return;
   }

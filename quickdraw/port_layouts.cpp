@@ -1,9 +1,9 @@
 // The published 32-bit layouts of the port records, which applications
 // compile against and read directly.
+#include <cstddef>
+
 #include "Quickdraw.h"
 #include "frame/layout_check.h"
-
-#include <cstddef>
 
 // Both builds: a colour port is read through a GrafPtr where the two agree.
 #define KWE_SHARED_PORT_FIELD(field) \

@@ -28,7 +28,8 @@ HDC ChooseDC(PortAttr& a) {
   a.flags |= kOwnsDcFlag;
   GDHandle device = At<GDHandle>(Slot::TheGDevice);
   if (device && *device && (*device)->gdRefNum != 0 && (*device)->gdReserved != 0)
-    return reinterpret_cast<HDC>(static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved)));
+    return reinterpret_cast<HDC>(
+        static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved)));
   return SharedMemoryDC();
 }
 
@@ -36,7 +37,8 @@ bool IsSharedDC(HDC dc) {
   if (dc == SharedMemoryDC()) return true;
   GDHandle device = Screen().mainDevice;
   return device && *device &&
-         reinterpret_cast<HDC>(static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved))) == dc;
+         reinterpret_cast<HDC>(
+             static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved))) == dc;
 }
 
 // rgn when the port has one, else a new one.
@@ -223,7 +225,9 @@ void ReleasePortRecord(int slot) {
 using namespace kwe::quickdraw;
 
 KWE_API void KWE_CALL OpenPort(GrafPtr port) { OpenAnyPort(port, false); }
-KWE_API void KWE_CALL OpenCPort(CGrafPtr port) { OpenAnyPort(reinterpret_cast<GrafPtr>(port), true); }
+KWE_API void KWE_CALL OpenCPort(CGrafPtr port) {
+  OpenAnyPort(reinterpret_cast<GrafPtr>(port), true);
+}
 
 KWE_API void KWE_CALL InitPort(GrafPtr port) {
   if (!port) return;

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "frame/low_memory.h"
-#include "quickdraw/graphics_records.h"
 #include "quickdraw/colour_arithmetic.h"
+#include "quickdraw/graphics_records.h"
 #include "quickdraw/port_attr.h"
 
 namespace kwe::quickdraw {
@@ -71,10 +71,14 @@ Pattern BackPatternOf(GrafPtr port) {
 PatternPaint PaintOf(GrafPtr port, const PortAttr& a, PatternSelector which) {
   PatternPaint paint{{}, a.fgColorRef, a.bkColorRef, nullptr};
   if (!IsColourPort(port)) {
-    paint.pat = which == PatternSelector::Pen ? port->pnPat : which == PatternSelector::Back ? port->bkPat : port->fillPat;
+    paint.pat = which == PatternSelector::Pen    ? port->pnPat
+                : which == PatternSelector::Back ? port->bkPat
+                                                 : port->fillPat;
   } else {
     CGrafPtr c = AsColour(port);
-    PixPatHandle pp = which == PatternSelector::Pen ? c->pnPixPat : which == PatternSelector::Back ? c->bkPixPat : c->fillPixPat;
+    PixPatHandle pp = which == PatternSelector::Pen    ? c->pnPixPat
+                      : which == PatternSelector::Back ? c->bkPixPat
+                                                       : c->fillPixPat;
     paint.pat = PatternOfPixPat(pp);
     RGBColor rgb;
     if (pp && *pp && (*pp)->patType == 1) paint.colourPattern = pp;

@@ -89,7 +89,8 @@ void ResetGdiCache(PortAttr& a) {
   a.selectedBkColorRef = CLR_INVALID;
   a.selectedTextColorRef = CLR_INVALID;
   a.selectedPenStyle = -1;
-  a.dirty = static_cast<UInt16>((a.dirty | kPenDirty | kTextDirty) & ~(kPenSelected | kNullPenSelected));
+  a.dirty =
+      static_cast<UInt16>((a.dirty | kPenDirty | kTextDirty) & ~(kPenSelected | kNullPenSelected));
   if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
   a.penPatternBrush = nullptr;
   a.brushColourPattern = nullptr;

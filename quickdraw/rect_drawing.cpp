@@ -28,7 +28,8 @@ void StandardRect(Verb verb, const Rect* r) {
   PortAttr* a = CurrentAttr();
   if (!a || !r || RectIsEmpty(*r)) return;
   if (verb == Verb::Frame) RecordFrame(port, *r);
-  bool highlight = verb != Verb::Erase && verb != Verb::Fill && TakeHiliteRequest() && verb != Verb::Frame;
+  bool highlight =
+      verb != Verb::Erase && verb != Verb::Fill && TakeHiliteRequest() && verb != Verb::Frame;
   if (!PortDraws(port, *a)) return;
   RECT d = DeviceRect(*a, *r);
   if (highlight && HighlightDeviceRect(port, *a, d)) return;

@@ -16,7 +16,7 @@
 namespace kwe::quickdraw {
 namespace {
 
-constexpr DWORD kBrushWhereMaskIsBlack = 0x00B8074A;  // PSDPxax
+constexpr DWORD kBrushWhereMaskIsBlack = 0x00B8074A;   // PSDPxax
 constexpr DWORD kInvertWhereMaskIsBlack = 0x00990066;  // DSxn
 
 // The region in device coordinates: itself, or a copy moved by the port's
@@ -36,7 +36,8 @@ void DrawMask(PortAttr& a, const RegionRecord& r, DWORD rop) {
   if (!bits) return;
   const auto* info = reinterpret_cast<const BITMAPINFO*>(*r.mask);
   int w = r.rgnBBox.right - r.rgnBBox.left, h = r.rgnBBox.bottom - r.rgnBBox.top;
-  StretchDIBits(a.hdc, r.rgnBBox.left, r.rgnBBox.top, w, h, 0, 0, w, h, bits, info, DIB_RGB_COLORS, rop);
+  StretchDIBits(a.hdc, r.rgnBBox.left, r.rgnBBox.top, w, h, 0, 0, w, h, bits, info, DIB_RGB_COLORS,
+                rop);
 }
 
 void DrawDeviceRegion(GrafPtr port, PortAttr& a, Verb verb, RgnHandle rgn) {
@@ -54,7 +55,8 @@ void DrawDeviceRegion(GrafPtr port, PortAttr& a, Verb verb, RgnHandle rgn) {
     case RegionKind::Win32:
       PrepareAreaVerb(port, a, verb);
       if (verb == Verb::Frame) {
-        int pw = a.onePixelPensOnly ? 1 : a.devicePenWidth, ph = a.onePixelPensOnly ? 1 : a.devicePenHeight;
+        int pw = a.onePixelPensOnly ? 1 : a.devicePenWidth,
+            ph = a.onePixelPensOnly ? 1 : a.devicePenHeight;
         FrameRgn(a.hdc, r->shape, a.brush, pw, ph);
       } else if (verb == Verb::Invert) {
         InvertRgn(a.hdc, r->shape);

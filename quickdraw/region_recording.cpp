@@ -21,7 +21,8 @@ HRGN RegionOfPolygon(PolyHandle poly) {
   int count = ((*poly)->polySize - 10) / 4;
   if (count < 1) return nullptr;
   std::vector<POINT> points(count);
-  for (int i = 0; i < count; ++i) points[i] = POINT{(*poly)->polyPoints[i].h, (*poly)->polyPoints[i].v};
+  for (int i = 0; i < count; ++i)
+    points[i] = POINT{(*poly)->polyPoints[i].h, (*poly)->polyPoints[i].v};
   return CreatePolygonRgn(points.data(), count, ALTERNATE);
 }
 

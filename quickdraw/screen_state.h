@@ -17,10 +17,10 @@ struct ScreenState {
   int menuItemHeight = 0;
   GDHandle mainDevice = nullptr;
 
-  HWND window = nullptr;     // GetDC's window for the screen port: null is the whole screen
-  HDC dcHeld = nullptr;      // held only while the screen port is current
-  HDC pendingDC = nullptr;   // the DC the next OpenCPort takes (the screen port's)
-  int wmgrNesting = 0;       // KWE_SetWMgrPortDC in force
+  HWND window = nullptr;    // GetDC's window for the screen port: null is the whole screen
+  HDC dcHeld = nullptr;     // held only while the screen port is current
+  HDC pendingDC = nullptr;  // the DC the next OpenCPort takes (the screen port's)
+  int wmgrNesting = 0;      // KWE_SetWMgrPortDC in force
 };
 
 const ScreenState& Screen();

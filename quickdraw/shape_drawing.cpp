@@ -11,7 +11,8 @@
 namespace kwe::quickdraw {
 namespace {
 
-static_assert(sizeof(OutlinePoint) == sizeof(POINT) && offsetof(OutlinePoint, y) == offsetof(POINT, y),
+static_assert(sizeof(OutlinePoint) == sizeof(POINT) &&
+                  offsetof(OutlinePoint, y) == offsetof(POINT, y),
               "outlines go to GDI as they are");
 
 constexpr DWORD kPatNotXor = 0x00A50065;  // DPxn
@@ -41,9 +42,9 @@ void SelectNullPen(PortAttr& a) {
 }
 
 PatternSelector SelectorOf(Verb verb) {
-  return verb == Verb::Erase ? PatternSelector::Back
-       : verb == Verb::Fill ? PatternSelector::Fill
-                            : PatternSelector::Pen;
+  return verb == Verb::Erase  ? PatternSelector::Back
+         : verb == Verb::Fill ? PatternSelector::Fill
+                              : PatternSelector::Pen;
 }
 
 }  // namespace
@@ -110,11 +111,11 @@ void PrepareAreaVerb(GrafPtr port, PortAttr& a, Verb verb) {
 void FillDeviceRect(PortAttr& a, Verb verb, const RECT& r) {
   if (r.right <= r.left || r.bottom <= r.top) return;
   int16_t rop2 = Rop2Of(a, verb);
-  DWORD rop = verb == Verb::Invert ? DSTINVERT
-            : rop2 == R2_COPYPEN ? PATCOPY
-            : rop2 == R2_NOTXORPEN ? kPatNotXor
-            : rop2 == R2_MASKPEN ? kPatMask
-            : 0;
+  DWORD rop = verb == Verb::Invert   ? DSTINVERT
+              : rop2 == R2_COPYPEN   ? PATCOPY
+              : rop2 == R2_NOTXORPEN ? kPatNotXor
+              : rop2 == R2_MASKPEN   ? kPatMask
+                                     : 0;
   if (rop) {
     PatBlt(a.hdc, r.left, r.top, r.right - r.left, r.bottom - r.top, rop);
     return;
@@ -192,14 +193,18 @@ bool HighlightDeviceRect(GrafPtr port, PortAttr& a, const RECT& r) {
   RGBColor hilite = lowmem::At<RGBColor>(lowmem::Slot::HiliteRGB);
   if (IsColourPort(port) && AsColour(port)->grafVars && *AsColour(port)->grafVars)
     hilite = reinterpret_cast<GrafVars*>(*AsColour(port)->grafVars)->rgbHiliteColor;
-  auto asPixel = [](COLORREF c) -> uint32_t { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); };
+  auto asPixel = [](COLORREF c) -> uint32_t {
+    return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c);
+  };
   uint32_t background = asPixel(a.bkColorRef);
-  uint32_t highlight = (uint32_t(hilite.red >> 8) << 16) | (uint32_t(hilite.green >> 8) << 8) | (hilite.blue >> 8);
+  uint32_t highlight =
+      (uint32_t(hilite.red >> 8) << 16) | (uint32_t(hilite.green >> 8) << 8) | (hilite.blue >> 8);
   BITMAPINFO info{};
   info.bmiHeader = BITMAPINFOHEADER{sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   HDC copy = CreateCompatibleDC(a.hdc);
-  HBITMAP bitmap = copy ? CreateDIBSection(copy, &info, DIB_RGB_COLORS, &bits, nullptr, 0) : nullptr;
+  HBITMAP bitmap =
+      copy ? CreateDIBSection(copy, &info, DIB_RGB_COLORS, &bits, nullptr, 0) : nullptr;
   bool done = false;
   if (bitmap) {
     HGDIOBJ old = SelectObject(copy, bitmap);

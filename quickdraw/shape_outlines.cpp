@@ -53,7 +53,8 @@ Outline ArcOutline(int left, int top, int right, int bottom, int startAngle, int
   int end = startAngle + arcAngle;
   points.reserve(arcAngle / kStepDegrees + 2);
   for (int t = startAngle;; t = std::min(t + kStepDegrees, end)) {
-    points.push_back(OutlinePoint{Rounded(a * SineOfDegrees(t) + cx), Rounded(cy - b * CosineOfDegrees(t))});
+    points.push_back(
+        OutlinePoint{Rounded(a * SineOfDegrees(t) + cx), Rounded(cy - b * CosineOfDegrees(t))});
     if (t == end) break;
   }
   return points;
@@ -100,9 +101,19 @@ Outline PenSweep(const Outline& path, int width, int height, std::vector<int>* c
     if (q.x < p.x) std::swap(p, q);
     int w = width, h = height;
     if (q.y >= p.y)  // down and to the right
-      add({{p.x, p.y}, {p.x + w, p.y}, {q.x + w, q.y}, {q.x + w, q.y + h}, {q.x, q.y + h}, {p.x, p.y + h}});
+      add({{p.x, p.y},
+           {p.x + w, p.y},
+           {q.x + w, q.y},
+           {q.x + w, q.y + h},
+           {q.x, q.y + h},
+           {p.x, p.y + h}});
     else  // up and to the right
-      add({{p.x, p.y}, {q.x, q.y}, {q.x + w, q.y}, {q.x + w, q.y + h}, {p.x + w, p.y + h}, {p.x, p.y + h}});
+      add({{p.x, p.y},
+           {q.x, q.y},
+           {q.x + w, q.y},
+           {q.x + w, q.y + h},
+           {p.x + w, p.y + h},
+           {p.x, p.y + h}});
   }
   return polygons;
 }

@@ -6,16 +6,15 @@
 namespace kwe::quickdraw {
 namespace {
 
-constexpr int16_t kCopy = 13, kMask = 9, kNotXor = 10, kMergeNot = 12, kNotCopy = 4,
-                  kMaskNot = 3, kXor = 7, kMerge = 15;
+constexpr int16_t kCopy = 13, kMask = 9, kNotXor = 10, kMergeNot = 12, kNotCopy = 4, kMaskNot = 3,
+                  kXor = 7, kMerge = 15;
 constexpr int16_t kTransparent = 1, kOpaque = 2;
 
 // Modes 0 to 15: the source modes and the pattern modes draw alike.
 constexpr ModeInGdi kBoolean[8] = {
-    {false, kCopy, kOpaque},           {false, kMask, kTransparent},
-    {false, kNotXor, kTransparent},    {false, kMergeNot, kTransparent},
-    {false, kNotCopy, kOpaque},        {false, kMaskNot, kOpaque},
-    {false, kXor, kOpaque},            {false, kMerge, kOpaque},
+    {false, kCopy, kOpaque},          {false, kMask, kTransparent}, {false, kNotXor, kTransparent},
+    {false, kMergeNot, kTransparent}, {false, kNotCopy, kOpaque},   {false, kMaskNot, kOpaque},
+    {false, kXor, kOpaque},           {false, kMerge, kOpaque},
 };
 
 // Modes 32 to 39, the arithmetic modes, approximated by the nearest Boolean.

@@ -46,9 +46,7 @@ KWE_API ProcPtr KWE_CALL KWE_CodeResource(SInt16 op, ResType theType, SInt16 the
         return stored;
       }
       return nullptr;
-    case kClearAll:
-      g_registry.fill(CodeResourceEntry{});
-      return nullptr;
+    case kClearAll: g_registry.fill(CodeResourceEntry{}); return nullptr;
     case kLookUp:
       for (const CodeResourceEntry& entry : g_registry)
         if (entry.procedure && entry.type == theType && entry.id == theID) return entry.procedure;
@@ -58,8 +56,7 @@ KWE_API ProcPtr KWE_CALL KWE_CodeResource(SInt16 op, ResType theType, SInt16 the
         if (entry.procedure && entry.type == theType && entry.procedure == procedure)
           return procedure;
       return nullptr;
-    default:
-      return nullptr;
+    default: return nullptr;
   }
 }
 

@@ -20,8 +20,7 @@ constexpr ResType kCursorType = 0x43555253;        // 'CURS'
 constexpr ResType kColourCursorType = 0x63727372;  // 'crsr'
 
 bool SeekDos(SInt16 refNum, uint64_t position) {
-  return position <= 0x7FFFFFFF &&
-         files::SeekSlot(refNum, SInt32(position), 0) == SInt32(position);
+  return position <= 0x7FFFFFFF && files::SeekSlot(refNum, SInt32(position), 0) == SInt32(position);
 }
 
 bool Seek(const ResourceFile& file, uint32_t position) {
@@ -68,7 +67,7 @@ OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFail
     return err;
   };
   SInt32 length = StoredDataLength(file, ref);  // leaves the mark at the data
-  if (length == 0) return noErr;  // an empty resource: the handle stays empty
+  if (length == 0) return noErr;                // an empty resource: the handle stays empty
   // A length that runs past the end of the file is damage, not data: the
   // handle would be given bytes that are not there.
   uint64_t dataAt = uint64_t(file.base) + kHeaderSize + ref.dataOffset + 4;

@@ -24,8 +24,7 @@ constexpr UINT kSystemFileMissingString = 1030;
 constexpr UINT kApplicationFileMissingString = 1033;
 
 std::string PathForName(ConstStr255Param name, bool creating) {
-  return CurrentDirectoryPathName(
-      ResourceFileName(files::MacNameToAnsi(name), creating).c_str());
+  return CurrentDirectoryPathName(ResourceFileName(files::MacNameToAnsi(name), creating).c_str());
 }
 
 // The path the File Manager's naming gives; empty when it gives none.

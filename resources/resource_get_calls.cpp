@@ -85,8 +85,7 @@ Handle HandleForReference(ResourceFile& file, ReferencePlace place) {
     if (!h) return nullptr;
     SetReferenceHandle(file, place, h);
   }
-  if (ResLoadOn() && GetHandleSize(ref.handle) == 0 &&
-      ReadResourceData(file, place, true) != noErr)
+  if (ResLoadOn() && GetHandleSize(ref.handle) == 0 && ReadResourceData(file, place, true) != noErr)
     return nullptr;
   return file.map.At(place).handle;
 }
@@ -105,8 +104,7 @@ KWE_API Handle KWE_CALL GetResource(ResType theType, SInt16 theID) {
   lowmem::ResErr() = noErr;
   if (Handle cached = LastFound(theType, theID)) return cached;
   if (theType == kPackageType) return reinterpret_cast<Handle>(intptr_t(-1));
-  Handle h = SearchFromCurrent(
-      [&](ResourceFile& file) { return Get1ById(file, theType, theID); });
+  Handle h = SearchFromCurrent([&](ResourceFile& file) { return Get1ById(file, theType, theID); });
   if (h) {
     RememberLastFound(theType, theID, h);
     return h;
@@ -135,8 +133,7 @@ Handle Get1Named(ResourceFile& file, ResType type, ConstStr255Param name) {
 
 KWE_API Handle KWE_CALL GetNamedResource(ResType theType, ConstStr255Param name) {
   lowmem::ResErr() = noErr;
-  Handle h = SearchFromCurrent(
-      [&](ResourceFile& file) { return Get1Named(file, theType, name); });
+  Handle h = SearchFromCurrent([&](ResourceFile& file) { return Get1Named(file, theType, name); });
   if (!h) lowmem::ResErr() = resNotFound;
   return h;
 }

@@ -26,8 +26,7 @@ SInt32 SizeOnDisk(Handle h) {
 
 }  // namespace
 
-KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16* theID, ResType* theType,
-                                 Str255 name) {
+KWE_API void KWE_CALL GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name) {
   ResourceFile* file;
   ReferencePlace place;
   if (!LocateResource(theResource, &file, &place)) return;

@@ -96,9 +96,7 @@ bool ResourceMap::Parse(const uint8_t* map, size_t length) {
   return true;
 }
 
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 ResourceMap::LiveTotals ResourceMap::CountLive(std::vector<size_t>* perType) const {
   LiveTotals live;
@@ -184,7 +182,8 @@ bool ResourceMap::Build(uint32_t dataLength, std::vector<uint8_t>* out) const {
       // The handle slot holds the handle where a handle is 32 bits; a 64-bit
       // one does not fit, so there it stays 0. Nothing reads it back:
       // reopening after a rebuild carries the handles over in memory.
-      WriteBig32(p + 8, sizeof(Handle) == 4 ? uint32_t(reinterpret_cast<uintptr_t>(ref.handle)) : 0);
+      WriteBig32(p + 8,
+                 sizeof(Handle) == 4 ? uint32_t(reinterpret_cast<uintptr_t>(ref.handle)) : 0);
       p += kReferenceSize;
     }
     listOffset += kReferenceSize * liveCounts[t];

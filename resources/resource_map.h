@@ -119,7 +119,6 @@ class ResourceMap {
 
   ReferencePlace Add(ResType type, const Reference& ref);
 
-
  private:
   struct LiveTotals {
     size_t types = 0;  // types with at least one live reference

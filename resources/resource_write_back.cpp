@@ -25,8 +25,8 @@ constexpr Size kScratchSize = 0x7000;
 
 // The header as it stands, with its first 16 bytes describing the new layout;
 // the other 240 bytes are kept as found.
-bool WriteHeaderAndMap(ResourceFile& file, SInt16 target, uint32_t targetBase,
-                       uint32_t dataLength, const std::vector<uint8_t>& map) {
+bool WriteHeaderAndMap(ResourceFile& file, SInt16 target, uint32_t targetBase, uint32_t dataLength,
+                       const std::vector<uint8_t>& map) {
   uint8_t header[kHeaderSize];
   std::memcpy(header, file.header, kHeaderSize);
   ReadDosAt(file.refNum, file.base, header, kHeaderSize);
@@ -85,7 +85,7 @@ bool CopyLiveBlocks(ResourceFile& file, SInt16 target, Handle scratch,
     for (SInt32 done = 0; done < length;) {
       SInt32 piece = std::min<SInt32>(length - done, kScratchSize);
       if (!ReadDosAt(file.refNum, file.base + kHeaderSize + offset + 4 + uint32_t(done), *scratch,
-                  size_t(piece)) ||
+                     size_t(piece)) ||
           !WriteDosAt(target, kHeaderSize + next + 4 + uint32_t(done), *scratch, size_t(piece)))
         return false;
       done += piece;
@@ -230,7 +230,8 @@ bool WriteBackMap(ResourceFile& file, bool keepOpen) {
       file.layout = PackedHeader(dataLength, uint32_t(map.size()));
       SInt32 end = files::SeekSlot(file.refNum, 0, 2);
       if (end > 0) file.dosFileLength = uint64_t(end);
-      file.endOfOldMap = end > 0 ? uint32_t(end) - file.base - uint32_t(map.size()) : file.endOfData;
+      file.endOfOldMap =
+          end > 0 ? uint32_t(end) - file.base - uint32_t(map.size()) : file.endOfData;
       if (!keepOpen) ReleaseAndClose(file);
     }
   }

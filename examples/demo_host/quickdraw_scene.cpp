@@ -1,10 +1,10 @@
 #include "quickdraw_scene.h"
 
-#include "KWEPorts.h"
 #include <cstring>
 
 #include "Fonts.h"
 #include "KWEHostGlobals.h"
+#include "KWEPorts.h"
 #include "Quickdraw.h"
 
 namespace {
@@ -49,35 +49,52 @@ void ShapeGrid(SInt16 top, const std::vector<Pattern>& patterns) {
       PenSize(verb == 0 ? 2 : 1, verb == 0 ? 2 : 1);
       switch (shape) {
         case 0:
-          verb == 0 ? FrameRect(&r) : verb == 1 ? PaintRect(&r) : verb == 2 ? EraseRect(&r)
-              : verb == 3 ? InvertRect(&r) : FillRect(&r, &fill);
+          verb == 0   ? FrameRect(&r)
+          : verb == 1 ? PaintRect(&r)
+          : verb == 2 ? EraseRect(&r)
+          : verb == 3 ? InvertRect(&r)
+                      : FillRect(&r, &fill);
           break;
         case 1:
-          verb == 0 ? FrameOval(&r) : verb == 1 ? PaintOval(&r) : verb == 2 ? EraseOval(&r)
-              : verb == 3 ? InvertOval(&r) : FillOval(&r, &fill);
+          verb == 0   ? FrameOval(&r)
+          : verb == 1 ? PaintOval(&r)
+          : verb == 2 ? EraseOval(&r)
+          : verb == 3 ? InvertOval(&r)
+                      : FillOval(&r, &fill);
           break;
         case 2:
-          verb == 0 ? FrameRoundRect(&r, 16, 12) : verb == 1 ? PaintRoundRect(&r, 16, 12)
-              : verb == 2 ? EraseRoundRect(&r, 16, 12) : verb == 3 ? InvertRoundRect(&r, 16, 12)
-              : FillRoundRect(&r, 16, 12, &fill);
+          verb == 0   ? FrameRoundRect(&r, 16, 12)
+          : verb == 1 ? PaintRoundRect(&r, 16, 12)
+          : verb == 2 ? EraseRoundRect(&r, 16, 12)
+          : verb == 3 ? InvertRoundRect(&r, 16, 12)
+                      : FillRoundRect(&r, 16, 12, &fill);
           break;
         case 3:
-          verb == 0 ? FrameArc(&r, 30, 270) : verb == 1 ? PaintArc(&r, 30, 270)
-              : verb == 2 ? EraseArc(&r, 30, 270) : verb == 3 ? PaintArc(&r, 90, 180)
-              : FillArc(&r, 30, 270, &fill);
+          verb == 0   ? FrameArc(&r, 30, 270)
+          : verb == 1 ? PaintArc(&r, 30, 270)
+          : verb == 2 ? EraseArc(&r, 30, 270)
+          : verb == 3 ? PaintArc(&r, 90, 180)
+                      : FillArc(&r, 30, 270, &fill);
           break;
         case 4:
           OffsetPoly(triangle, left - (**triangle).polyBBox.left, y - (**triangle).polyBBox.top);
-          verb == 0 ? FramePoly(triangle) : verb == 1 ? PaintPoly(triangle) : verb == 2 ? ErasePoly(triangle)
-              : verb == 3 ? InvertPoly(triangle) : FillPoly(triangle, &fill);
+          verb == 0   ? FramePoly(triangle)
+          : verb == 1 ? PaintPoly(triangle)
+          : verb == 2 ? ErasePoly(triangle)
+          : verb == 3 ? InvertPoly(triangle)
+                      : FillPoly(triangle, &fill);
           break;
         default: {
-          Rect a{y, left, SInt16(y + 10), SInt16(left + 62)}, b{y, left, SInt16(y + 22), SInt16(left + 20)};
+          Rect a{y, left, SInt16(y + 10), SInt16(left + 62)},
+              b{y, left, SInt16(y + 22), SInt16(left + 20)};
           RectRgn(ell, &a);
           RectRgn(piece, &b);
           UnionRgn(ell, piece, ell);
-          verb == 0 ? FrameRgn(ell) : verb == 1 ? PaintRgn(ell) : verb == 2 ? EraseRgn(ell)
-              : verb == 3 ? InvertRgn(ell) : FillRgn(ell, &fill);
+          verb == 0   ? FrameRgn(ell)
+          : verb == 1 ? PaintRgn(ell)
+          : verb == 2 ? EraseRgn(ell)
+          : verb == 3 ? InvertRgn(ell)
+                      : FillRgn(ell, &fill);
         }
       }
     }

@@ -1,7 +1,6 @@
 #include "toolbox_tour.h"
 
 #include <cstdio>
-
 #include <cstring>
 
 #include "Events.h"
@@ -62,11 +61,13 @@ void WorkWithHandles(std::vector<std::string>& lines) {
   std::strcpy(*h, "kept across the resize");
   SetHandleSize(h, 64 * 1024);
   OSErr grown = MemError();
-  lines.push_back(Line("NewHandleClear(1000), SetHandleSize to %ld -> %ld, ", GetHandleSize(h), grown) +
-                  "data " + (std::strcmp(*h, "kept across the resize") == 0 ? "kept" : "LOST"));
+  lines.push_back(
+      Line("NewHandleClear(1000), SetHandleSize to %ld -> %ld, ", GetHandleSize(h), grown) +
+      "data " + (std::strcmp(*h, "kept across the resize") == 0 ? "kept" : "LOST"));
   Size grow = 0;
-  lines.push_back(Line("Zone: FreeMem %ld bytes before, %ld with the handle; ", freeBefore, FreeMem()) +
-                  Line("MaxMem %ld", MaxMem(&grow)));
+  lines.push_back(
+      Line("Zone: FreeMem %ld bytes before, %ld with the handle; ", freeBefore, FreeMem()) +
+      Line("MaxMem %ld", MaxMem(&grow)));
   DisposeHandle(h);
 }
 
@@ -93,8 +94,8 @@ void WorkWithAFile(std::vector<std::string>& lines) {
   if (err == noErr) err = SetFPos(ref, fsFromStart, 0);
   if (err == noErr) FSRead(ref, &readCount, back);  // eofErr: the file is shorter than asked
   if (ref) FSClose(ref);
-  lines.push_back(Line("File TOURDOC.TXT: %ld bytes written, %ld read: ", count, readCount) +
-                  "\"" + back + "\"");
+  lines.push_back(Line("File TOURDOC.TXT: %ld bytes written, %ld read: ", count, readCount) + "\"" +
+                  back + "\"");
 
   std::string listing = "Its folder holds:";
   for (SInt16 index = 1; index <= 6; ++index) {
@@ -140,16 +141,16 @@ void ReadOwnResources(std::vector<std::string>& lines, std::vector<Pattern>& pat
   Pattern gray;
   GetIndPattern(&gray, 0, 3);  // from the system file: the standard gray
   patterns.push_back(gray);
-  lines.push_back(Line("Patterns: 'PAT ' 128, 'PAT#' 128 items 1-3 and the system's gray"
-                       " ('PAT#' 0 item %ld):", 3));
+  lines.push_back(
+      Line("Patterns: 'PAT ' 128, 'PAT#' 128 items 1-3 and the system's gray"
+           " ('PAT#' 0 item %ld):",
+           3));
 }
 
 std::string Described(const EventRecord& e, bool& quit) {
   switch (e.what) {
-    case mouseDown:
-      return Line(" mouseDown at h %ld, v %ld;", e.where.h, e.where.v);
-    case mouseUp:
-      return " mouseUp;";
+    case mouseDown: return Line(" mouseDown at h %ld, v %ld;", e.where.h, e.where.v);
+    case mouseUp: return " mouseUp;";
     case keyDown:
     case autoKey: {
       char c = static_cast<char>(e.message & charCodeMask);
@@ -157,12 +158,11 @@ std::string Described(const EventRecord& e, bool& quit) {
         quit = true;
         return " Escape (quit)";
       }
-      return std::string(" keyDown '") + c + "'" + Line(" (key code 0x%02lX);", (e.message & keyCodeMask) >> 8);
+      return std::string(" keyDown '") + c + "'" +
+             Line(" (key code 0x%02lX);", (e.message & keyCodeMask) >> 8);
     }
-    case osEvt:
-      return Line(" osEvt 0x%08lX;", long(e.message));
-    default:
-      return Line(" event %ld;", e.what);
+    case osEvt: return Line(" osEvt 0x%08lX;", long(e.message));
+    default: return Line(" event %ld;", e.what);
   }
 }
 

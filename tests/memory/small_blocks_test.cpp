@@ -272,7 +272,8 @@ TEST_F(SmallBlocks, WritesThroughADisposedHandlesPointerCrashNothing) {
     UInt32 links[2] = {value * 0x00010001u, value << 8};
     std::memcpy(stale - 2, links, sizeof links);
     std::vector<Handle> churn;
-    for (UInt32 i = 0; i < 40; ++i) churn.push_back(NewHandle(static_cast<Size>(16 + (i * 97 + value) % 6000)));
+    for (UInt32 i = 0; i < 40; ++i)
+      churn.push_back(NewHandle(static_cast<Size>(16 + (i * 97 + value) % 6000)));
     for (Handle h : churn) DisposeHandle(h);
     DisposeHandle(before);
     DisposeHandle(after);

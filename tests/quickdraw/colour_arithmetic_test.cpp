@@ -1,7 +1,8 @@
 // The colour arithmetic and transfer-mode table, natively.
+#include "quickdraw/colour_arithmetic.h"
+
 #include <gtest/gtest.h>
 
-#include "quickdraw/colour_arithmetic.h"
 #include "quickdraw/transfer_modes.h"
 
 namespace {
@@ -14,10 +15,10 @@ TEST(ColourArithmetic, ConstantsMatchExactlyThenByTheirHighBits) {
     bool found;
     UInt16 red;
   } cases[] = {
-      {33, true, 0x0000},   {30, true, 0xFFFF},   {205, true, 0xDD6B},  {137, true, 0xF2D7},
-      {0xCF, true, 0xDD6B},  // bits 0x1E0 agree with redColor
-      {0x1D, true, 0xFFFF},  // bits 0x1E0 are 0, as whiteColor's
-      {0x15F, true, 0x0000},  // bits 0x1E0 agree with greenColor (red 0)
+      {33, true, 0x0000},    {30, true, 0xFFFF},   {205, true, 0xDD6B},
+      {137, true, 0xF2D7},   {0xCF, true, 0xDD6B},  // bits 0x1E0 agree with redColor
+      {0x1D, true, 0xFFFF},                         // bits 0x1E0 are 0, as whiteColor's
+      {0x15F, true, 0x0000},                        // bits 0x1E0 agree with greenColor (red 0)
       {0x1E5, false, 0},     {-1, false, 0},
   };
   for (const Case& c : cases) {
@@ -63,11 +64,11 @@ TEST(TransferModes, BooleanArithmeticAndUnrenderableModes) {
     bool unsupported;
     int16_t rop2, background;
   } cases[] = {
-      {0, false, 13, 2},  {1, false, 9, 1},   {2, false, 10, 1},  {3, false, 12, 1},
-      {4, false, 4, 2},   {5, false, 3, 2},   {6, false, 7, 2},   {7, false, 15, 2},
-      {8, false, 13, 2},  {10, false, 10, 1}, {15, false, 15, 2}, {32, false, 13, 2},
-      {36, false, 9, 1},  {39, false, 9, 1},  {47, false, 9, 1},  {41, true, 9, 1},
-      {42, true, 9, 1},   {64, true, 9, 1},   {16, true, 9, 1},   {-1, true, 9, 1},
+      {0, false, 13, 2}, {1, false, 9, 1},   {2, false, 10, 1},  {3, false, 12, 1},
+      {4, false, 4, 2},  {5, false, 3, 2},   {6, false, 7, 2},   {7, false, 15, 2},
+      {8, false, 13, 2}, {10, false, 10, 1}, {15, false, 15, 2}, {32, false, 13, 2},
+      {36, false, 9, 1}, {39, false, 9, 1},  {47, false, 9, 1},  {41, true, 9, 1},
+      {42, true, 9, 1},  {64, true, 9, 1},   {16, true, 9, 1},   {-1, true, 9, 1},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.mode);

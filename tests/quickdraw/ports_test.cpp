@@ -107,7 +107,8 @@ TEST_F(Ports, NewPortsStartFromTheToolboxDefaults) {
   EXPECT_EQ(colour.rgbFgColor.red, 0);
   EXPECT_EQ(colour.rgbBkColor.green, 0xFFFF);
   ASSERT_NE(colour.portPixMap, nullptr);
-  EXPECT_EQ(reinterpret_cast<uintptr_t>((**colour.portPixMap).baseAddr), 0x8000u + colour.patStretch);
+  EXPECT_EQ(reinterpret_cast<uintptr_t>((**colour.portPixMap).baseAddr),
+            0x8000u + colour.patStretch);
   ASSERT_NE(colour.grafVars, nullptr);
   const GrafVars& gv = *reinterpret_cast<GrafVars*>(*colour.grafVars);
   EXPECT_EQ(gv.rgbHiliteColor.red, vars.HiliteRGB.red);
@@ -489,7 +490,8 @@ TEST_F(Ports, ApplicationLineProcedureSeesEveryLine) {
   OpenOnCanvas(&port);
   QDProcs procs;
   SetStdProcs(&procs);
-  auto stdLine = reinterpret_cast<ProcPtr>(GetProcAddress(GetModuleHandleA("KWEJMP.dll"), "StdLine"));
+  auto stdLine =
+      reinterpret_cast<ProcPtr>(GetProcAddress(GetModuleHandleA("KWEJMP.dll"), "StdLine"));
   EXPECT_EQ(procs.lineProc, stdLine);
   procs.lineProc = reinterpret_cast<ProcPtr>(&CountingLineProc);
   port.grafProcs = &procs;

@@ -1,7 +1,7 @@
 // The sine table and the outlines built from it, natively.
-#include <gtest/gtest.h>
-
 #include "quickdraw/shape_outlines.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -25,14 +25,15 @@ TEST(ShapeOutlines, ArcsStepFourDegreesClockwiseFromTwelve) {
   EXPECT_EQ(oval[0].y, 0);
   EXPECT_EQ(oval[90].x, oval[0].x);
   Outline quarter = ArcOutline(0, 0, 100, 100, 0, 90);
-  ASSERT_EQ(quarter.size(), 24u);  // 0, 4, ..., 88, then 90 exactly
+  ASSERT_EQ(quarter.size(), 24u);    // 0, 4, ..., 88, then 90 exactly
   EXPECT_EQ(quarter.back().x, 100);  // 3 o'clock
   EXPECT_EQ(quarter.back().y, 50);
   Outline backwards = ArcOutline(0, 0, 100, 100, 90, -90);
   EXPECT_EQ(backwards.front().x, quarter.front().x);
   EXPECT_EQ(backwards.back().y, quarter.back().y);
   EXPECT_TRUE(ArcOutline(0, 0, 10, 10, 45, 0).empty());
-  EXPECT_EQ(ArcOutline(0, 0, 10, 10, -30, 10).front().x, ArcOutline(0, 0, 10, 10, 330, 10).front().x);
+  EXPECT_EQ(ArcOutline(0, 0, 10, 10, -30, 10).front().x,
+            ArcOutline(0, 0, 10, 10, 330, 10).front().x);
 }
 
 TEST(ShapeOutlines, RoundRectsCloseAndPenSweepsCoverBothEnds) {

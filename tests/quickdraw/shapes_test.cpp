@@ -117,7 +117,8 @@ TEST_F(Shapes, FullColourPixelPatterns) {
     } entries[3];
   };
   Handle table = NewHandleClear(sizeof(Table));
-  *reinterpret_cast<Table*>(*table) = Table{0, 0, 2, {{0, {0xFFFF, 0xFFFF, 0xFFFF}}, {1, {0xFFFF, 0, 0}}, {2, {0, 0, 0xFFFF}}}};
+  *reinterpret_cast<Table*>(*table) =
+      Table{0, 0, 2, {{0, {0xFFFF, 0xFFFF, 0xFFFF}}, {1, {0xFFFF, 0, 0}}, {2, {0, 0, 0xFFFF}}}};
   Handle map = NewHandleClear(sizeof(PixMap));
   PixMap& pm = *reinterpret_cast<PixMap*>(*map);
   pm.rowBytes = SInt16(0x8000 | 16);
@@ -182,9 +183,9 @@ TEST_F(Shapes, TransferModesOverAKnownBackground) {
     const char* overBlack;  // pattern 1 bit, pattern 0 bit
     const char* overWhite;
   } cases[] = {
-      {patCopy, "#.", "#."},    {patOr, "##", "#."},     {patXor, ".#", "#."},
-      {patBic, ".#", ".."},     {notPatCopy, ".#", ".#"}, {notPatOr, "##", ".#"},
-      {notPatXor, "#.", ".#"},  {notPatBic, "#.", ".."},
+      {patCopy, "#.", "#."},   {patOr, "##", "#."},      {patXor, ".#", "#."},
+      {patBic, ".#", ".."},    {notPatCopy, ".#", ".#"}, {notPatOr, "##", ".#"},
+      {notPatXor, "#.", ".#"}, {notPatBic, "#.", ".."},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.mode);

@@ -128,6 +128,7 @@ int main(int argc, char** argv) {
       ++faults;
     }
   }
-  std::printf("%zu names listed, %zu exported, %d faults\n", listed.size(), exported.size(), faults);
+  std::printf("%zu names listed, %zu exported, %d faults\n", listed.size(), exported.size(),
+              faults);
   return faults ? 1 : 0;
 }

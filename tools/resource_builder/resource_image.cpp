@@ -6,8 +6,8 @@
 
 namespace resource_builder {
 
-Resource MakeResource(const char (&type)[5], std::int16_t id, Bytes data,
-                      const std::string& name, std::uint8_t attributes) {
+Resource MakeResource(const char (&type)[5], std::int16_t id, Bytes data, const std::string& name,
+                      std::uint8_t attributes) {
   Resource r;
   r.type = TypeCode(type);
   r.id = id;
@@ -17,7 +17,6 @@ Resource MakeResource(const char (&type)[5], std::int16_t id, Bytes data,
   r.attributes = attributes;
   return r;
 }
-
 
 namespace {
 
