@@ -2,10 +2,13 @@
 #   make demo  - install what is missing, build both DLLs, run the demo host
 #                under Wine and Xvfb, and save its screenshot
 #   make test  - install what is missing, build, run every test
+#   make format - rewrite every C/C++ file as .clang-format says
+#   make mutants - apply each fault of tests/mutants.txt in turn and say
+#                which ones the tests catch (slow; not part of make test)
 BUILD ?= $(CURDIR)/build
 export BUILD
 
-.PHONY: all deps build demo test bench clean
+.PHONY: all deps build demo test bench mutants format clean
 
 all: demo
 
@@ -23,6 +26,12 @@ test: build
 
 bench: build
 	@scripts/run-bench.sh
+
+format: deps
+	@scripts/check-format.sh --fix
+
+mutants: build
+	@scripts/run-mutants.sh
 
 clean:
 	rm -rf $(BUILD)

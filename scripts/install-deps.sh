@@ -12,6 +12,7 @@ have_cmd ninja || need+=(ninja-build)
 have_cmd make || need+=(make)
 have_cmd g++ || need+=(g++)
 have_cmd clang++ || need+=(clang)
+have_cmd clang-format || need+=(clang-format)
 compgen -G "/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a" >/dev/null ||
   need+=(libclang-rt-14-dev)
 have_cmd python3 || need+=(python3)
