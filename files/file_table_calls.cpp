@@ -1,8 +1,11 @@
 // The library's own calls on the open-file table (the KWE_FH layer).
 #include "Files.h"
 #include "files/file_slots.h"
+#include "frame/handle_slots.h"
 
 using namespace kwe::files;
+using kwe::HandleFromSlot;
+using kwe::HandleToSlot;
 
 KWE_API SInt16 KWE_CALL KWE_FHOpen(const char* path, UInt16 mode, OSErr* err) {
   return OpenSlot(path, mode, err);
@@ -36,11 +39,11 @@ KWE_API void KWE_CALL KWE_FHReOpenAll(Boolean reopen) {
 
 KWE_API SInt32 KWE_CALL KWE_FHMap(SInt16 slot) {
   HANDLE h = SlotHandleNow(slot);
-  return h ? HandleToLong(h) : -1;
+  return h ? HandleToSlot(h) : -1;
 }
 
 KWE_API SInt16 KWE_CALL KWE_FHUnMap(SInt32 handle) {
-  return handle == -1 ? SInt16(-1) : SlotOfHandle(LongToHandle(handle));
+  return handle == -1 ? SInt16(-1) : SlotOfHandle(HandleFromSlot<HANDLE>(handle));
 }
 
 KWE_API SInt16 KWE_CALL KWE_FHGetAttr(SInt16 slot) { return SlotAttributes(slot); }

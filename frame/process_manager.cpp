@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "Processes.h"
+#include "frame/handle_slots.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
 
@@ -23,8 +24,7 @@ OSErr ResultOfWinExec(UINT result) {
 OSErr ThisProcess(ProcessSerialNumber* PSN) {
   if (!PSN) return paramErr;
   PSN->highLongOfPSN = 0;
-  PSN->lowLongOfPSN =
-      static_cast<UInt32>(reinterpret_cast<std::uintptr_t>(kwe::TheSession().instance));
+  PSN->lowLongOfPSN = UInt32(kwe::HandleToSlot(kwe::TheSession().instance));
   return noErr;
 }
 

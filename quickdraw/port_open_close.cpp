@@ -3,6 +3,7 @@
 
 #include "KWEPorts.h"
 #include "Memory.h"
+#include "frame/handle_slots.h"
 #include "frame/low_memory.h"
 #include "quickdraw/graphics_records.h"
 #include "quickdraw/port_attr.h"
@@ -28,17 +29,14 @@ HDC ChooseDC(PortAttr& a) {
   a.flags |= kOwnsDcFlag;
   GDHandle device = At<GDHandle>(Slot::TheGDevice);
   if (device && *device && (*device)->gdRefNum != 0 && (*device)->gdReserved != 0)
-    return reinterpret_cast<HDC>(
-        static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved)));
+    return HandleFromSlot<HDC>((*device)->gdReserved);
   return SharedMemoryDC();
 }
 
 bool IsSharedDC(HDC dc) {
   if (dc == SharedMemoryDC()) return true;
   GDHandle device = Screen().mainDevice;
-  return device && *device &&
-         reinterpret_cast<HDC>(
-             static_cast<uintptr_t>(static_cast<UInt32>((*device)->gdReserved))) == dc;
+  return device && *device && HandleFromSlot<HDC>((*device)->gdReserved) == dc;
 }
 
 // rgn when the port has one, else a new one.

@@ -7,6 +7,7 @@
 
 #include "Memory.h"
 #include "Resources.h"
+#include "frame/handle_slots.h"
 #include "frame/low_memory.h"
 #include "frame/session.h"
 #include "memory/master_flags.h"
@@ -38,9 +39,8 @@ Handle DetachedResource(const void* bytes, Size size) {
 Handle StandInResource(ResType type, SInt16 id) {
   if (type == kIconType && id >= 0 && id <= 2) {
     static const LPCSTR kIcons[] = {IDI_HAND, IDI_ASTERISK, IDI_QUESTION};
-    // USER's icon handles carry 32 significant bits in every build, so the
-    // 4-byte resource holds the whole handle.
-    UInt32 icon = UInt32(reinterpret_cast<uintptr_t>(LoadIconA(nullptr, kIcons[id])));
+    // The 4-byte resource holds the icon handle's 32 significant bits.
+    SInt32 icon = HandleToSlot(LoadIconA(nullptr, kIcons[id]));
     return DetachedResource(&icon, sizeof icon);
   }
   if (type == kStringType && id == kSystemNameStringID &&

@@ -8,6 +8,7 @@
 #include "frame/app_path_rule.h"
 #include "frame/document_list.h"
 #include "frame/gestalt_table.h"
+#include "frame/handle_slots.h"
 #include "frame/mac_time.h"
 #include "frame/pascal_compare.h"
 #include "frame/system_values.h"
@@ -15,6 +16,17 @@
 
 namespace kwe {
 namespace {
+
+// A 32-bit slot keeps a handle's low half and gives it back sign-extended,
+// as 64-bit Windows defines its handles: values above 0x7FFFFFFF survive.
+TEST(HandleSlots, HandlesSurviveTheRoundTripSignExtended) {
+  for (std::intptr_t value : {std::intptr_t(0x1234), std::intptr_t(0x7FFFFFFF),
+                              std::intptr_t(-0x7FFFEDCC), std::intptr_t(-1)}) {
+    void* handle = reinterpret_cast<void*>(value);
+    EXPECT_EQ(HandleFromSlot<void*>(HandleToSlot(handle)), handle) << value;
+  }
+  EXPECT_EQ(HandleToSlot(reinterpret_cast<void*>(std::intptr_t(-0x7FFFEDCC))), SInt32(0x80001234u));
+}
 
 TEST(WindowsVersion, ClassifiesFromGetVersion) {
   WindowsVersion nt = ClassifyWindowsVersion(0x23F00206);  // bit 31 clear, 6.2

@@ -333,6 +333,21 @@ TEST_F(ResourceManagerTest, PermissionsReachTheSameFileAndReadOnlyRefusesWrites)
   EXPECT_EQ(ReadRaw(path), before);
 }
 
+// With no file holding them, 'ICON' 0-2 are the system's alert icons: each a
+// 4-byte resource whose handle comes back whole.
+TEST_F(ResourceManagerTest, SystemAlertIconsStandInForMissingIcons) {
+  const LPCSTR icons[] = {IDI_HAND, IDI_ASTERISK, IDI_QUESTION};
+  for (SInt16 id = 0; id < 3; ++id) {
+    Handle h = GetResource('ICON', id);
+    ASSERT_NE(h, nullptr) << id;
+    ASSERT_EQ(GetHandleSize(h), 4);
+    SInt32 slot;
+    std::memcpy(&slot, *h, 4);
+    EXPECT_EQ(static_cast<HICON>(LongToHandle(slot)), LoadIconA(nullptr, icons[id]));
+  }
+  EXPECT_EQ(GetResource('ICON', 3), nullptr);
+}
+
 TEST_F(ResourceManagerTest, CodeResourceRegistryStandsInForDefinitions) {
   ProcPtr procedure = reinterpret_cast<ProcPtr>(&ResError);
   EXPECT_EQ(KWE_CodeResource(1, 'MDEF', 200, procedure), procedure);
