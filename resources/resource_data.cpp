@@ -39,6 +39,15 @@ void DropHandle(ResourceFile& file, ReferencePlace place) {
   DisposeHandle(h);
 }
 
+// A block lies inside the data area the header names, or among the blocks
+// appended since the file was opened, past the map on disk. A damaged
+// reference whose length runs further would read bytes of the map as data.
+bool BlockInDataArea(const ResourceFile& file, uint32_t dataOffset, uint32_t length) {
+  uint64_t start = uint64_t(kHeaderSize) + dataOffset, end = start + 4 + length;
+  if (end <= uint64_t(kHeaderSize) + file.layout.dataLength) return true;
+  return start >= MapOnDiskEnd(file) && end <= file.endOfData;
+}
+
 }  // namespace
 
 bool ReadDosAt(SInt16 refNum, uint64_t position, void* buffer, size_t count) {
@@ -56,7 +65,8 @@ SInt32 StoredDataLength(ResourceFile& file, const Reference& ref) {
   if (!Seek(file, kHeaderSize + ref.dataOffset) || files::ReadSlot(file.refNum, bytes, 4) != 4)
     return -1;
   uint32_t length = ReadBig32(bytes);
-  return length > 0x7FFFFFFF ? -1 : SInt32(length);
+  if (length > 0x7FFFFFFF || !BlockInDataArea(file, ref.dataOffset, length)) return -1;
+  return SInt32(length);
 }
 
 OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFailure) {
@@ -68,10 +78,7 @@ OSErr ReadResourceData(ResourceFile& file, ReferencePlace place, bool dropOnFail
   };
   SInt32 length = StoredDataLength(file, ref);  // leaves the mark at the data
   if (length == 0) return noErr;                // an empty resource: the handle stays empty
-  // A length that runs past the end of the file is damage, not data: the
-  // handle would be given bytes that are not there.
-  uint64_t dataAt = uint64_t(file.base) + kHeaderSize + ref.dataOffset + 4;
-  if (length < 0 || dataAt + uint64_t(length) > file.dosFileLength) return fail(mapReadErr);
+  if (length < 0) return fail(mapReadErr);
   SetHandleSize(h, length);
   if (MemError() != noErr || GetHandleSize(h) != length) return fail(memFullErr);
   if (files::ReadSlot(file.refNum, *h, length) != length) {
@@ -114,7 +121,6 @@ OSErr WriteResourceData(ResourceFile& file, ReferencePlace place) {
     KWE_ByteSwap(1, type, ref.id, n, *h);
     if (written != n) return ioErr;
   }
-  file.dosFileLength = std::max<uint64_t>(file.dosFileLength, uint64_t(file.base) + at + 4 + n);
   if (ref.hasBlock) ref.attributes |= kMarkShrunk;
   ref.dataOffset = at - kHeaderSize;
   ref.hasBlock = true;

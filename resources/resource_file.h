@@ -29,9 +29,6 @@ struct ResourceFile {
   // Dead bytes inside the data area: a map that appended blocks stepped over
   // (see MapOnDiskEnd). Closing rebuilds the file packed.
   bool holes = false;
-  // The DOS file's length, kept as the library writes, so that loading a
-  // resource needs no seek to the end to check its block.
-  uint64_t dosFileLength = 0;
   bool mapChanged = false;
   bool readOnly = false;
   bool embedded = false;  // inside a file the application opened: never closed here

@@ -68,11 +68,16 @@ size_t CurrentChainPosition() {
   return size_t(std::find(chain.begin(), chain.end(), current->slot) - chain.begin());
 }
 
+// Stops at the first file that answers, or whose resource could not be
+// loaded (ResErr set): an older file's resource of the same ID does not
+// stand in for a damaged one.
 template <class Visit>
 Handle SearchFromCurrent(Visit visit) {
   const std::vector<int>& chain = Chain();
-  for (size_t i = CurrentChainPosition(); i < chain.size(); ++i)
+  for (size_t i = CurrentChainPosition(); i < chain.size(); ++i) {
     if (Handle h = visit(*FileInSlot(chain[i]))) return h;
+    if (lowmem::ResErr() != noErr) break;
+  }
   return nullptr;
 }
 
@@ -82,11 +87,19 @@ Handle HandleForReference(ResourceFile& file, ReferencePlace place) {
   Reference& ref = file.map.At(place);
   if (!ref.handle) {
     Handle h = NewResourceHandle(file);
-    if (!h) return nullptr;
+    if (!h) {
+      lowmem::ResErr() = memFullErr;
+      return nullptr;
+    }
     SetReferenceHandle(file, place, h);
   }
-  if (ResLoadOn() && GetHandleSize(ref.handle) == 0 && ReadResourceData(file, place, true) != noErr)
-    return nullptr;
+  if (ResLoadOn() && GetHandleSize(ref.handle) == 0) {
+    OSErr err = ReadResourceData(file, place, true);
+    if (err != noErr) {
+      lowmem::ResErr() = err;
+      return nullptr;
+    }
+  }
   return file.map.At(place).handle;
 }
 
@@ -109,6 +122,7 @@ KWE_API Handle KWE_CALL GetResource(ResType theType, SInt16 theID) {
     RememberLastFound(theType, theID, h);
     return h;
   }
+  if (lowmem::ResErr() != noErr) return nullptr;
   h = StandInResource(theType, theID);
   if (!h) lowmem::ResErr() = resNotFound;
   return h;
@@ -134,7 +148,7 @@ Handle Get1Named(ResourceFile& file, ResType type, ConstStr255Param name) {
 KWE_API Handle KWE_CALL GetNamedResource(ResType theType, ConstStr255Param name) {
   lowmem::ResErr() = noErr;
   Handle h = SearchFromCurrent([&](ResourceFile& file) { return Get1Named(file, theType, name); });
-  if (!h) lowmem::ResErr() = resNotFound;
+  if (!h && lowmem::ResErr() == noErr) lowmem::ResErr() = resNotFound;
   return h;
 }
 

@@ -134,8 +134,6 @@ SInt16 OpenResourcePath(const std::string& rawPath, bool readOnly, const ReopenW
     lowmem::ResErr() = err;
     return -1;
   }
-  SInt32 end = files::SeekSlot(file->refNum, 0, 2);
-  file->dosFileLength = end > 0 ? uint64_t(end) : 0;
   ResourceFile* entered = file.get();
   EnterFile(std::move(file), wish ? wish->chainPosition : 0);
   if (wish) CarryHandles(*entered, wish->handles);

@@ -229,7 +229,6 @@ bool WriteBackMap(ResourceFile& file, bool keepOpen) {
       file.mapChanged = false;
       file.layout = PackedHeader(dataLength, uint32_t(map.size()));
       SInt32 end = files::SeekSlot(file.refNum, 0, 2);
-      if (end > 0) file.dosFileLength = uint64_t(end);
       file.endOfOldMap =
           end > 0 ? uint32_t(end) - file.base - uint32_t(map.size()) : file.endOfData;
       if (!keepOpen) ReleaseAndClose(file);

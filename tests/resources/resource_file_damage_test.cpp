@@ -183,14 +183,18 @@ TEST_F(ResourceFileDamage, FilesAtTheEdgesStillOpen) {
   }
 }
 
-// A data block whose length or place lies outside the file: that resource
-// is not found, its neighbours are, and closing writes nothing.
+// A data block whose length or place lies outside the data area: that
+// resource is not found (mapReadErr), its neighbours are, and closing writes nothing.
 TEST_F(ResourceFileDamage, BadDataBlockCostsOnlyItsResource) {
   const std::vector<std::pair<const char*, std::function<void(Bytes&, const ImageLayout&)>>> cases =
       {
           {"length one past the file",
            [](Bytes& b, const ImageLayout& l) {
              Store32(b, l.dataBlocks[2], std::uint32_t(l.fileSize - l.dataBlocks[2] - 3));
+           }},
+          {"length running from the data area into the map",
+           [](Bytes& b, const ImageLayout& l) {
+             Store32(b, l.dataBlocks[2], std::uint32_t(l.map - l.dataBlocks[2] - 4 + 10));
            }},
           {"length 0x7FFFFFF0",
            [](Bytes& b, const ImageLayout& l) { Store32(b, l.dataBlocks[2], 0x7FFFFFF0); }},
@@ -209,6 +213,7 @@ TEST_F(ResourceFileDamage, BadDataBlockCostsOnlyItsResource) {
     const SInt16 ref = Open(path);
     ASSERT_NE(ref, -1) << ResError();
     EXPECT_EQ(GetResource(TypeCode("TEXT"), 128), nullptr);
+    EXPECT_EQ(ResError(), mapReadErr);
     EXPECT_EQ(HandleBytes(GetResource(TypeCode("TEXT"), 129)), AsBytes("more"));
     EXPECT_EQ(HandleBytes(GetResource(TypeCode("STR "), 129)), (Bytes{2, 'h', 'i'}));
     CloseResFile(ref);
