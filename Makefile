@@ -30,7 +30,7 @@ bench: build
 format: deps
 	@scripts/check-format.sh --fix
 
-mutants: build
+mutants: deps
 	@scripts/run-mutants.sh
 
 clean:

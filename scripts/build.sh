@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Configures and builds the four trees under $BUILD: the i686 product, the
 # x86_64 test build, the native build of the portable pieces, and the same
-# pieces under libFuzzer (clang).
+# pieces under libFuzzer (clang). Arguments name fewer trees: the tests of
+# one manager need only `scripts/build.sh x86_64 native`.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 BUILD=${BUILD:-$root/build}
@@ -14,12 +15,19 @@ configure() {
   fi
 }
 
-configure i686 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-i686-w64-mingw32.cmake" -DKWE_BUILD_TESTS=OFF
-configure x86_64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-x86_64-w64-mingw32.cmake"
-configure native -DKWE_I686_DLL="$BUILD/i686/bin/KWEJMP.dll" -DKWE_SANITIZE=ON
-CC=clang CXX=clang++ configure fuzz -DKWE_FUZZ=ON -DKWE_BUILD_TESTS=OFF
+trees=${*:-i686 x86_64 native fuzz}
+for dir in $trees; do
+  case $dir in
+    i686) configure i686 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-i686-w64-mingw32.cmake" \
+      -DKWE_BUILD_TESTS=OFF ;;
+    x86_64) configure x86_64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-x86_64-w64-mingw32.cmake" ;;
+    native) configure native -DKWE_I686_DLL="$BUILD/i686/bin/KWEJMP.dll" -DKWE_SANITIZE=ON ;;
+    fuzz) CC=clang CXX=clang++ configure fuzz -DKWE_FUZZ=ON -DKWE_BUILD_TESTS=OFF ;;
+    *) echo "no such build tree: $dir (i686, x86_64, native, fuzz)" >&2; exit 2 ;;
+  esac
+done
 
-for dir in i686 x86_64 native fuzz; do
+for dir in $trees; do
   echo "== building $dir"
   cmake --build "$BUILD/$dir" -j "$JOBS" -- --quiet
 done

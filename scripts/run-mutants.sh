@@ -6,6 +6,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 BUILD=${BUILD:-$root/build}
 export BUILD
 . "$root/scripts/wine-session.sh"
+"$root/scripts/build.sh" x86_64 native || exit 1
 kwe_wine_start
 python3 "$root/scripts/mutants.py"
 status=$?

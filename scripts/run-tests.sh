@@ -6,16 +6,14 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 BUILD=${BUILD:-$root/build}
 . "$root/scripts/wine-session.sh"
 
-# One CTest file over the build trees, so one summary covers them all. The
-# fuzz tree is there when scripts/build.sh has made it.
-cat >"$BUILD/CTestTestfile.cmake" <<CTEST
-subdirs("native")
-subdirs("i686")
-subdirs("x86_64")
-CTEST
-if [ -f "$BUILD/fuzz/CTestTestfile.cmake" ]; then
-  echo 'subdirs("fuzz")' >>"$BUILD/CTestTestfile.cmake"
-fi
+# One CTest file over the build trees that are there (scripts/build.sh makes
+# all four), so one summary covers them all.
+: >"$BUILD/CTestTestfile.cmake"
+for tree in native i686 x86_64 fuzz; do
+  if [ -f "$BUILD/$tree/CTestTestfile.cmake" ]; then
+    echo "subdirs(\"$tree\")" >>"$BUILD/CTestTestfile.cmake"
+  fi
+done
 
 kwe_wine_start
 echo "== running tests (display $DISPLAY)"
