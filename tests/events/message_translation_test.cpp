@@ -1,154 +1,122 @@
 // Windows messages, posted to a host window whose procedure forwards them as
 // a host's does, come back from GetNextEvent as Toolbox events.
-#include "KWECharacters.h"
+#include <iterator>
+
 #include "events/event_host_window.h"
 
 namespace {
 
-using kwe_test::EventTest;
-using TranslationTest = EventTest;
+using TranslationTest = kwe_test::EventTest;
 
-constexpr LPARAM kQScan = 0x00100001;  // repeat 1, scan code of Q
+constexpr UInt16 kKeyModifiers = shiftKey | cmdKey | optionKey | alphaLock | controlKey;
 
-TEST_F(TranslationTest, ClicksInTheContentAreGlobalMouseDownsAndUps) {
-  PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, MAKELPARAM(10, 20));
-  PostMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(10, 20));
-  PostMessageA(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(11, 21));
-  PostMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(11, 21));
-  std::vector<EventRecord> events = DrainEvents();
-  ASSERT_EQ(events.size(), 4u);
-  const UInt16 expected[] = {mouseDown, mouseUp, mouseDown, mouseUp};
-  for (size_t i = 0; i < 4; ++i) {
-    EXPECT_EQ(events[i].what, expected[i]);
-    EXPECT_EQ(events[i].message, 0u);
-    EXPECT_EQ(events[i].modifiers & btnState, expected[i] == mouseUp ? btnState : 0);
-    EXPECT_LE(TickCount() - events[i].when, 4u);
-  }
-  Point first = GlobalPoint(10, 20), last = GlobalPoint(11, 21);
-  EXPECT_EQ(events[0].where.h, first.h);
-  EXPECT_EQ(events[0].where.v, first.v);
-  EXPECT_EQ(events[0].modifiers & (shiftKey | cmdKey), shiftKey);
-  EXPECT_EQ(events[3].where.h, last.h);
-  EXPECT_EQ(events[3].where.v, last.v);
-  EXPECT_EQ(vars.ButtonState, 1);
-}
-
-TEST_F(TranslationTest, RightClicksMakeNoEventsByDefault) {
-  PostMessageA(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(3, 3));
-  PostMessageA(window, WM_RBUTTONUP, 0, MAKELPARAM(3, 3));
-  EXPECT_TRUE(DrainEvents().empty());
-}
-
-class RightButtonEventsTest : public EventTest {
-  UInt32 SessionFlags() const override { return kweFlagRightButtonEvents; }
-};
-class RightButtonControlKeyTest : public EventTest {
-  UInt32 SessionFlags() const override { return kweFlagRightButtonControlKey; }
-};
-
-TEST_F(RightButtonEventsTest, RightClicksAreOrdinaryClicks) {
-  PostMessageA(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(3, 3));
-  PostMessageA(window, WM_RBUTTONUP, 0, MAKELPARAM(3, 3));
-  std::vector<EventRecord> events = DrainEvents();
-  ASSERT_EQ(events.size(), 2u);
-  EXPECT_EQ(events[0].what, mouseDown);
-  EXPECT_EQ(events[0].modifiers & controlKey, 0);
-  EXPECT_EQ(events[1].what, mouseUp);
-}
-
-TEST_F(RightButtonControlKeyTest, RightClicksCarryControlKey) {
-  PostMessageA(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(3, 3));
-  PostMessageA(window, WM_RBUTTONUP, 0, MAKELPARAM(3, 3));
-  PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-  std::vector<EventRecord> events = DrainEvents();
-  ASSERT_EQ(events.size(), 3u);
-  EXPECT_EQ(events[0].modifiers & controlKey, controlKey);
-  EXPECT_EQ(events[1].modifiers & controlKey, controlKey);
-  EXPECT_EQ(events[2].modifiers & controlKey, 0);
-}
-
-TEST_F(TranslationTest, CtrlQIsCommandQAndItsCharacterAddsNothing) {
-  HoldKeys({VK_CONTROL});
-  PostMessageA(window, WM_KEYDOWN, 'Q', kQScan);
-  PostMessageA(window, WM_KEYUP, 'Q', kQScan | LPARAM(0xC0000000));
-  std::vector<EventRecord> events = DrainEvents();
-  SetEventMask(everyEvent);  // key-ups are dropped under the default mask
-  PostMessageA(window, WM_KEYDOWN, 'Q', kQScan);
-  PostMessageA(window, WM_KEYUP, 'Q', kQScan | LPARAM(0xC0000000));
-  std::vector<EventRecord> withUps = DrainEvents();
-
-  ASSERT_EQ(events.size(), 1u);
-  EXPECT_EQ(events[0].what, keyDown);
-  EXPECT_EQ(events[0].message, 0x0C71u);
-  EXPECT_EQ(events[0].modifiers & (cmdKey | optionKey | shiftKey), cmdKey);
-  ASSERT_EQ(withUps.size(), 2u);
-  EXPECT_EQ(withUps[1].what, keyUp);
-  EXPECT_EQ(withUps[1].message, 0x0C71u);
-}
-
-TEST_F(TranslationTest, ReturnAndKeypadEnterDiffer) {
-  // One key at a time, as typed: each key-down's WM_CHAR follows it.
-  auto typed = [&](WPARAM vk, LPARAM lParam) {
-    PostMessageA(window, WM_KEYDOWN, vk, lParam);
-    return DrainEvents();
+// Each click as the session's right-button flags have it: left clicks with
+// Shift or Ctrl (the Command key); right clicks dropped, plain, or with
+// controlKey. btnState is set while the button is up.
+TEST_F(TranslationTest, ClicksAreGlobalMouseEventsWithTheirModifiers) {
+  const UInt32 kRight = kweFlagRightButtonEvents, kControl = kweFlagRightButtonControlKey;
+  struct {
+    UInt32 flags;
+    UINT msg;
+    WPARAM keys;
+    UInt16 what;  // nullEvent: none
+    UInt16 modifiers;
+  } const cases[] = {
+      {0, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, mouseDown, shiftKey},
+      {0, WM_LBUTTONUP, MK_CONTROL, mouseUp, cmdKey | btnState},
+      {0, WM_LBUTTONDBLCLK, MK_LBUTTON, mouseDown, 0},
+      {0, WM_RBUTTONDOWN, MK_RBUTTON, nullEvent, 0},
+      {0, WM_RBUTTONUP, 0, nullEvent, 0},
+      {kRight, WM_RBUTTONDOWN, MK_RBUTTON, mouseDown, 0},
+      {kRight, WM_RBUTTONUP, 0, mouseUp, btnState},
+      {kControl, WM_RBUTTONDOWN, MK_RBUTTON, mouseDown, controlKey},
+      {kControl, WM_RBUTTONUP, 0, mouseUp, controlKey | btnState},
+      {kControl, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, mouseDown, cmdKey},
   };
-  std::vector<EventRecord> ret = typed(VK_RETURN, 0x001C0001);
-  std::vector<EventRecord> enter = typed(VK_RETURN, 0x011C0001);  // extended: the keypad's
-  std::vector<EventRecord> left = typed(VK_LEFT, 0x014B0001);
-  EXPECT_TRUE(typed(VK_SHIFT, 0x002A0001).empty());  // modifier keys make no event
-  ASSERT_EQ(ret.size(), 1u);
-  ASSERT_EQ(enter.size(), 1u);
-  ASSERT_EQ(left.size(), 1u);
-  EXPECT_EQ(ret[0].message, 0x240Du);
-  EXPECT_EQ(enter[0].message, 0x4C03u);
-  EXPECT_EQ(left[0].message, 0x7B1Cu);
+  for (int i = 0; i < int(std::size(cases)); ++i) {
+    const auto& c = cases[i];
+    KWE_SetFlags(kRight | kControl, c.flags, 0, 0);
+    Mouse(c.msg, c.keys, 10 + i, 20);
+    std::vector<EventRecord> events = DrainEvents();
+    ASSERT_EQ(events.size(), c.what == nullEvent ? 0u : 1u) << "case " << i;
+    if (events.empty()) continue;
+    POINT at{10 + i, 20};
+    ClientToScreen(mainWindow, &at);
+    EXPECT_EQ(events[0].what, c.what) << "case " << i;
+    EXPECT_EQ(events[0].modifiers & (kKeyModifiers | btnState), c.modifiers) << "case " << i;
+    EXPECT_LE(TickCount() - events[0].when, 4u);
+    EXPECT_EQ(events[0].where.h, at.x) << "case " << i;
+    EXPECT_EQ(events[0].where.v, at.y) << "case " << i;
+  }
+  EXPECT_EQ(vars.ButtonState, 0) << "the last button is down";
+}
+
+// A key pressed with modifier keys held: the keyDown's message (key code and
+// character) and its modifiers, which are the keys held. Ctrl is the Command
+// key, and Command leaves the character unshifted. Modifier keys make no
+// event; a key let go makes a keyUp.
+TEST_F(TranslationTest, KeystrokesCarryMacintoshKeyCodesCharactersAndModifiers) {
+  constexpr int kExtended = 0x100, kLetGo = 0x200;
+  constexpr int kEnter = VK_RETURN | kExtended, kLetGoOfQ = 'Q' | kLetGo;  // the keypad's Enter
+  constexpr UInt16 kNone = 0, kCmdShift = cmdKey | shiftKey;
+  struct {
+    UInt16 held;
+    int key;
+    UInt32 message;
+  } const cases[] = {
+      {kNone, 'A', 0x0061},        {kNone, 'Z', 0x067A},         {shiftKey, 'A', 0x0041},
+      {alphaLock, 'Q', 0x0C51},    {cmdKey, 'Q', 0x0C71},        {kCmdShift, 'Q', 0x0C71},
+      {optionKey, 'A', 0x0061},    {shiftKey, '1', 0x1221},      {kNone, VK_NUMPAD0, 0x5230},
+      {kNone, VK_NUMPAD9, 0x5C39}, {kNone, VK_RETURN, 0x240D},   {kNone, kEnter, 0x4C03},
+      {kNone, VK_F1, 0x7A10},      {kNone, VK_F15, 0x7110},      {kNone, VK_LEFT, 0x7B1C},
+      {kNone, VK_NEXT, 0x790C},    {kNone, VK_DELETE, 0x757F},   {kNone, VK_BACK, 0x3308},
+      {kNone, VK_CLEAR, 0x471B},   {shiftKey, VK_OEM_1, 0x293A}, {kNone, VK_SHIFT, 0x0000},
+      {kNone, VK_CAPITAL, 0x0000}, {cmdKey, kLetGoOfQ, 0x0C71},  {kNone, VK_OEM_PLUS, 0x183D},
+  };
+  const std::pair<UInt16, int> keyOf[] = {
+      {shiftKey, VK_SHIFT}, {cmdKey, VK_CONTROL}, {optionKey, VK_MENU}, {alphaLock, VK_CAPITAL}};
+  SetEventMask(everyEvent);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "key 0x" << std::hex << c.key << " held 0x" << c.held);
+    BYTE state[256] = {};
+    for (const auto& [modifier, vk] : keyOf)
+      if (c.held & modifier) state[vk] = vk == VK_CAPITAL ? 0x01 : 0x80;
+    SetKeyboardState(state);
+    UINT msg = (c.key & kLetGo) ? WM_KEYUP : c.held == optionKey ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    PressKey(c.key & 0xFF, c.key & kExtended, msg);
+    std::vector<EventRecord> events = DrainEvents();
+    ASSERT_EQ(events.size(), c.message ? 1u : 0u);
+    if (events.empty()) continue;
+    EXPECT_EQ(events[0].what, msg == WM_KEYUP ? keyUp : keyDown);
+    EXPECT_EQ(events[0].message, c.message);
+    EXPECT_EQ(events[0].modifiers & kKeyModifiers, c.held);
+  }
 }
 
 TEST_F(TranslationTest, ACharacterWithoutItsKeyComesWithRepeatsAndOption) {
   SetEventMask(everyEvent);
-  PostMessageA(window, WM_CHAR, 0xE9, 3);  // é typed through a dead key, repeated
-  PostMessageA(window, WM_CHAR, 'k', 1);
+  PostMessageA(mainWindow, WM_CHAR, 0xE9, 3);  // é typed through a dead key, repeated
+  PostMessageA(mainWindow, WM_CHAR, 'k', 1);
   std::vector<EventRecord> events = DrainEvents();
   ASSERT_EQ(events.size(), 6u);
   const UInt16 expected[] = {keyDown, autoKey, autoKey, keyUp, keyDown, keyUp};
   for (size_t i = 0; i < 6; ++i) EXPECT_EQ(events[i].what, expected[i]) << i;
-  UInt8 ansi[1] = {0xE9}, mac[1] = {0};
-  KWE_AnsiToMacBuf(ansi, mac, 1);
-  EXPECT_EQ(events[0].message, 0x7F00u | mac[0]);
+  EXPECT_EQ(events[0].message, 0x7F8Eu) << "0x8E: é in Macintosh Roman, on no key";
   EXPECT_EQ(events[0].modifiers & optionKey, optionKey);
   EXPECT_EQ(events[4].message, 0x286Bu);
   EXPECT_EQ(events[4].modifiers & optionKey, 0);
 }
 
-TEST_F(TranslationTest, MessagesThatAreNoInputMakeNoEvents) {
-  EXPECT_EQ(KWE_EventMouse(window, WM_USER + 7, 0, 0), 0);
-  EXPECT_EQ(KWE_EventMouse(window, WM_MOUSEMOVE, MK_SHIFT, 0), 0);
-  EXPECT_EQ(KWE_EventKey(window, WM_USER, 'A', 0), 0);
-  EXPECT_EQ(KWE_EventKey(window, WM_KEYDOWN, 0xFFFF, 0), keyDown);  // unknown key
-  KWE_EventCommand(window, WM_COMMAND, 0x00010065, nullptr);
-  std::vector<EventRecord> events = DrainEvents();
-  ASSERT_EQ(events.size(), 1u);
-  EXPECT_EQ(events[0].what, keyDown);
-  EXPECT_EQ(events[0].message, 0u);
-}
-
 int g_helpCalls;
 void __stdcall CountHelp() { ++g_helpCalls; }
 
-TEST_F(TranslationTest, KeyboardHooksPassKeysOnUnlessTheyAreTheirs) {
+TEST_F(TranslationTest, TheHelpHookTakesOnlyTheReleaseOfF1) {
   constexpr LPARAM kReleased = LPARAM(0xC0000001);
-  EXPECT_EQ(KWE_DlgKeyHook(HC_ACTION, 'A', 1), 0);  // no dialog: the key goes on
-  KWE_EndSession(1);
-  EXPECT_EQ(K_DlgKeyHook(HC_ACTION, 'A', 1), 1);
-  KWE_EndSession(0);
-  EXPECT_EQ(K_DlgKeyHook(HC_ACTION, 'A', 1), 0);
-
   g_helpCalls = 0;
   KWE_EnableHelpHook(CountHelp);
   EXPECT_EQ(K_HelpKeyHook(HC_ACTION, VK_F2, kReleased), 0);
   EXPECT_EQ(K_HelpKeyHook(HC_ACTION, VK_F1, 1), 0);
   EXPECT_EQ(K_HelpKeyHook(HC_ACTION, VK_F1, kReleased), 1);
-  EXPECT_EQ(g_helpCalls, 1);
   KWE_DisableHelpHook();
   EXPECT_EQ(K_HelpKeyHook(HC_ACTION, VK_F1, kReleased), 0);
   EXPECT_EQ(g_helpCalls, 1);
