@@ -5,6 +5,7 @@
 
 #include "Events.h"
 #include "KWEEvents.h"
+#include "Quickdraw.h"
 #include "events/event_queue.h"
 #include "events/message_pump.h"
 #include "events/translation_state.h"
@@ -121,7 +122,7 @@ void GetMouseWork(Point* where) {
   MousePosition() = Point{static_cast<SInt16>(at.y), static_cast<SInt16>(at.x)};
   if (!where) return;
   *where = MousePosition();
-  quickdraw::GlobalToCurrentPort(where);
+  GlobalToLocal(where);  // the current port's local coordinates
 }
 
 }  // namespace kwe::events

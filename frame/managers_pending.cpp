@@ -8,32 +8,10 @@
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::windows {
-void DisposeAllWindows() {}
-// No Toolbox windows yet, so no update or activate event is ever due.
-bool NextUpdateOrActivate(EventMask, EventRecord*, WindowPtr*) { return false; }
-LRESULT NonClientMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
-  return DefWindowProcA(window, msg, wParam, lParam);
-}
-HWND WindowHandleOf(WindowPtr) { return nullptr; }
-void KWE_CALL BeginUpdateDefault(WindowPtr) { Unsupported("BeginUpdate"); }
-void KWE_CALL EndUpdateDefault(WindowPtr) { Unsupported("EndUpdate"); }
-void KWE_CALL InvalRectDefault(const Rect*) { Unsupported("InvalRect"); }
-void KWE_CALL InvalRgnDefault(RgnHandle) { Unsupported("InvalRgn"); }
-WindowPtr KWE_CALL NewWindowDefault(void*, const Rect*, ConstStr255Param, Boolean, SInt16,
-                                    WindowPtr, Boolean, SInt32) {
-  return Unsupported("NewWindow", WindowPtr(nullptr));
-}
-WindowPtr KWE_CALL NewCWindowDefault(void*, const Rect*, ConstStr255Param, Boolean, SInt16,
-                                     WindowPtr, Boolean, SInt32) {
-  return Unsupported("NewCWindow", WindowPtr(nullptr));
-}
-void KWE_CALL ShowWindowDefault(WindowPtr) { Unsupported("ShowWindow"); }
-void KWE_CALL HideWindowDefault(WindowPtr) { Unsupported("HideWindow"); }
-void KWE_CALL SelectWindowDefault(WindowPtr) { Unsupported("SelectWindow"); }
-void KWE_CALL CloseWindowDefault(WindowPtr) { Unsupported("CloseWindow"); }
-WindowPtr KWE_CALL FrontWindowDefault() { return Unsupported("FrontWindow", WindowPtr(nullptr)); }
-}  // namespace kwe::windows
+namespace kwe::controls {
+// No scroll-bar controls yet: the scroll messages have no Toolbox effect.
+LRESULT ScrollBarMessage(HWND, UINT, WPARAM, LPARAM) { return 0; }
+}  // namespace kwe::controls
 
 namespace kwe::dialogs {
 void ResetErrorSound() {}

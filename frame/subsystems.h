@@ -51,8 +51,6 @@ HOOKPROC KeyboardHookProcedure();
 namespace kwe::quickdraw {
 void CloseQuickDraw();
 void SetCurrentPortSwitch(bool on);
-// GetMouse: a global point into the current port's local coordinates.
-void GlobalToCurrentPort(Point* where);
 // The standard cursors and the cursor cache, from session start to end.
 void StartCursors();
 void EndCursors();
@@ -74,6 +72,11 @@ bool NextUpdateOrActivate(EventMask mask, EventRecord* event, WindowPtr* window)
 LRESULT NonClientMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);
 HWND WindowHandleOf(WindowPtr window);
 }  // namespace kwe::windows
+
+namespace kwe::controls {
+// WM_HSCROLL and WM_VSCROLL of a window's scroll-bar controls (tracking).
+LRESULT ScrollBarMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);
+}  // namespace kwe::controls
 
 namespace kwe::menus {
 void DestroyAllMenus();

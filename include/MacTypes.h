@@ -137,6 +137,7 @@ typedef struct MacRegion** RgnHandle;
 typedef struct Zone* THz;
 typedef struct MenuInfo** MenuHandle;
 typedef struct ControlRecord** ControlHandle;
+typedef struct Picture** PicHandle;
 typedef GrafPtr DialogPtr;
 
 #endif

@@ -19,7 +19,6 @@ typedef struct ComponentInstanceRecord* ComponentInstance;
 typedef ComponentInstance MovieController;
 typedef struct TimeRecord TimeRecord;
 typedef struct SampleDescription** SampleDescriptionHandle;
-typedef struct Picture** PicHandle;
 
 KWE_API OSErr KWE_CALL EnterMovies(void);
 KWE_API void KWE_CALL ExitMovies(void);

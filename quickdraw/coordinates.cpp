@@ -106,9 +106,6 @@ void RegionToDevice(const PortAttr& a, RgnHandle rgn) {
   }
 }
 
-// GetMouse's point: screen coordinates into the current port's.
-void GlobalToCurrentPort(Point* where) { GlobalToLocal(where); }
-
 }  // namespace kwe::quickdraw
 
 using namespace kwe::quickdraw;

@@ -214,7 +214,11 @@ void ReleasePortRecord(int slot) {
   if (!a) return;
   FlushGdiState(*a);
   if (CurrentDC() == a->hdc && CurrentAttr() == a) SetCurrentDC(nullptr);
-  if ((a->flags & kOwnsDcFlag) && a->ownedDC && !IsSharedDC(a->ownedDC)) DeleteDC(a->ownedDC);
+  if (a->flags & kWindowPortFlag) {
+    if (a->ownedDC) ReleaseDC(a->hwnd, a->ownedDC);  // GetDC's, not ours to delete
+  } else if ((a->flags & kOwnsDcFlag) && a->ownedDC && !IsSharedDC(a->ownedDC)) {
+    DeleteDC(a->ownedDC);
+  }
   FreeAttr(slot);
 }
 

@@ -26,5 +26,6 @@ if(WIN32)
     ${CMAKE_CURRENT_LIST_DIR}/random_numbers.cpp
     ${CMAKE_CURRENT_LIST_DIR}/region_recording.cpp
     ${CMAKE_CURRENT_LIST_DIR}/standard_procedures.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/standard_procedures_pending.cpp)
+    ${CMAKE_CURRENT_LIST_DIR}/standard_procedures_pending.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/window_ports.cpp)
 endif()

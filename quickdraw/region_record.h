@@ -90,6 +90,10 @@ void MakeRectangle(RgnHandle rgn, const Rect& box);
 // False, with the region unchanged, when the handle cannot grow.
 bool MakeMaskRegion(RgnHandle rgn, const Rect& box, Handle mask);
 
+// The region takes the shape of a Win32 region (copied; src stays the
+// caller's). False, with the region unchanged, when GDI cannot copy it.
+bool SetRegionFromWin32(RgnHandle rgn, HRGN src);
+
 // A scratch rectangle region set to box (empty for an empty box).
 HRGN ScratchRectangleOf(const Rect& box, int which = 0);
 // The Win32 shape of a region for a GDI call: its own region, or a scratch

@@ -89,6 +89,13 @@ bool MakeMaskRegion(RgnHandle rgn, const Rect& box, Handle mask) {
   return true;
 }
 
+bool SetRegionFromWin32(RgnHandle rgn, HRGN src) {
+  HRGN own = KWE_RgnSetToRealRectRgn(rgn);
+  if (!own || CombineRgn(own, src, nullptr, RGN_COPY) == ERROR) return false;
+  RefreshBox(*RecordOf(rgn));
+  return true;
+}
+
 HRGN ScratchRectangleOf(const Rect& box, int which) {
   HRGN scratch = ScratchRectangleRegion(which);
   RECT rect = WinRectOf(box);

@@ -15,7 +15,12 @@ using HostVariables = KWELowMemoryGlobals;
 
 HINSTANCE TestInstance();
 
-// Registers KWEMainWndClass, KWESubWndClass and KWESubMDIWndClass once.
+// The window procedure of the library's window classes, as a host shell
+// writes it: the Window Manager's and the translators' messages go to them.
+LRESULT CALLBACK LibraryWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam);
+
+// Registers KWEMainWndClass, KWESubWndClass and KWESubMDIWndClass once (the
+// library's two with 32 extra bytes and LibraryWindowProc).
 void RegisterHostClasses();
 HWND CreateMainWindow();
 

@@ -1,0 +1,274 @@
+// The window list in Win32 Z-order, the tie between a WindowPtr and its Win32
+// window, and the calls that reorder, show and hide windows.
+#include <windows.h>
+
+#include "frame/handle_slots.h"
+#include "frame/low_memory.h"
+#include "frame/session.h"
+#include "frame/subsystems.h"
+#include "quickdraw/port_attr.h"
+#include "quickdraw/window_ports.h"
+#include "windows/window_manager.h"
+
+namespace kwe::windows {
+namespace {
+
+ManagerState g_state;
+bool g_dialogCreation = false;
+
+WindowPtr NextVisibleAfter(WindowPtr w) {
+  for (WindowPeek p = Peek(w)->nextWindow; p; p = p->nextWindow)
+    if (p->visible) return AsPtr(p);
+  return nullptr;
+}
+
+}  // namespace
+
+ManagerState& State() { return g_state; }
+bool DialogCreationMode() { return g_dialogCreation; }
+void SetDialogCreationMode(bool on) { g_dialogCreation = on; }
+
+WindowPeek& ListHead() { return lowmem::At<WindowPeek>(lowmem::Slot::WindowList); }
+
+bool IsLibraryWindow(WindowPtr w) {
+  if (!w) return false;
+  if (w == g_state.beingMade || w == g_state.beingClosed) return true;
+  quickdraw::PortAttr* a = quickdraw::AttrOf(w);
+  return a && (a->flags & quickdraw::kWindowPortFlag) && a->port == w;
+}
+
+WStateData* DataOf(WindowPtr w) {
+  if (!IsLibraryWindow(w)) return nullptr;
+  Handle h = Peek(w)->dataHandle;
+  return h && *h ? reinterpret_cast<WStateData*>(*h) : nullptr;
+}
+
+HWND HwndOf(WindowPtr w) {
+  WStateData* d = DataOf(w);
+  return d ? HandleFromSlot<HWND>(d->windowHandle) : nullptr;
+}
+
+UInt16 FlagsOf(WindowPtr w) {
+  WStateData* d = DataOf(w);
+  return d ? d->flags : 0;
+}
+
+bool IsColourWindow(WindowPtr w) { return w && w->portBits.rowBytes < 0; }
+
+WindowPtr WindowOfHwnd(HWND hwnd) {
+  if (!hwnd) return nullptr;
+  if (g_state.beingMade && hwnd == g_state.beingMadeHwnd) return g_state.beingMade;
+  if (g_state.beingClosed && hwnd == g_state.beingClosedHwnd) return g_state.beingClosed;
+  ATOM atom = TheSession().windowFlagAtom;
+  if (atom && GetPropA(hwnd, MAKEINTATOM(atom)))
+    return reinterpret_cast<WindowPtr>(GetWindowLongPtrA(hwnd, kWindowPtrLong));
+  return nullptr;
+}
+
+int GroupOf(WindowPtr w) {
+  UInt16 f = FlagsOf(w);
+  if (f & kPopUpFlag) return 0;
+  return (f & kMdiChildFlag) ? 2 : 1;
+}
+
+WindowPtr PreviousOf(WindowPtr w) {
+  WindowPeek prev = nullptr;
+  for (WindowPeek p = ListHead(); p && AsPtr(p) != w; p = p->nextWindow) prev = p;
+  return AsPtr(prev);
+}
+
+void Unlink(WindowPtr w) {
+  WindowPeek target = Peek(w);
+  for (WindowPeek* link = &ListHead(); *link; link = &(*link)->nextWindow) {
+    if (*link == target) {
+      *link = target->nextWindow;
+      target->nextWindow = nullptr;
+      return;
+    }
+  }
+}
+
+void LinkBefore(WindowPtr w, WindowPtr before) {
+  WindowPeek* link = &ListHead();
+  while (*link && AsPtr(*link) != before) link = &(*link)->nextWindow;
+  Peek(w)->nextWindow = *link;
+  *link = Peek(w);
+}
+
+WindowPtr FirstOfGroup(int group) {
+  for (WindowPeek p = ListHead(); p; p = p->nextWindow)
+    if (GroupOf(AsPtr(p)) >= group) return AsPtr(p);
+  return nullptr;
+}
+
+void PlaceInWin32Order(WindowPtr w, WindowPtr after) {
+  HWND hwnd = HwndOf(w);
+  if (!hwnd) return;
+  HWND insertAfter = HWND_TOP;
+  if (after && GroupOf(after) == GroupOf(w)) insertAfter = HwndOf(after);
+  ++g_state.movingItself;
+  SetWindowPos(hwnd, insertAfter, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  --g_state.movingItself;
+}
+
+void MoveToFrontOfGroup(WindowPtr w) {
+  Unlink(w);
+  LinkBefore(w, FirstOfGroup(GroupOf(w)));
+  PlaceInWin32Order(w, nullptr);
+}
+
+void ShowOrHide(WindowPtr w, bool show, bool activate) {
+  HWND hwnd = HwndOf(w);
+  if (!hwnd) return;
+  WindowPeek p = Peek(w);
+  ++g_state.movingItself;
+  if (show) {
+    bool wasHidden = !IsWindowVisible(hwnd);
+    WindowPtr before = PreviousOf(w);
+    HWND insertAfter = before && GroupOf(before) == GroupOf(w) ? HwndOf(before) : HWND_TOP;
+    SetWindowPos(hwnd, insertAfter, 0, 0, 0, 0,
+                 SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_FRAMECHANGED |
+                     (activate ? 0 : SWP_NOACTIVATE));
+    p->visible = true;
+    quickdraw::SetWindowPortVisible(w, true);
+    if (wasHidden && p->windowKind == dialogKind) InvalidateRect(hwnd, nullptr, FALSE);
+    RefreshAllRegions();
+    UpdateWindow(hwnd);
+  } else {
+    SetWindowPos(hwnd, nullptr, 0, 0, 0, 0,
+                 SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOZORDER);
+    p->visible = false;
+    quickdraw::SetWindowPortVisible(w, false);
+    RefreshAllRegions();
+  }
+  --g_state.movingItself;
+}
+
+void Activate(WindowPtr w) {
+  events::SetPendingActivation(w, true);
+  HiliteWindow(w, true);
+}
+
+void Deactivate(WindowPtr w) {
+  events::SetPendingActivation(w, false);
+  HiliteWindow(w, false);
+}
+
+void MoveActivation(WindowPtr from, WindowPtr to) {
+  if (from && from != to) Deactivate(from);
+  if (to) Activate(to);
+}
+
+WindowPtr KWE_CALL FrontWindowDefault() {
+  if (g_state.selected) return g_state.selected;
+  for (WindowPeek p = ListHead(); p; p = p->nextWindow)
+    if (p->visible) return AsPtr(p);
+  return nullptr;
+}
+
+void KWE_CALL SelectWindowDefault(WindowPtr w) {
+  if (!DataOf(w) || !Peek(w)->visible) return;
+  WindowPtr front = FrontWindow();
+  if (w != front) {
+    MoveToFrontOfGroup(w);
+    MoveActivation(front, w);
+  }
+  g_state.selected = w;
+}
+
+void KWE_CALL ShowWindowDefault(WindowPtr w) {
+  if (!DataOf(w) || Peek(w)->visible) return;
+  WindowPtr front = FrontWindow();
+  if ((FlagsOf(w) & kToolWindowFlag) || AsPtr(ListHead()) == w) MoveToFrontOfGroup(w);
+  ShowOrHide(w, true, false);
+  if (FrontWindow() == w && front != w) MoveActivation(front, w);
+  WStateData* d = DataOf(w);
+  if (d && (d->moreFlags & kTakesFocusFlag) && FrontWindow() == w) SetFocus(HwndOf(w));
+}
+
+void KWE_CALL HideWindowDefault(WindowPtr w) {
+  if (!DataOf(w) || !Peek(w)->visible) return;
+  bool wasFront = FrontWindow() == w;
+  if (g_state.selected == w) g_state.selected = nullptr;
+  ShowOrHide(w, false, false);
+  if (!wasFront) return;
+  WindowPtr next = NextVisibleAfter(w);
+  if (next) MoveToFrontOfGroup(next);
+  MoveActivation(w, next);
+}
+
+}  // namespace kwe::windows
+
+using namespace kwe::windows;
+
+KWE_API void KWE_CALL BringToFront(WindowPtr theWindow) {
+  if (DataOf(theWindow)) MoveToFrontOfGroup(theWindow);
+}
+
+KWE_API void KWE_CALL SendBehind(WindowPtr theWindow, WindowPtr behindWindow) {
+  if (!DataOf(theWindow) || theWindow == behindWindow) return;
+  if (behindWindow && !DataOf(behindWindow)) return;
+  WindowPtr front = FrontWindow();
+  if (State().selected == theWindow) State().selected = nullptr;
+  Unlink(theWindow);
+  // The list keeps its three groups: a window never leaves its own. Behind a
+  // window of an earlier group is the front of the window's group; behind
+  // none, or behind one of a later group, is its end.
+  int group = GroupOf(theWindow);
+  int behindGroup = behindWindow ? GroupOf(behindWindow) : 3;
+  if (behindGroup < group) {
+    MoveToFrontOfGroup(theWindow);
+  } else if (behindGroup == group) {
+    LinkBefore(theWindow, AsPtr(Peek(behindWindow)->nextWindow));
+    PlaceInWin32Order(theWindow, behindWindow);
+  } else {
+    WindowPtr end = FirstOfGroup(group + 1);
+    WindowPtr last = PreviousOf(end);
+    LinkBefore(theWindow, end);
+    if (last && GroupOf(last) == group) {
+      PlaceInWin32Order(theWindow, last);
+    } else {
+      ++State().movingItself;
+      SetWindowPos(HwndOf(theWindow), HWND_BOTTOM, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      --State().movingItself;
+    }
+  }
+  WindowPtr newFront = FrontWindow();
+  if (newFront != front) MoveActivation(front, newFront);
+}
+
+KWE_API void KWE_CALL HiliteWindow(WindowPtr theWindow, Boolean fHilite) {
+  WindowPeek p = Peek(theWindow);
+  if (!DataOf(theWindow)) return;
+  bool on = fHilite != 0;
+  if (on && !kwe::events::ApplicationActive()) return;
+  if (bool(p->hilited) == on) return;
+  p->hilited = on;
+  HWND hwnd = HwndOf(theWindow);
+  if (p->visible && hwnd) {
+    SendMessageA(hwnd, WM_NCACTIVATE, on, 0);
+    SendMessageA(hwnd, WM_NCPAINT, 1, 0);
+  }
+  if (on && hwnd && (DataOf(theWindow)->moreFlags & kTakesFocusFlag)) SetFocus(hwnd);
+}
+
+KWE_API void KWE_CALL ShowHide(WindowPtr theWindow, Boolean showFlag) {
+  if (!DataOf(theWindow) || bool(Peek(theWindow)->visible) == (showFlag != 0)) return;
+  if (!showFlag && State().selected == theWindow) State().selected = nullptr;
+  ShowOrHide(theWindow, showFlag != 0, false);
+}
+
+KWE_API HWND KWE_CALL KWE_GethWnd(WindowPtr window) { return HwndOf(window); }
+
+KWE_API Boolean KWE_CALL KWE_GetwPtr(HWND hwnd, WindowPtr* window) {
+  WindowPtr w = WindowOfHwnd(hwnd);
+  if (window) *window = w;
+  return w != nullptr;
+}
+
+KWE_API WindowPtr KWE_CALL KWE_FocusWindow(void) {
+  for (HWND h = GetFocus(); h; h = GetParent(h))
+    if (WindowPtr w = WindowOfHwnd(h)) return w;
+  return FrontWindow();
+}
