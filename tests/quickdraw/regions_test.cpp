@@ -6,7 +6,6 @@
 #include "Memory.h"
 #include "OSUtils.h"
 #include "Quickdraw.h"
-#include "quickdraw/gdi_objects.h"
 #include "quickdraw/region_canvas.h"
 
 namespace {
@@ -232,41 +231,6 @@ TEST_F(Regions, SetOperationsObeyTheirLawsPixelByPixel) {
     }
     for (RgnHandle h : {a, b, dst}) DisposeRgn(h);
   }
-}
-
-// GDI objects stay flat: a region owns its Win32 region and gives it back.
-TEST_F(Regions, NoGdiObjectLeaksOverManyCycles) {
-  int before = LiveGdiObjects(kGdiRegion);
-  if (before < 0) GTEST_SKIP() << "no GDI handle table to count in";
-  // The count really moves: 50 regions kept on purpose show up.
-  HRGN kept[50];
-  for (HRGN& h : kept) h = CreateRectRgn(0, 0, 1, 1);
-  ASSERT_EQ(LiveGdiObjects(kGdiRegion), before + 50);
-  for (HRGN h : kept) DeleteObject(h);
-
-  RgnHandle a = RegionOf({{0, 0, 10, 20}});
-  RgnHandle b = RegionOf({{0, 0, 30, 10}});
-  SInt16 size = 12;
-  Rect box{0, 0, 16, 8};
-  UInt8 rows[16] = {0xF0, 0x0F};
-  BitMap bits{reinterpret_cast<Ptr>(rows), 1, box};
-  before = LiveGdiObjects(kGdiRegion);
-  for (int i = 0; i < 10000; ++i) {
-    RgnHandle r = NewRgn();
-    UnionRgn(a, b, r);
-    if (i % 100 == 0) {  // every kind on the way: mask, back to Win32, copies
-      BitMapToRegion(r, &bits);
-      UnionRgn(r, a, r);
-      CopyRgn(a, r);
-      InsetRgn(r, 1, 1);
-      size = RgnSize(r);
-    }
-    DisposeRgn(r);
-  }
-  EXPECT_EQ(LiveGdiObjects(kGdiRegion), before);
-  EXPECT_EQ(size, 12);
-  DisposeRgn(a);
-  DisposeRgn(b);
 }
 
 }  // namespace
