@@ -16,6 +16,7 @@
 #include "ToolUtils.h"
 #include "UnsupportedCalls.h"
 #include "files/files_fixture.h"
+#include "support/temp_tree.h"
 #include "support/test_host.h"
 
 namespace {
@@ -264,31 +265,25 @@ TEST_F(Cursors, TheCacheHoldsAtMost135MadeCursors) {
   for (HCURSOR c : {made.front(), made.back()}) EXPECT_FALSE(Read(c).ok);
 }
 
+// Over the main window: hiding nests, showing stops at level 0, InitCursor
+// shows, obscuring hides once until the next show. Away from it obscuring
+// does nothing, and the session's end leaves the cursor shown.
 TEST_F(Cursors, HideShowAndObscureMoveTheDisplayCountAndAllocCursorReports) {
   MouseOverHost();
   int visible = DisplayCount();
-  HideCursor();
-  HideCursor();
-  EXPECT_EQ(DisplayCount(), visible - 2);
-  ShowCursor();
-  EXPECT_EQ(DisplayCount(), visible - 1);
-  ShowCursor();
-  ShowCursor();  // at level 0: nothing
-  EXPECT_EQ(DisplayCount(), visible);
-  HideCursor();
-  EXPECT_EQ(DisplayCount(), visible - 1) << "hidden again at once";
-  InitCursor();
-  EXPECT_EQ(DisplayCount(), visible);
-
-  ObscureCursor();
-  ObscureCursor();
-  EXPECT_EQ(DisplayCount(), visible - 1);
-  ShowCursor();
-  EXPECT_EQ(DisplayCount(), visible);
+  const struct {
+    void(KWE_CALL* call)();
+    int level;
+  } steps[] = {{HideCursor, -1},    {HideCursor, -2}, {ShowCursor, -1}, {ShowCursor, 0},
+               {ShowCursor, 0},     {HideCursor, -1}, {InitCursor, 0},  {ObscureCursor, -1},
+               {ObscureCursor, -1}, {ShowCursor, 0}};
+  for (const auto& step : steps) {
+    step.call();
+    EXPECT_EQ(DisplayCount(), visible + step.level) << "step " << &step - steps;
+  }
   MouseAway();
   ObscureCursor();
   EXPECT_EQ(DisplayCount(), visible) << "away from the main window";
-
   MouseOverHost();
   HideCursor();
   ObscureCursor();
@@ -307,22 +302,16 @@ class LargeCursors : public kwe_test::SessionTest {
   void SetUp() override {
     char temp[MAX_PATH];
     GetTempPathA(sizeof temp, temp);
-    dir_ = std::string(temp) + "kwe_mouse_" + std::to_string(GetCurrentProcessId());
+    dir_ = std::string(temp) + "kwe_mouse_" + std::to_string(GetCurrentProcessId()) + "\\";
     CreateDirectoryA(dir_.c_str(), nullptr);
-    HANDLE f = CreateFileA((dir_ + "\\MOUSE.INI").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                           0, nullptr);
-    const char text[] = "[WindowsPointer]\r\nPointerSize=large\r\n";
-    DWORD written = 0;
-    WriteFile(f, text, sizeof text - 1, &written, nullptr);
-    CloseHandle(f);
+    kwe_test::WriteRaw(dir_ + "MOUSE.INI", "[WindowsPointer]\r\nPointerSize=large\r\n");
     SetEnvironmentVariableA("MOUSE", dir_.c_str());
     SessionTest::SetUp();
   }
   void TearDown() override {
     SessionTest::TearDown();
     SetEnvironmentVariableA("MOUSE", nullptr);
-    DeleteFileA((dir_ + "\\MOUSE.INI").c_str());
-    RemoveDirectoryA(dir_.c_str());
+    kwe_test::RemoveTree(dir_);
   }
   std::string dir_;
 };

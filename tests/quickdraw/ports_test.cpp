@@ -154,22 +154,16 @@ TEST_F(Ports, SixtyFourthPortFailsWithMemFullAndStaysHarmless) {
 TEST_F(Ports, LinesCoverEveryPixelThePenTouches) {
   MoveTo(10, 10);
   LineTo(20, 10);  // both ends included
-  EXPECT_EQ(canvas.Row(10, 8, 23), "..###########..");
-  EXPECT_EQ(canvas.Row(11, 8, 23), "...............");
+  EXPECT_EQ(canvas.Rows(9, 12, 8, 23), "...............|..###########..|...............|");
   MoveTo(30, 30);
   LineTo(30, 30);  // a 1 by 1 pen at one point is one pixel
-  EXPECT_EQ(canvas.Row(30, 29, 32), ".#.");
-  EXPECT_EQ(canvas.Row(31, 29, 32), "...");
+  EXPECT_EQ(canvas.Rows(29, 32, 29, 32), "...|.#.|...|");
 
   // The pen hangs below and to the right of the point.
-  canvas.Clear();
   PenSize(3, 2);
   MoveTo(10, 40);
   LineTo(14, 40);
-  EXPECT_EQ(canvas.Row(39, 8, 19), "...........");
-  EXPECT_EQ(canvas.Row(40, 8, 19), "..#######..");
-  EXPECT_EQ(canvas.Row(41, 8, 19), "..#######..");
-  EXPECT_EQ(canvas.Row(42, 8, 19), "...........");
+  EXPECT_EQ(canvas.Rows(39, 43, 8, 19), "...........|..#######..|..#######..|...........|");
 
   // A diagonal with a wide pen sweeps the pen from one end to the other.
   canvas.Clear();
@@ -222,8 +216,7 @@ TEST_F(Ports, PenVisibilityModeAndPatternDecideWhatIsDrawn) {
   LineTo(15, 30);
   MoveTo(0, 31);
   LineTo(15, 31);
-  EXPECT_EQ(canvas.Row(30, 0, 8), "#.#.#.#.");
-  EXPECT_EQ(canvas.Row(31, 0, 8), ".#.#.#.#");
+  EXPECT_EQ(canvas.Rows(30, 32, 0, 8), "#.#.#.#.|.#.#.#.#|");
 }
 
 // SetOrigin moves the port rectangle to the new origin, keeping its size.
@@ -255,55 +248,39 @@ TEST_F(Ports, OriginAndClipShiftWhatTheDeviceSees) {
   DisposeRgn(got);
 }
 
-TEST_F(Ports, CoordinatesFollowTheWindowAndTheOrigin) {
+// A port on a window's DC: local coordinates follow the window and the
+// origin. With brush alignment on, a pattern lines up with the screen rather
+// than with the window: a client area starting on an odd screen diagonal
+// shifts the gray pattern by one pixel.
+TEST_F(Ports, WindowPortsFollowTheWindowsPlaceOnTheScreen) {
   ShowWindow(mainWindow, SW_SHOWNORMAL);
-  HDC dc = GetDC(mainWindow);
-  GrafPort other;
-  OpenPort(&other);
-  KWE_SwaphDC(dc, true);
   POINT client{0, 0};
-  ClientToScreen(mainWindow, &client);
-  Point p = Pt(0, 0);
-  LocalToGlobal(&p);
-  EXPECT_EQ(p.h, client.x);
-  EXPECT_EQ(p.v, client.y);
-  SetOrigin(50, 20);
-  p = Pt(50, 20);
-  LocalToGlobal(&p);
-  EXPECT_EQ(p.h, client.x);
-  EXPECT_EQ(p.v, client.y);
-  p = Pt(client.x + 5, client.y + 7);
-  GlobalToLocal(&p);
-  EXPECT_EQ(p.h, 55);
-  EXPECT_EQ(p.v, 27);
-  // Drawing lands in the window.
-  MoveTo(52, 22);
-  LineTo(52, 22);
-  GdiFlush();
-  EXPECT_EQ(GetPixel(dc, 2, 2), RGB(0, 0, 0));
-  KWE_SwaphDC(dc, false);
-  ClosePort(&other);
-  ReleaseDC(mainWindow, dc);
-}
-
-// With brush alignment on, a pattern lines up with the screen rather than
-// with the window: a window whose client area starts on an odd screen
-// diagonal shifts the gray pattern by one pixel.
-TEST_F(Ports, BrushAlignmentFollowsTheScreenPosition) {
-  ShowWindow(mainWindow, SW_SHOWNORMAL);
-  for (int x = 40; x < 42; ++x) {
+  for (int x = 40; x < 42 && (client.x + client.y) % 2 == 0; ++x) {
     SetWindowPos(mainWindow, HWND_TOP, x, 40, 300, 200, SWP_SHOWWINDOW);
-    POINT client{0, 0};
+    client = POINT{0, 0};
     ClientToScreen(mainWindow, &client);
-    if ((client.x + client.y) % 2) break;
   }
-  POINT client{0, 0};
-  ClientToScreen(mainWindow, &client);
   ASSERT_EQ((client.x + client.y) % 2, 1);
   HDC dc = GetDC(mainWindow);
   GrafPort other;
   OpenPort(&other);
   KWE_SwaphDC(dc, true);
+  Point p = Pt(0, 0);
+  LocalToGlobal(&p);
+  EXPECT_TRUE(EqualPt(p, Pt(client.x, client.y)));
+  SetOrigin(50, 20);
+  p = Pt(50, 20);
+  LocalToGlobal(&p);
+  EXPECT_TRUE(EqualPt(p, Pt(client.x, client.y)));
+  p = Pt(client.x + 5, client.y + 7);
+  GlobalToLocal(&p);
+  EXPECT_TRUE(EqualPt(p, Pt(55, 27)));
+  MoveTo(52, 22);
+  LineTo(52, 22);
+  GdiFlush();
+  EXPECT_EQ(GetPixel(dc, 2, 2), RGB(0, 0, 0)) << "drawing lands in the window";
+
+  SetOrigin(0, 0);
   PenPat(&vars.gray);
   auto blackAt = [&](int x, int y) { return GetPixel(dc, x, y) == RGB(0, 0, 0); };
   MoveTo(0, 10);
@@ -403,10 +380,7 @@ TEST_F(Ports, PenStateRoundTrips) {
   MoveTo(0, 0);
   SetPenState(&saved);
   Line(4, 0);
-  EXPECT_EQ(canvas.Row(3, 0, 10), "..........");
-  EXPECT_EQ(canvas.Row(4, 0, 10), "....#.#.#.");
-  EXPECT_EQ(canvas.Row(5, 0, 10), "...#.#.#..");
-  EXPECT_EQ(canvas.Row(7, 0, 10), "..........");
+  EXPECT_EQ(canvas.Rows(3, 8, 0, 10), "..........|....#.#.#.|...#.#.#..|....#.#.#.|..........|");
   ClosePort(&port);
 
   CGrafPort colour;
@@ -436,19 +410,16 @@ TEST_F(Ports, PointCalls) {
   AddPt(Pt(1, 2), &p);
   EXPECT_TRUE(EqualPt(p, Pt(11, 22)));
   SubPt(Pt(32767, 0), &p);  // word arithmetic wraps
-  EXPECT_EQ(p.h, SInt16(11 - 32767));
+  EXPECT_TRUE(EqualPt(p, Pt(SInt16(11 - 32767), 22)));
   SetPt(&p, 7, 8);
-  EXPECT_EQ(p.v, 8);
-  Rect r;
+  EXPECT_TRUE(EqualPt(p, Pt(7, 8)));
+  Rect r, src{0, 0, 10, 20}, dst{0, 0, 30, 10}, flat{0, 0, 10, 0}, three{0, 0, 3, 3},
+      two{0, 0, 2, 2};
   Pt2Rect(Pt(30, 5), Pt(10, 50), &r);
-  EXPECT_EQ(r.left, 10);
-  EXPECT_EQ(r.bottom, 50);
-  Rect src{0, 0, 10, 20}, dst{0, 0, 30, 10};
+  EXPECT_EQ(std::make_tuple(r.top, r.left, r.bottom, r.right), std::make_tuple(5, 10, 50, 30));
   p = Pt(4, 5);
   ScalePt(&p, &src, &dst);
-  EXPECT_EQ(p.h, 2);
-  EXPECT_EQ(p.v, 15);
-  Rect flat{0, 0, 10, 0}, three{0, 0, 3, 3}, two{0, 0, 2, 2};
+  EXPECT_TRUE(EqualPt(p, Pt(2, 15)));
   p = Pt(4, 5);
   MapPt(&p, &flat, &dst);
   EXPECT_EQ(p.h, 0);
@@ -457,22 +428,28 @@ TEST_F(Ports, PointCalls) {
   EXPECT_TRUE(EqualPt(p, Pt(1, 1)));
 }
 
-using LineProc = void(KWE_CALL*)(Point);
-int g_lineCalls = 0;
+int g_lineCalls = 0, g_rectCalls = 0;
 Point g_lastLineEnd;
 void KWE_CALL CountingLineProc(Point to) {
   ++g_lineCalls;
   g_lastLineEnd = to;
   StdLine(to);  // draws once, without calling this procedure again
 }
+void KWE_CALL CountingRectProc(SInt16 verb, const Rect* r) {
+  ++g_rectCalls;
+  StdRect(verb, r);
+}
 
-TEST_F(Ports, ApplicationLineProcedureSeesEveryLine) {
+// The port's own procedures see every line and rectangle and may draw them
+// through the standard ones.
+TEST_F(Ports, ApplicationProceduresSeeEveryLineAndRectangle) {
   QDProcs procs;
   SetStdProcs(&procs);
   auto stdLine =
       reinterpret_cast<ProcPtr>(GetProcAddress(GetModuleHandleA("KWEJMP.dll"), "StdLine"));
   EXPECT_EQ(procs.lineProc, stdLine);
   procs.lineProc = reinterpret_cast<ProcPtr>(&CountingLineProc);
+  procs.rectProc = reinterpret_cast<ProcPtr>(&CountingRectProc);
   port.grafProcs = &procs;
   MoveTo(1, 1);
   LineTo(9, 1);
@@ -480,10 +457,15 @@ TEST_F(Ports, ApplicationLineProcedureSeesEveryLine) {
   EXPECT_EQ(g_lineCalls, 2);
   EXPECT_EQ(g_lastLineEnd.v, 6);
   EXPECT_EQ(canvas.Row(1, 0, 11), ".#########.");
-  EXPECT_EQ(procs.lineProc, reinterpret_cast<ProcPtr>(&CountingLineProc));
+  Rect r{10, 1, 14, 5};
+  PaintRect(&r);
+  FillRect(&r, &vars.gray);
+  EXPECT_EQ(g_rectCalls, 2);
+  EXPECT_EQ(BlackIn(0, 10, 8, 14), 8);  // the gray fill last
   port.grafProcs = nullptr;
 }
 
+// Framed shapes in a recording are cut out of it (exclusive-or).
 TEST_F(Ports, RegionRecordingTracesThePen) {
   OpenRgn();
   OpenRgn();  // starting again drops the first recording
@@ -491,14 +473,17 @@ TEST_F(Ports, RegionRecordingTracesThePen) {
   LineTo(50, 10);
   LineTo(10, 50);
   LineTo(10, 10);
+  Rect hole{15, 15, 20, 20};
+  FrameRect(&hole);
   RgnHandle triangle = NewRgn();
   CloseRgn(triangle);
   EXPECT_EQ(canvas.Row(10, 0, 64), std::string(64, '.'));  // the pen was hidden
-  EXPECT_TRUE(PtInRgn(Pt(15, 15), triangle));
+  EXPECT_TRUE(PtInRgn(Pt(12, 12), triangle));
+  EXPECT_FALSE(PtInRgn(Pt(17, 17), triangle));
   EXPECT_FALSE(PtInRgn(Pt(45, 45), triangle));
   EXPECT_EQ((**triangle).rgnBBox.right, 50);
   CloseRgn(triangle);  // no recording: nothing changes
-  EXPECT_TRUE(PtInRgn(Pt(15, 15), triangle));
+  EXPECT_TRUE(PtInRgn(Pt(12, 12), triangle));
   DisposeRgn(triangle);
 }
 
@@ -654,11 +639,10 @@ TEST_F(Shapes, RectanglesExcludeTheirBottomAndRightEdges) {
   PenSize(3, 2);
   r = R(30, 30, 50, 45);
   FrameRect(&r);
-  EXPECT_EQ(canvas.Row(30, 28, 52), "..####################..");
-  EXPECT_EQ(canvas.Row(31, 28, 52), "..####################..");
-  EXPECT_EQ(canvas.Row(32, 28, 52), "..###..............###..");
-  EXPECT_EQ(canvas.Row(43, 28, 52), "..####################..");
-  EXPECT_EQ(canvas.Row(45, 28, 52), "........................");
+  EXPECT_EQ(canvas.Rows(30, 33, 28, 52),
+            "..####################..|..####################..|..###..............###..|");
+  EXPECT_EQ(canvas.Rows(43, 46, 28, 52),
+            "..####################..|..####################..|........................|");
 
   // Empty and inverted rectangles draw nothing.
   canvas.Clear();
@@ -672,8 +656,7 @@ TEST_F(Shapes, VerbsUseTheirPatternsAndColours) {
   Rect r = R(0, 0, 8, 2);
   BackPat(&vars.gray);
   EraseRect(&r);
-  EXPECT_EQ(canvas.Row(0, 0, 8), "#.#.#.#.");
-  EXPECT_EQ(canvas.Row(1, 0, 8), ".#.#.#.#");
+  EXPECT_EQ(canvas.Rows(0, 2, 0, 8), "#.#.#.#.|.#.#.#.#|");
   r = R(0, 4, 8, 5);
   FillRect(&r, &vars.ltGray);  // rows 88 22 ...: row 4 is 0x88
   EXPECT_EQ(canvas.Row(4, 0, 8), "#...#...");
@@ -900,50 +883,13 @@ TEST_F(Shapes, RegionsOfEveryKind) {
   RgnHandle mask = NewRgn();
   ASSERT_EQ(BitMapToRegion(mask, &bits), noErr);
   FillRgn(mask, &vars.black);
-  EXPECT_EQ(canvas.Row(48, 8, 16), "####....");
-  EXPECT_EQ(canvas.Row(49, 8, 16), "....####");
-  EXPECT_EQ(canvas.Row(52, 8, 16), "........");
-  EXPECT_EQ(canvas.Row(54, 8, 16), "########");
+  EXPECT_EQ(canvas.Rows(48, 56, 8, 16),
+            "####....|....####|####....|....####|........|........|########|########|");
   FrameRgn(mask);
   std::vector<std::string> reports = capture.Reports();
   ASSERT_EQ(reports.size(), 1u);
   EXPECT_NE(reports[0].find("FrameRgn - bitmap style"), std::string::npos);
   for (RgnHandle h : {ell, rect, mask}) DisposeRgn(h);
-}
-
-TEST_F(Shapes, FramedShapesAreCutOutOfARecordedRegion) {
-  OpenRgn();
-  MoveTo(0, 0);
-  LineTo(60, 0);
-  LineTo(0, 60);
-  LineTo(0, 0);
-  Rect hole = R(5, 5, 15, 15);
-  FrameRect(&hole);
-  RgnHandle shape = NewRgn();
-  CloseRgn(shape);
-  EXPECT_TRUE(PtInRgn(Point{3, 3}, shape));
-  EXPECT_FALSE(PtInRgn(Point{10, 10}, shape));  // exclusive-or cut it out
-  EXPECT_TRUE(PtInRgn(Point{20, 20}, shape));
-  DisposeRgn(shape);
-}
-
-int g_rectCalls = 0;
-void KWE_CALL CountingRectProc(SInt16 verb, const Rect* r) {
-  ++g_rectCalls;
-  StdRect(verb, r);
-}
-
-TEST_F(Shapes, ApplicationRectProcedureSeesEveryRectangle) {
-  QDProcs procs;
-  SetStdProcs(&procs);
-  procs.rectProc = reinterpret_cast<ProcPtr>(&CountingRectProc);
-  port.grafProcs = &procs;
-  Rect r = R(1, 1, 5, 5);
-  PaintRect(&r);
-  FillRect(&r, &vars.gray);
-  EXPECT_EQ(g_rectCalls, 2);
-  EXPECT_EQ(BlackIn(0, 0, 8, 8), 8);
-  port.grafProcs = nullptr;
 }
 
 }  // namespace

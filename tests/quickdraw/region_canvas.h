@@ -56,10 +56,16 @@ class Canvas {
     GdiFlush();
     for (int i = 0; i < size_ * size_; ++i) pixels_[i] = 0xFFFFFF;
   }
-  // The black pixels of row y (or column x), as a string of '#' and '.'.
+  // The black pixels of row y, as a string of '#' and '.'.
   std::string Row(int y, int from, int to) const {
     std::string s;
     for (int x = from; x < to; ++x) s += Pixel(x, y) == 0 ? '#' : '.';
+    return s;
+  }
+  // Rows top to bottom - 1 of the same columns, each followed by '|'.
+  std::string Rows(int top, int bottom, int from, int to) const {
+    std::string s;
+    for (int y = top; y < bottom; ++y) s += Row(y, from, to) + '|';
     return s;
   }
 

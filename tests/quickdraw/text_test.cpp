@@ -15,25 +15,21 @@
 #include "KWEPorts.h"
 #include "OSUtils.h"
 #include "Quickdraw.h"
+#include "files/files_fixture.h"
 #include "quickdraw/region_canvas.h"
 #include "support/temp_tree.h"
 
 namespace {
 
-using namespace kwe_test;
+using kwe_test::Canvas;
+using kwe_test::ReadRaw;
+using kwe_test::SessionTest;
 
 constexpr uint32_t kWhite = 0xFFFFFF;
 constexpr uint32_t kBlack = 0x000000;
 constexpr int kSize = 256;
 
-struct Pascal {
-  explicit Pascal(const std::string& s) {
-    bytes[0] = static_cast<unsigned char>(s.size());
-    std::memcpy(bytes + 1, s.data(), s.size());
-  }
-  operator ConstStr255Param() const { return bytes; }
-  unsigned char bytes[256] = {};
-};
+using Pascal = kwe_test::P;
 
 struct Box {
   int left = INT_MAX, top = INT_MAX, right = -1, bottom = -1;  // inclusive
@@ -493,31 +489,15 @@ class FontMapFiles : public Text {
   void TearDown() override {
     Text::TearDown();
     if (module) FreeLibrary(module);
-    RemoveTree(dir);
+    kwe_test::RemoveTree(dir);
   }
   void FillRecord(KWESessionRecord& r) override { r.instance = module; }
 
-  std::string MapFile() const {
-    HANDLE f = CreateFileA((dir + "kwefont.map").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                           OPEN_EXISTING, 0, nullptr);
-    if (f == INVALID_HANDLE_VALUE) return "(none)";
-    char buffer[8192];
-    DWORD got = 0;
-    ReadFile(f, buffer, sizeof buffer, &got, nullptr);
-    CloseHandle(f);
-    return std::string(buffer, got);
-  }
-  void WriteFile(const std::string& name, const std::string& text) {
-    HANDLE f =
-        CreateFileA((dir + name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD put = 0;
-    ::WriteFile(f, text.data(), DWORD(text.size()), &put, nullptr);
-    CloseHandle(f);
-  }
+  std::string MapFile() const { return ReadRaw(dir + "kwefont.map"); }
   // The map is read again at the first font use after the last port closed.
   void ReopenWithMap(const std::string& text) {
     ClosePort(&port);
-    WriteFile("kwefont.map", text);
+    kwe_test::WriteRaw(dir + "kwefont.map", text);
     OpenOnCanvas();
   }
   SInt16 Number(const char* name) {
@@ -528,7 +508,7 @@ class FontMapFiles : public Text {
   std::string Name(SInt16 number) {
     Str255 name;
     GetFontName(number, name);
-    return std::string(reinterpret_cast<char*>(name + 1), name[0]);
+    return kwe_test::Text(name);
   }
 
   std::string dir;
@@ -640,7 +620,7 @@ TEST_F(FontMapFiles, RasterFacesUseTheirOwnSizes) {
 // map begins and ends.
 TEST_F(FontMapFiles, HostsOpenFileSuppliesTheMap) {
   ClosePort(&port);
-  WriteFile("host.dat", "HEADER--monaco(4):Tahoma(Modern)\r\n--TRAILER(1):x(y)");
+  kwe_test::WriteRaw(dir + "host.dat", "HEADER--monaco(4):Tahoma(Modern)\r\n--TRAILER(1):x(y)");
   OSErr err = noErr;
   SInt16 slot = KWE_FHOpen((dir + "host.dat").c_str(), 0, &err);
   ASSERT_GT(slot, 0);
