@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <random>
 #include <string>
 #include <tuple>
 
@@ -90,32 +89,18 @@ TEST(FontMap, FiveHundredEntriesAtMostAndLongNamesCut) {
   EXPECT_EQ(std::strlen(longName.entries[0].macName), kMacFontNameCapacity - 1);
 }
 
-// Every prefix of a good map, and the map with bytes overwritten at random
-// (fixed seed), parses to no more entries than the whole and writes out a
-// map that reads back the same.
-TEST(FontMap, TruncatedAndCorruptedMapsStayWithinBounds) {
+// Every prefix of a good map parses to no more entries than the whole, and
+// to no fewer than a shorter prefix. (Damaged maps are the fuzz target's.)
+TEST(FontMap, TruncatedMapsKeepTheEntriesTheyHold) {
   std::string text = WriteFontMap(BuiltInFontMap());
   size_t previous = 0;
   for (size_t n = 0; n <= text.size(); ++n) {
     FontMap map = Parse(text.substr(0, n));
-    ASSERT_GE(map.entries.size(), previous);
-    ASSERT_LE(map.entries.size(), 17u);
+    ASSERT_GE(map.entries.size(), previous) << n;
+    ASSERT_LE(map.entries.size(), 17u) << n;
     previous = map.entries.size();
   }
-  std::mt19937 random(1234);
-  for (int round = 0; round < 2000; ++round) {
-    std::string damaged = text;
-    for (int k = 0; k < 4; ++k)
-      damaged[random() % damaged.size()] = static_cast<char>(random() & 0xFF);
-    FontMap map = Parse(damaged);
-    ASSERT_LE(map.entries.size(), 17u) << round;
-    FontMap again = Parse(WriteFontMap(map));
-    ASSERT_EQ(again.entries.size(), map.entries.size()) << round;
-    for (size_t i = 0; i < map.entries.size(); ++i) {
-      ASSERT_EQ(again.entries[i].number, map.entries[i].number) << round;
-      ASSERT_EQ(again.entries[i].family, map.entries[i].family) << round;
-    }
-  }
+  EXPECT_EQ(previous, 17u);
 }
 
 }  // namespace

@@ -23,11 +23,10 @@
 namespace {
 
 using kwe_test::Canvas;
+using kwe_test::kBlack;
+using kwe_test::kWhite;
 using kwe_test::ReadRaw;
-using kwe_test::SessionTest;
 
-constexpr uint32_t kWhite = 0xFFFFFF;
-constexpr uint32_t kBlack = 0x000000;
 constexpr int kSize = 256;
 
 using Pascal = kwe_test::P;
@@ -62,32 +61,13 @@ LOGFONTA FontIn(HDC dc) {
   return lf;
 }
 
-class Text : public SessionTest {
+class Text : public kwe_test::PortTest {
  protected:
   void SetUp() override {
-    SessionTest::SetUp();
-    InitGraf(&screen);
-    OpenOnCanvas();
+    PortTest::SetUp();
     TextFont(geneva);
     TextSize(24);
   }
-  void TearDown() override {
-    ClosePort(&port);
-    SessionTest::TearDown();
-  }
-  void OpenOnCanvas() {
-    OpenPort(&port);
-    KWE_SwaphDC(canvas.Dc(), true);
-    canvas.Clear();
-  }
-  Point Pen() {
-    Point p;
-    GetPen(&p);
-    return p;
-  }
-  GrafPtr screen = nullptr;
-  GrafPort port{};
-  Canvas canvas{kSize};
 };
 
 TEST_F(Text, StringsStandOnTheBaselineAndMoveThePenByTheirWidth) {
@@ -162,7 +142,7 @@ TEST_F(Text, StyleBitsMakeTheFontBoldItalicUnderlinedAndStruckOut) {
   EXPECT_GT(StringWidth(s), plain);
 }
 
-TEST_F(Text, MacintoshCharactersAreDrawnAsTheirAnsiCounterparts) {
+TEST_F(Text, MacintoshCharactersAreDrawnAsTheirAnsiCounterpartsOrTheLibrarysBitmap) {
   MoveTo(10, 50);
   DrawChar(0xA5);  // the bullet, ANSI 0x95
   MoveTo(60, 50);
@@ -180,6 +160,20 @@ TEST_F(Text, MacintoshCharactersAreDrawnAsTheirAnsiCounterparts) {
   EXPECT_FALSE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
   EXPECT_EQ(Ink(canvas), Ink(reference));
   EXPECT_EQ(CharWidth(0xA5), bullet.cx);
+
+  // The command key (18) comes from the library's own bitmap.
+  canvas.Clear();
+  FontInfo info;
+  GetFontInfo(&info);
+  MoveTo(30, 60);
+  DrawChar(18);
+  EXPECT_EQ(canvas.Row(49, 29, 43), "..##.....##...");
+  EXPECT_EQ(canvas.Row(52, 29, 43), "..#########...");
+  EXPECT_EQ(canvas.Row(55, 29, 43), "....#...#.....");
+  EXPECT_EQ(canvas.Row(59, 29, 43), "..##.....##...");
+  EXPECT_EQ(canvas.Row(60, 29, 43), "..............");
+  EXPECT_EQ(Pen().h, 30 + std::min<int>(info.widMax, 12));
+  EXPECT_EQ(CharWidth(18), std::min<int>(info.widMax, 12));
 }
 
 // The pixels GDI inks for text in a 1-bit bitmap, which is how the modes
@@ -254,20 +248,6 @@ TEST_F(Text, TransferModesCombineTheInkTheToolboxWay) {
   DrawString(s);
   EXPECT_TRUE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
   EXPECT_EQ(Pen().h, 10 + StringWidth(s));
-}
-
-TEST_F(Text, CommandKeyComesFromTheLibraryBitmap) {
-  FontInfo info;
-  GetFontInfo(&info);
-  MoveTo(30, 60);
-  DrawChar(18);
-  EXPECT_EQ(canvas.Row(49, 29, 43), "..##.....##...");
-  EXPECT_EQ(canvas.Row(52, 29, 43), "..#########...");
-  EXPECT_EQ(canvas.Row(55, 29, 43), "....#...#.....");
-  EXPECT_EQ(canvas.Row(59, 29, 43), "..##.....##...");
-  EXPECT_EQ(canvas.Row(60, 29, 43), "..............");
-  EXPECT_EQ(Pen().h, 30 + std::min<int>(info.widMax, 12));
-  EXPECT_EQ(CharWidth(18), std::min<int>(info.widMax, 12));
 }
 
 TEST_F(Text, SpaceExtraWidensEverySpace) {
@@ -486,16 +466,6 @@ class FontMapFiles : public Text {
   HMODULE module = nullptr;
 };
 
-TEST_F(FontMapFiles, MissingMapIsWrittenFromTheBuiltInOne) {
-  std::string map = MapFile();
-  EXPECT_EQ(map.substr(0, 29), "systemFont(0):System(Swiss)\r\n");
-  EXPECT_EQ(std::count(map.begin(), map.end(), '\n'), 17);
-  EXPECT_NE(map.find("geneva(3):Arial(Swiss)\r\n"), std::string::npos);
-  EXPECT_EQ(Number("TIMES"), 20);
-  EXPECT_EQ(Number("noSuchFont"), 0);
-  GetFNum(Pascal("times"), nullptr);
-}
-
 TEST_F(FontMapFiles, MapLinesPutNumbersOnTheirFirstInstalledFace) {
   char installed[LF_FACESIZE] = "";
   DrawChar('x');
@@ -527,9 +497,18 @@ TEST_F(FontMapFiles, MapLinesPutNumbersOnTheirFirstInstalledFace) {
   EXPECT_FALSE(InkBox(canvas, 0, 0, kSize, kSize).Empty());
 }
 
-TEST_F(FontMapFiles, MalformedLineEndsTheMapAndGarbageGivesTheBuiltInOne) {
-  std::string map =
-      "geneva(3):Tahoma(Swiss)\r\nbroken(4:Courier New(Modern)\r\ntimes(20):Tahoma(Roman)\r\n";
+// A program without a map gets the built-in one written beside it; a
+// malformed line ends a map, a map with no line at all is replaced by the
+// built-in one.
+TEST_F(FontMapFiles, MissingOrUnreadableMapsGiveTheBuiltInOne) {
+  std::string map = MapFile();
+  EXPECT_EQ(map.substr(0, 29), "systemFont(0):System(Swiss)\r\n");
+  EXPECT_EQ(std::count(map.begin(), map.end(), '\n'), 17);
+  EXPECT_EQ(Number("TIMES"), 20);
+  EXPECT_EQ(Number("noSuchFont"), 0);
+  GetFNum(Pascal("times"), nullptr);
+
+  map = "geneva(3):Tahoma(Swiss)\r\nbroken(4:Courier New(Modern)\r\ntimes(20):Tahoma(Roman)\r\n";
   ReopenWithMap(map);
   EXPECT_EQ(Number("geneva"), 3);
   EXPECT_EQ(Number("times"), 0);
@@ -542,26 +521,6 @@ TEST_F(FontMapFiles, MalformedLineEndsTheMapAndGarbageGivesTheBuiltInOne) {
   ReopenWithMap(std::string("geneva(3):Tahoma(Swiss)\r\ntimes(20):Tahoma(Roman)\r\n", 40));
   EXPECT_EQ(Number("geneva"), 3);
   EXPECT_EQ(Number("times"), 0);
-}
-
-// System values 8, 9 and 10: a file the host opened, and where in it the
-// map begins and ends.
-TEST_F(FontMapFiles, HostsOpenFileSuppliesTheMap) {
-  ClosePort(&port);
-  kwe_test::WriteRaw(dir + "host.dat", "HEADER--monaco(4):Tahoma(Modern)\r\n--TRAILER(1):x(y)");
-  OSErr err = noErr;
-  SInt16 slot = KWE_FHOpen((dir + "host.dat").c_str(), 0, &err);
-  ASSERT_GT(slot, 0);
-  KWE_SystemValue(1, 8, slot);
-  KWE_SystemValue(1, 9, 8);
-  KWE_SystemValue(1, 10, 34);
-  OpenOnCanvas();
-  EXPECT_EQ(Number("monaco"), 4);
-  EXPECT_EQ(Number("times"), 0);
-  EXPECT_EQ(Number("--TRAILER"), 0) << "the map ends where system value 10 says";
-  EXPECT_EQ(KWE_FHLSeek(slot, 0, 1), 0) << "the host's mark is put back";
-  KWE_FHClose(slot);
-  KWE_SystemValue(1, 8, -1);
 }
 
 }  // namespace
