@@ -149,10 +149,8 @@ TEST_F(Cursors, ConversionKeepsMacPixelsAndMarksTheCacheSlot) {
   const Kind row0[8] = {kBlack, kBlack, kInverted,    kInverted,
                         kWhite, kWhite, kTransparent, kTransparent};
   for (int x = 0; x < 8; ++x) EXPECT_EQ(p.At(x, 0), row0[x]) << x;
-  for (int at : {8, 16, 31}) {
-    EXPECT_EQ(p.At(at, 0), kTransparent) << at;
-    EXPECT_EQ(p.At(0, at), kTransparent) << at;
-  }
+  for (int at : {8, 16, 31})
+    EXPECT_TRUE(p.At(at, 0) == kTransparent && p.At(0, at) == kTransparent) << at;
 
   // Out to Macintosh order (a write-back) the mark goes and the cursor
   // waits: the same image coming back gets the same cursor.
