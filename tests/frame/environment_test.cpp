@@ -1,74 +1,60 @@
-// What the application learns of its machine and its time, and the
-// library's system values.
+// What the application learns of its machine, its time and its documents
+// (the Segment Loader), and the library's system values.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "Files.h"
 #include "Gestalt.h"
 #include "OSUtils.h"
 #include "Processes.h"
+#include "SegLoad.h"
+#include "support/temp_tree.h"
 #include "support/test_host.h"
 
 namespace {
 
-constexpr OSType Code(const char (&s)[5]) {
-  return (OSType(UInt8(s[0])) << 24) | (OSType(UInt8(s[1])) << 16) | (OSType(UInt8(s[2])) << 8) |
-         OSType(UInt8(s[3]));
-}
-
 class EnvironmentTest : public kwe_test::SessionTest {};
 
-TEST_F(EnvironmentTest, GestaltAnswersItsTableAndRefusesOtherSelectors) {
-  struct {
-    OSType selector;
-    SInt32 response;
-  } const answers[] = {
-      {Code("vers"), 1},  {Code("mach"), 11},     {Code("sysv"), 0x0605}, {Code("proc"), 4},
-      {Code("fpu "), -1}, {Code("qd  "), 0x0200}, {Code("kbd "), 4},      {Code("atlk"), 0},
-      {Code("scri"), 1},  {Code("te  "), 1},      {Code("alis"), 0},
-  };
-  for (const auto& a : answers) {
-    SInt32 response = 0x5A5A5A5A;
-    EXPECT_EQ(Gestalt(a.selector, &response), noErr) << std::hex << a.selector;
-    EXPECT_EQ(response, a.response) << std::hex << a.selector;
-  }
-  SInt32 response = 0x5A5A5A5A;
-  EXPECT_EQ(Gestalt(Code("abcd"), &response), -5550);
-  EXPECT_EQ(response, 0);
-  EXPECT_EQ(Gestalt(0, &response), -5550);
-}
-
-TEST_F(EnvironmentTest, SysEnvironsAndEnvironsDescribeTheMachine) {
-  SysEnvRec world;
-  std::memset(&world, 0x5A, sizeof world);
+// The three ways of asking tell one story; unknown selectors are refused
+// with a zero response.
+TEST_F(EnvironmentTest, GestaltSysEnvironsAndEnvironsAgree) {
+  SysEnvRec world{};
   EXPECT_EQ(SysEnvirons(2, &world), noErr);
   EXPECT_EQ(world.environsVersion, 2);
-  EXPECT_EQ(world.machineType, 4);
-  EXPECT_EQ(world.systemVersion, 0x0605);
-  EXPECT_EQ(world.processor, 0);
-  EXPECT_EQ(world.hasFPU, 1);
-  EXPECT_EQ(world.hasColorQD, 1);
-  EXPECT_EQ(world.keyBoardType, 0);
-  EXPECT_EQ(world.atDrvrVersNum, 0);
-  EXPECT_EQ(world.sysVRefNum, 0);
+  EXPECT_EQ(SysEnvirons(2, nullptr), paramErr);
   SInt16 rom = 0, machine = 0;
   Environs(&rom, &machine);
-  EXPECT_EQ(rom, 0x0605);
-  EXPECT_EQ(machine, 1);
-  EXPECT_EQ(SetCurrentA5(), 0);
-  EXPECT_EQ(SetA5(0x1234), 0);
+  SInt32 version = 0, fpu = 0;
+  EXPECT_EQ(Gestalt(0x73797376 /* 'sysv' */, &version), noErr);
+  EXPECT_EQ(Gestalt(0x66707520 /* 'fpu ' */, &fpu), noErr);
+  EXPECT_EQ(version, 0x0605);
+  EXPECT_EQ(world.systemVersion, version);
+  EXPECT_EQ(rom, version);
+  EXPECT_EQ(world.hasFPU, fpu != 0);
+  for (OSType unknown : {OSType(0x61626364) /* 'abcd' */, OSType(0)}) {
+    SInt32 response = 0x5A5A5A5A;
+    EXPECT_EQ(Gestalt(unknown, &response), -5550) << std::hex << unknown;
+    EXPECT_EQ(response, 0);
+  }
+}
 
-  // EqualString compares the length, then the bytes; diacriticals always count.
-  const unsigned char abc[] = "\003abc", ABC[] = "\003ABC", abcd[] = "\004abcd";
-  const unsigned char accented[] = "\003ab\x8E", empty[] = "\000";
-  EXPECT_TRUE(EqualString(abc, ABC, false, false));
-  EXPECT_FALSE(EqualString(abc, ABC, true, false));
-  EXPECT_FALSE(EqualString(abc, abcd, false, false));
-  EXPECT_FALSE(EqualString(abc, accented, false, false));
-  EXPECT_TRUE(EqualString(empty, empty, true, true));
+// Lengths first, then the bytes; case only when asked, diacriticals always.
+TEST_F(EnvironmentTest, EqualStringComparesLengthThenBytes) {
+  const unsigned char abc[] = "\003abc", ABC[] = "\003ABC", abcd[] = "\004abcd",
+                      accented[] = "\003ab\x8E", empty[] = "\000";
+  const struct {
+    const unsigned char *a, *b;
+    bool caseSensitive, equal;
+  } cases[] = {{abc, ABC, false, true},       {abc, ABC, true, false},
+               {abc, abcd, false, false},     {abcd, abc, false, false},
+               {abc, accented, false, false}, {empty, empty, true, true},
+               {abc, nullptr, false, false},  {nullptr, nullptr, true, true}};
+  for (const auto& c : cases)
+    EXPECT_EQ(EqualString(c.a, c.b, c.caseSensitive, false), c.equal) << "case " << &c - cases;
 }
 
 // Seconds from 1601 to 1904, to read the local clock by another route.
@@ -80,10 +66,9 @@ TEST_F(EnvironmentTest, DateTimeIsLocalSecondsSince1904) {
   FILETIME file;
   SystemTimeToFileTime(&local, &file);
   uint64_t seconds = ((uint64_t(file.dwHighDateTime) << 32) | file.dwLowDateTime) / 10000000ull;
-  UInt32 expected = static_cast<UInt32>(seconds - kSeconds1601To1904);
   UInt32 secs = 0;
   GetDateTime(&secs);
-  EXPECT_NEAR(double(secs), double(expected), 2.0);
+  EXPECT_NEAR(double(secs), double(seconds - kSeconds1601To1904), 2.0);
 
   DateTimeRec d;
   GetTime(&d);
@@ -91,28 +76,33 @@ TEST_F(EnvironmentTest, DateTimeIsLocalSecondsSince1904) {
   EXPECT_EQ(d.year, local.wYear);
   EXPECT_EQ(d.month, local.wMonth);
   EXPECT_EQ(d.day, local.wDay);
-  EXPECT_EQ(d.dayOfWeek, local.wDayOfWeek + 1);
-  EXPECT_GE(d.dayOfWeek, 1);
-  EXPECT_LE(d.dayOfWeek, 7);
+  EXPECT_EQ(d.dayOfWeek, local.wDayOfWeek + 1) << "Sunday is 1";
 }
 
+// A window of the host's whose procedure counts the WM_USER messages.
 int g_dispatched;
-LRESULT CALLBACK CountingProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  if (m == WM_USER + 7) ++g_dispatched;
+UINT g_lastMessage;
+LRESULT CALLBACK ProbeProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m >= WM_USER) {
+    ++g_dispatched;
+    g_lastMessage = m;
+  }
   return DefWindowProcA(w, m, wp, lp);
 }
 
-HWND CountingWindow() {
+HWND ProbeWindow() {
   WNDCLASSA wc{};
-  wc.lpfnWndProc = CountingProc;
+  wc.lpfnWndProc = ProbeProc;
   wc.hInstance = kwe_test::TestInstance();
-  wc.lpszClassName = "KWEDelayProbe";
+  wc.lpszClassName = "KWEProbe";
   RegisterClassA(&wc);
-  return CreateWindowA("KWEDelayProbe", "", 0, 0, 0, 1, 1, nullptr, nullptr, wc.hInstance, nullptr);
+  return CreateWindowA("KWEProbe", "", 0, 0, 0, 1, 1, nullptr, nullptr, wc.hInstance, nullptr);
 }
 
-TEST_F(EnvironmentTest, ShortDelayWaitsWithoutDispatching) {
-  HWND probe = CountingWindow();
+// Under 21 ticks Delay only watches the clock; from 21 on it keeps the
+// windows alive, without messages stretching the wait.
+TEST_F(EnvironmentTest, DelayPumpsMessagesOnlyWhenLong) {
+  HWND probe = ProbeWindow();
   g_dispatched = 0;
   PostMessageA(probe, WM_USER + 7, 0, 0);
   DWORD before = GetTickCount();
@@ -124,19 +114,13 @@ TEST_F(EnvironmentTest, ShortDelayWaitsWithoutDispatching) {
   EXPECT_EQ(g_dispatched, 0);
   EXPECT_NEAR(double(final), double(GetTickCount() >> 4), 2.0);
   EXPECT_EQ(vars.Ticks, static_cast<UInt32>(final));
-  DestroyWindow(probe);
-}
 
-TEST_F(EnvironmentTest, LongDelayKeepsWindowsAlive) {
-  HWND probe = CountingWindow();
-  g_dispatched = 0;
-  PostMessageA(probe, WM_USER + 7, 0, 0);
-  DWORD before = GetTickCount();
+  before = GetTickCount();
   Delay(30, nullptr);
-  DWORD elapsed = GetTickCount() - before;
+  elapsed = GetTickCount() - before;
   EXPECT_EQ(g_dispatched, 1);
   EXPECT_GE(elapsed, 29u * 16);
-  EXPECT_LT(elapsed, 2000u);  // messages arriving midway do not stretch it
+  EXPECT_LT(elapsed, 2000u);
   DestroyWindow(probe);
   before = GetTickCount();
   SysBeep(3);
@@ -158,7 +142,7 @@ TEST_F(EnvironmentTest, NotificationNeedsAnIcon) {
 }
 
 TEST_F(EnvironmentTest, ProcessCallsKnowOneProcess) {
-  ProcessSerialNumber current{7, 7}, front{9, 9};
+  ProcessSerialNumber current{7, 7}, front{9, 9}, other{0, 1};
   EXPECT_EQ(GetCurrentProces(&current), noErr);
   EXPECT_EQ(current.highLongOfPSN, 0u);
   EXPECT_EQ(current.lowLongOfPSN,
@@ -167,7 +151,6 @@ TEST_F(EnvironmentTest, ProcessCallsKnowOneProcess) {
   Boolean same = false;
   EXPECT_EQ(SameProcess(&current, &front, &same), noErr);
   EXPECT_TRUE(same);
-  ProcessSerialNumber other{0, 1};
   EXPECT_EQ(SameProcess(&current, &other, &same), noErr);
   EXPECT_FALSE(same);
   EXPECT_EQ(GetNextProcess(&other), -600);
@@ -180,37 +163,137 @@ TEST_F(EnvironmentTest, ProcessCallsKnowOneProcess) {
   EXPECT_EQ(LaunchApplication(&block), fnfErr);
 }
 
-enum { kGet = 0, kSet = 1 };
+constexpr OSType kText = 0x54455854;  // 'TEXT'
 
-// Setting answers the previous value and any operation but set only reads;
-// indexes outside the table and unassigned ones answer zero; the scroll bar
-// sizes follow the system and cannot be set.
-TEST(SystemValues, SetAnswersThePreviousValueAndOnlyAssignedIndexesHoldOne) {
-  EXPECT_EQ(KWE_SystemValue(kSet, 15, 4096), 0x2000);  // the small-block limit
-  EXPECT_EQ(KWE_SystemValue(kGet, 15, 0), 4096);
-  EXPECT_EQ(KWE_SystemValue(2, 15, 77), 4096);
-  EXPECT_EQ(KWE_SystemValue(kGet, 36, 0), 0x3F3F3F3F);  // '????'
-  EXPECT_EQ(KWE_SystemValue(kGet, 8, 0), -1);
-  for (SInt16 index : {0, -1, 47, 1000, 25, 40, 45}) {
-    EXPECT_EQ(KWE_SystemValue(kSet, index, 1234), 0) << index;
-    EXPECT_EQ(KWE_SystemValue(kGet, index, 0), 0) << index;
-  }
-  KWE_SystemValue(kSet, 21, 99);
-  EXPECT_EQ(KWE_SystemValue(kGet, 21, 0), 0);
-  KWE_SystemValue(kSet, 3, 99);
-  EXPECT_EQ(KWE_SystemValue(kGet, 3, 0), GetSystemMetrics(SM_CXVSCROLL));
-  EXPECT_EQ(KWE_SystemValue(kGet, 4, 0), GetSystemMetrics(SM_CYHSCROLL));
+std::string MakeTempDirectory() {
+  char base[MAX_PATH];
+  GetTempPathA(sizeof base, base);
+  std::string dir = std::string(base) + "kwe_docs_" + std::to_string(GetCurrentProcessId());
+  CreateDirectoryA(dir.c_str(), nullptr);
+  return dir;
 }
 
-TEST(SystemValues, SixteenBitSettingsKeepTheLowWord) {
-  KWE_SystemValue(kSet, 5, 0x18000);
-  EXPECT_EQ(KWE_SystemValue(kGet, 5, 0), -32768);  // sign-extended
-  KWE_SystemValue(kSet, 1, 0x12345);
-  EXPECT_EQ(KWE_SystemValue(kGet, 1, 0), 0x2345);
-  KWE_SystemValue(kSet, 32, -1);
-  EXPECT_EQ(KWE_SystemValue(kGet, 32, 0), 0xFFFF);  // kept as value & 0xFFFF
-  KWE_SystemValue(kSet, 39, 0x12345678);
-  EXPECT_EQ(KWE_SystemValue(kGet, 39, 0), 0x12345678);
+std::string Name(const Str255 s) { return std::string(reinterpret_cast<const char*>(s) + 1, s[0]); }
+
+class SegmentLoaderTest : public ::testing::Test {
+ protected:
+  void Start(const char* commandLine) {
+    record.size = sizeof record;
+    record.instance = kwe_test::TestInstance();
+    record.commandLine = commandLine;
+    record.documentDirectory = dir.c_str();
+    KWE_InitSession(&record);
+    // TXT is listed twice: the last record that has an extension wins.
+    static const KWEFileTypeEntry types[] = {
+        {0x58585858, {'T', 'X', 'T'}, "Old text"}, {kText, {'T', 'X', 'T'}, "Text"}, {0, {}, ""}};
+    KWE_Set_Tovel(types, nullptr);
+    KWEGlobalsRecord g = kwe_test::GlobalsFor(vars);
+    KWE_InitGlobals(&g);
+  }
+  void TearDown() override {
+    KWE_ExitSession();
+    kwe_test::RemoveTree(dir + "\\");
+  }
+  std::string dir = MakeTempDirectory();
+  KWESessionRecord record{};
+  kwe_test::HostVariables vars{};
+};
+
+// Names that exist become documents, upper-cased, typed by the host's
+// table; indexes outside the list leave the record alone.
+TEST_F(SegmentLoaderTest, CommandLineNamesBecomeUpperCaseDocuments) {
+  for (const char* name : {"\\a.txt", "\\b.txt", "\\c.dat"})
+    CloseHandle(
+        CreateFileA((dir + name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  Start("a.txt,b.txt missing.txt c.dat");
+  SInt16 message = -1, count = -1;
+  CountAppFiles(&message, &count);
+  EXPECT_EQ(message, appOpen);
+  ASSERT_EQ(count, 3);  // the missing one is dropped
+  const struct {
+    const char* name;
+    OSType type;
+  } documents[] = {{"A.TXT", kText}, {"B.TXT", kText}, {"C.DAT", 0x3F3F3F3F}};
+  for (SInt16 i = 1; i <= 3; ++i) {
+    AppFile file;
+    GetAppFiles(i, &file);
+    EXPECT_EQ(Name(file.fName), documents[i - 1].name);
+    EXPECT_EQ(file.fType, documents[i - 1].type) << i;
+    EXPECT_EQ(file.versNum, 0);
+  }
+  AppFile untouched, probe;
+  std::memset(&untouched, 0x5A, sizeof untouched);
+  probe = untouched;
+  GetAppFiles(0, &probe);
+  GetAppFiles(4, &probe);
+  EXPECT_EQ(std::memcmp(&probe, &untouched, sizeof probe), 0);
+  ClrAppFiles(1);
+  CountAppFiles(&message, &count);
+  EXPECT_EQ(count, 3);
+}
+
+TEST_F(SegmentLoaderTest, AppParmsNameTheApplicationAndNoCommandLineNoDocuments) {
+  Start(nullptr);
+  SInt16 message = -1, count = -1;
+  CountAppFiles(&message, &count);
+  EXPECT_EQ(message, 0);
+  EXPECT_EQ(count, 0);
+  Str255 name;
+  SInt16 refNum = -1;
+  Handle parameters = nullptr;
+  GetAppParms(name, &refNum, &parameters);
+  char module[MAX_PATH];
+  GetModuleFileNameA(kwe_test::TestInstance(), module, sizeof module);
+  std::string leaf = module;
+  leaf = leaf.substr(leaf.find_last_of("\\:") + 1);
+  EXPECT_EQ(Name(name), leaf);
+  ASSERT_NE(parameters, nullptr);
+  EXPECT_EQ(std::memcmp(*parameters, "\0\0\0\0", 4), 0) << "message and count are 0";
+}
+
+TEST(ExitToShell, TellsTheHostsWindowProcedureAndPostsQuit) {
+  HWND main = ProbeWindow();
+  KWESessionRecord r{};
+  r.size = sizeof r;
+  r.instance = kwe_test::TestInstance();
+  r.mainWindow = main;
+  KWE_InitSession(&r);
+  ExitToShell();
+  EXPECT_EQ(g_lastMessage, WM_USER + 1u);
+  MSG msg;
+  EXPECT_TRUE(PeekMessageA(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  KWE_ExitSession();
+  DestroyWindow(main);
+}
+
+// Setting answers the previous value (any other operation only reads) and
+// stores it as the index's kind holds it; indexes outside the table or
+// unassigned answer zero, and the scroll bar sizes follow the system.
+TEST(SystemValues, SetAnswersThePreviousValueAndKeepsWhatTheKindHolds) {
+  enum { kGet = 0, kSet = 1, kMetric = 0x7FFF };
+  const struct {
+    SInt16 index;
+    SInt32 set, before, after;
+  } cases[] = {
+      {15, 4096, 0x2000, 4096},         // the small-block limit, a long
+      {36, 7, 0x3F3F3F3F, 7},           // '????' by default
+      {5, 0x18000, 0x20, -32768},       // a word, sign-extended
+      {32, -1, 0, 0xFFFF},              // a low word
+      {39, 0x12345678, 0, 0x12345678},  // a long
+      {3, 99, kMetric, kMetric},        // the scroll bars: read only
+      {21, 99, 0, 0},                   // read only
+      {0, 1234, 0, 0},                  // outside the table or unassigned
+      {47, 1234, 0, 0},
+      {25, 1234, 0, 0},
+  };
+  for (const auto& c : cases) {
+    SInt32 metric = GetSystemMetrics(SM_CXVSCROLL);
+    auto want = [&](SInt32 v) { return v == kMetric ? metric : v; };
+    EXPECT_EQ(KWE_SystemValue(kSet, c.index, c.set), want(c.before)) << c.index;
+    EXPECT_EQ(KWE_SystemValue(kGet, c.index, 0), want(c.after)) << c.index;
+    EXPECT_EQ(KWE_SystemValue(2, c.index, 77), want(c.after)) << c.index;
+  }
+  EXPECT_EQ(KWE_SystemValue(kGet, 4, 0), GetSystemMetrics(SM_CYHSCROLL));
 }
 
 }  // namespace

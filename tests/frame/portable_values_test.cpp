@@ -1,5 +1,6 @@
-// The frame's tables, arithmetic and rules that need no Windows: the
-// application path rule and the Segment Loader's document list among them.
+// The frame's rules that need no Windows: handles in 32-bit slots, the
+// platform's classification, the clock, the application path rule and the
+// Segment Loader's document list against short and hostile input.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,11 +8,8 @@
 
 #include "frame/app_path_rule.h"
 #include "frame/document_list.h"
-#include "frame/gestalt_table.h"
 #include "frame/handle_slots.h"
 #include "frame/mac_time.h"
-#include "frame/pascal_compare.h"
-#include "frame/system_values.h"
 #include "frame/windows_version.h"
 
 namespace kwe {
@@ -28,28 +26,27 @@ TEST(HandleSlots, HandlesSurviveTheRoundTripSignExtended) {
   EXPECT_EQ(HandleToSlot(reinterpret_cast<void*>(std::intptr_t(-0x7FFFEDCC))), SInt32(0x80001234u));
 }
 
-TEST(WindowsVersion, ClassifiesFromGetVersion) {
-  WindowsVersion nt = ClassifyWindowsVersion(0x23F00206);  // bit 31 clear, 6.2
-  EXPECT_TRUE(nt.windowsNT);
-  EXPECT_FALSE(nt.windows95 || nt.win32s);
-  EXPECT_EQ(nt.major, 6);
-  EXPECT_EQ(nt.versionWord, 0x0206);
-  EXPECT_TRUE(nt.NewShell());
-  WindowsVersion w95 = ClassifyWindowsVersion(0xC0000004);
-  EXPECT_TRUE(w95.windows95);
-  EXPECT_TRUE(w95.NewShell());
-  WindowsVersion w32s = ClassifyWindowsVersion(0x80000A03);
-  EXPECT_TRUE(w32s.win32s);
-  EXPECT_FALSE(w32s.NewShell());
-  EXPECT_FALSE(ClassifyWindowsVersion(0x00000003).NewShell());  // NT 3.x
-}
-
-TEST(WindowsVersion, InitGlobalsResultOnEveryPlatformIsZero) {
-  for (uint32_t v : {0x23F00206u, 0xC0000004u, 0x80000A03u})
-    EXPECT_EQ(InitGlobalsResult(ClassifyWindowsVersion(v), 0x0421), 0);
-  EXPECT_EQ(InitGlobalsResult(ClassifyWindowsVersion(0x2), 0x0421), 1);
-  EXPECT_EQ(InitGlobalsResult(ClassifyWindowsVersion(0x3), 0x0423), 2);
-  EXPECT_EQ(InitGlobalsResult(ClassifyWindowsVersion(0x3), 0x0420), 3);
+// GetVersion's answer: bit 31 clear is NT, set with major 4 or more is 95,
+// else Win32s. KWE_InitGlobals answers 0 on every Win32 platform; Windows
+// before 3, a 286 (or frame flags) and real mode each have their refusal.
+TEST(WindowsVersion, PlatformDecidesTheShellAndInitGlobalsResult) {
+  const struct {
+    uint32_t getVersion;
+    uint16_t flags;
+    bool nt, newShell;
+    int16_t initGlobals;
+  } cases[] = {
+      {0x23F00206, 0x0421, true, true, 0},   {0xC0000004, 0x0421, false, true, 0},
+      {0x80000A03, 0x0421, false, false, 0}, {0x00000003, 0x0421, true, false, 0},
+      {0x00000002, 0x0421, true, false, 1},  {0x00000003, 0x0423, true, false, 2},
+      {0x00000003, 0x0420, true, false, 3},
+  };
+  for (const auto& c : cases) {
+    WindowsVersion v = ClassifyWindowsVersion(c.getVersion);
+    EXPECT_EQ(v.windowsNT, c.nt) << std::hex << c.getVersion;
+    EXPECT_EQ(v.NewShell(), c.newShell) << std::hex << c.getVersion;
+    EXPECT_EQ(InitGlobalsResult(v, c.flags), c.initGlobals) << std::hex << c.getVersion;
+  }
 }
 
 TEST(MacTime, SecondsCountFrom1904InLocalTime) {
@@ -61,54 +58,24 @@ TEST(MacTime, SecondsCountFrom1904InLocalTime) {
   EXPECT_EQ(MacSecondsFromUnix(2212122496, 0, false), 0u);
 }
 
-TEST(GestaltTable, CoprocessorFollowsTheWindowsFlags) {
-  int32_t r = 5;
-  EXPECT_TRUE(GestaltResponse(0x66707520 /* 'fpu ' */, 0x0421, &r));
-  EXPECT_EQ(r, -1);
-  EXPECT_TRUE(GestaltResponse(0x66707520, 0x0021, &r));
-  EXPECT_EQ(r, 0);
-  r = 5;
-  EXPECT_FALSE(GestaltResponse(0x61626364 /* 'abcd' */, 0x0421, &r));
-  EXPECT_EQ(r, 0);
-}
-
-TEST(PascalCompare, NullStringsEqualOnlyEachOther) {
-  const unsigned char a[] =
-      "\x01"
-      "a";
-  EXPECT_FALSE(EqualPascalStrings(a, nullptr, true));
-  EXPECT_TRUE(EqualPascalStrings(nullptr, nullptr, true));
-}
-
-TEST(SystemValueTable, KindsAndDefaults) {
-  ResetSystemValues();
-  EXPECT_EQ(KindOfSystemValue(25), SystemValueKind::Unassigned);
-  EXPECT_EQ(KindOfSystemValue(3), SystemValueKind::GetOnly);
-  EXPECT_EQ(KindOfSystemValue(46), SystemValueKind::Long);
-  EXPECT_EQ(ReadSystemValue(6), 0x40);
-  EXPECT_EQ(ReadSystemValue(33), -1);
-  EXPECT_EQ(SystemValue(1, 33, 0x7FFF), -1);
-  EXPECT_EQ(ReadSystemValue(33), 0x7FFF);
-  ResetSystemValues();
-  EXPECT_EQ(ReadSystemValue(33), -1);
-}
-
-// A plain name replaces the module's file name, a dot name its last
-// extension (a dotted directory is left alone), no name gives the base whole.
+// A plain name replaces the module's file name (KWE_MakeAppPathName shows
+// the common cases), a dot name its last extension, leaving a dotted
+// directory alone; no room left for an 8.3 name gives a question mark.
 TEST(AppPathRule, NamesReplaceTheFileNameOrTheExtension) {
-  EXPECT_EQ(JoinBesideBase("C:\\APP\\X.EXE", "KWEFONT.FON"), "C:\\APP\\KWEFONT.FON");
-  EXPECT_EQ(JoinBesideBase("C:\\APP\\", "A.RSR"), "C:\\APP\\A.RSR");
-  EXPECT_EQ(JoinBesideBase("C:X.EXE", "Y.RSR"), "C:Y.RSR");
-  EXPECT_EQ(JoinBesideBase("C:\\A.B\\PROG.EXE", ".RSR"), "C:\\A.B\\PROG.RSR");
-  EXPECT_EQ(JoinBesideBase("C:\\APP\\X.EXE", nullptr), "C:\\APP\\X.EXE");
-  // No room left for an 8.3 name gives a question mark.
-  std::string directory = "C:\\" + std::string(116, 'D') + "\\";  // 120 characters
-  EXPECT_EQ(JoinBesideBase(directory + "X.EXE", "KWEFONT.FON"), directory + "?");
-  std::string roomy = "C:\\" + std::string(110, 'D') + "\\";  // backslash at 113: 113 + 13 < 128
-  EXPECT_EQ(JoinBesideBase(roomy + "X.EXE", "KWEFONT.FON"), roomy + "KWEFONT.FON");
-}
-
-TEST(AppPathRule, AbsoluteNames) {
+  const std::string full = "C:\\" + std::string(116, 'D') + "\\";   // 120 characters
+  const std::string roomy = "C:\\" + std::string(110, 'D') + "\\";  // 113 + 13 < 128
+  const struct {
+    std::string base;
+    const char* name;
+    std::string joined;
+  } cases[] = {
+      {"C:\\APP\\", "A.RSR", "C:\\APP\\A.RSR"},
+      {"C:X.EXE", "Y.RSR", "C:Y.RSR"},
+      {"C:\\A.B\\PROG.EXE", ".RSR", "C:\\A.B\\PROG.RSR"},
+      {full + "X.EXE", "KWEFONT.FON", full + "?"},
+      {roomy + "X.EXE", "KWEFONT.FON", roomy + "KWEFONT.FON"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(JoinBesideBase(c.base, c.name), c.joined) << c.base;
   EXPECT_TRUE(IsAbsoluteDosName("D:\\F.RSR"));
   EXPECT_TRUE(IsAbsoluteDosName("\\\\server\\share\\f"));
   for (const char* relative : {"D:F.RSR", ".RSR", "", static_cast<const char*>(nullptr), "F.RSR"})
@@ -116,60 +83,41 @@ TEST(AppPathRule, AbsoluteNames) {
 }
 
 TEST(DocumentList, CommandLineSplitsAtBlanksAndCommasAndOnlyAsciiIsUpperCased) {
-  EXPECT_EQ(SplitCommandLine("a.txt,b.txt"), (std::vector<std::string>{"a.txt", "b.txt"}));
   EXPECT_EQ(SplitCommandLine("  x ,, y\tz "), (std::vector<std::string>{"x", "y", "z"}));
   EXPECT_TRUE(SplitCommandLine("").empty());
   EXPECT_TRUE(SplitCommandLine(nullptr).empty());
   EXPECT_EQ(UpperCaseAscii("ab_z.\x8Ex"), "AB_Z.\x8EX");
 }
 
-TEST(DocumentList, EncodesThePublishedLayoutWithEvenPadding) {
-  std::vector<DocumentEntry> docs(2);
-  docs[0] = {-1, 0x54455854, 0, "AB"};  // odd total: a pad byte follows
-  docs[1] = {-2, 0x3F3F3F3F, 0, "ABC"};
-  std::vector<uint8_t> bytes = EncodeDocumentList(docs);
-  ASSERT_EQ(bytes.size(), 4u + (8 + 1 + 2 + 1) + (8 + 1 + 3));
-  int16_t message, count;
+// Names are cut to 63 bytes; every cut short of an entry's name refuses
+// that entry, and counts and lengths that claim more than the list holds
+// never read past it.
+TEST(DocumentList, ShortAndHostileListsAreReadOnlyAsFarAsTheyGo) {
+  std::vector<uint8_t> bytes = EncodeDocumentList(
+      {{-1, 0x54455854, 0, std::string(100, 'N')}, {-2, 0x3F3F3F3F, 0, "SECOND"}});
+  int16_t message = 1, count = 1;
   DecodeDocumentHeader(bytes.data(), bytes.size(), &message, &count);
   EXPECT_EQ(message, 0);
   EXPECT_EQ(count, 2);
   DocumentEntry e;
+  ASSERT_TRUE(DecodeDocumentEntry(bytes.data(), bytes.size(), 1, &e));
+  EXPECT_EQ(e.name, std::string(63, 'N'));
   ASSERT_TRUE(DecodeDocumentEntry(bytes.data(), bytes.size(), 2, &e));
   EXPECT_EQ(e.vRefNum, -2);
   EXPECT_EQ(e.fileType, 0x3F3F3F3Fu);
-  EXPECT_EQ(e.name, "ABC");
-  EXPECT_FALSE(DecodeDocumentEntry(bytes.data(), bytes.size(), 3, &e));
-  EXPECT_FALSE(DecodeDocumentEntry(bytes.data(), bytes.size(), 0, &e));
-}
-
-TEST(DocumentList, LongNamesAreCutTo63Bytes) {
-  std::vector<DocumentEntry> docs{{0, 0, 0, std::string(100, 'N')}};
-  std::vector<uint8_t> bytes = EncodeDocumentList(docs);
-  DocumentEntry e;
-  ASSERT_TRUE(DecodeDocumentEntry(bytes.data(), bytes.size(), 1, &e));
-  EXPECT_EQ(e.name.size(), 63u);
-}
-
-TEST(DocumentList, TruncatedListsAreReadOnlyAsFarAsTheyGo) {
-  std::vector<DocumentEntry> docs{{0, 0, 0, "FIRST"}, {0, 0, 0, "SECOND"}};
-  std::vector<uint8_t> bytes = EncodeDocumentList(docs);
-  // Short of the second name's last byte (the pad byte may be missing).
+  EXPECT_EQ(e.name, "SECOND");
+  for (int index : {0, 3}) EXPECT_FALSE(DecodeDocumentEntry(bytes.data(), bytes.size(), index, &e));
+  // Short of the second name's last byte (a pad byte may be missing).
   for (size_t size = 0; size + 1 < bytes.size(); ++size) {
     std::vector<uint8_t> cut(bytes.begin(), bytes.begin() + static_cast<long>(size));
-    DocumentEntry e;
-    bool second = DecodeDocumentEntry(cut.data(), cut.size(), 2, &e);
-    EXPECT_FALSE(second) << size;
+    EXPECT_FALSE(DecodeDocumentEntry(cut.data(), cut.size(), 2, &e)) << size;
   }
-  int16_t message = 1, count = 1;
   DecodeDocumentHeader(bytes.data(), 3, &message, &count);
   EXPECT_EQ(count, 0);
-}
 
-TEST(DocumentList, HostileCountsNeverReadPastTheList) {
-  std::vector<uint8_t> bytes = EncodeDocumentList({{0, 0, 0, "A"}});
+  bytes = EncodeDocumentList({{0, 0, 0, "A"}});
   bytes[2] = 0x7F;     // claims 127 entries
   bytes[4 + 8] = 200;  // and a name running past the end
-  DocumentEntry e;
   for (int i = 1; i <= 127; ++i)
     EXPECT_FALSE(DecodeDocumentEntry(bytes.data(), bytes.size(), i, &e));
 }

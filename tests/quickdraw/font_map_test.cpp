@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <random>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -20,22 +20,16 @@ std::string Faces(const FontMapEntry& e) {
   return s;
 }
 
-TEST(FontMap, BuiltInMapWritesSeventeenLinesAndReadsBackTheSame) {
-  std::string text = WriteFontMap(BuiltInFontMap());
-  EXPECT_EQ(text.substr(0, 29), "systemFont(0):System(Swiss)\r\n");
-  EXPECT_NE(text.find("\r\nhelvetica(21):Arial(Modern)\r\n"), std::string::npos);
-  EXPECT_NE(text.find("\r\ntaliesin(24):Wingdings(Decorative)\r\n"), std::string::npos);
-  FontMap back = Parse(text);
-  ASSERT_EQ(back.entries.size(), 17u);
+// The built-in map (written out when a program has none) reads back the
+// same, entry by entry.
+TEST(FontMap, BuiltInMapReadsBackTheSame) {
+  FontMap back = Parse(WriteFontMap(BuiltInFontMap()));
+  ASSERT_EQ(back.entries.size(), BuiltInFontMap().entries.size());
   for (size_t i = 0; i < back.entries.size(); ++i) {
-    const FontMapEntry& a = back.entries[i];
-    const FontMapEntry& b = BuiltInFontMap().entries[i];
-    EXPECT_EQ(a.number, b.number);
-    EXPECT_STREQ(a.macName, b.macName);
-    EXPECT_EQ(Faces(a), Faces(b));
-    EXPECT_EQ(a.family, b.family);
+    const FontMapEntry &a = back.entries[i], &b = BuiltInFontMap().entries[i];
+    EXPECT_EQ(std::make_tuple(a.number, std::string(a.macName), Faces(a), a.family),
+              std::make_tuple(b.number, std::string(b.macName), Faces(b), b.family));
   }
-  EXPECT_EQ(back.nextFreeNumber, 0);
   EXPECT_EQ(MapEntryOfName(back, "TIMES", 5)->number, 20);
   EXPECT_EQ(MapEntryOfName(back, "time", 4), nullptr);
   EXPECT_STREQ(MapEntryOfNumber(back, 11)->macName, "cairo");
@@ -51,20 +45,20 @@ TEST(FontMap, LinesGiveNumbersFacesAndFamilies) {
       std::string(40, 'x') +
       ",Kept(NoSuchWord)\r\n"
       "last(129):Z(dontcare)");
+  // Blanks trimmed, empty faces skipped, three at most; a face name too
+  // long for Windows dropped; an unknown family word is Modern.
+  const std::tuple<std::string, int, std::string, int> expected[] = {
+      {"geneva", 3, "Arial|Times New Roman", 0x20},
+      {"london", -1, "Times New Roman", 0x10},
+      {"big", 300, "A|B|C", 0x50},
+      {"odd", -2, "Kept", 0x30},
+      {"last", 129, "Z", 0x00}};
   ASSERT_EQ(map.entries.size(), 5u);
-  EXPECT_STREQ(map.entries[0].macName, "geneva");
-  EXPECT_EQ(map.entries[0].number, 3);
-  EXPECT_EQ(Faces(map.entries[0]), "Arial|Times New Roman");
-  EXPECT_EQ(map.entries[0].family, 0x20);
-  EXPECT_EQ(map.entries[1].number, -1);
-  EXPECT_EQ(map.entries[1].family, 0x10);
-  EXPECT_EQ(map.entries[2].number, 300);
-  EXPECT_EQ(Faces(map.entries[2]), "A|B|C") << "blanks trimmed, empty skipped, three at most";
-  EXPECT_EQ(map.entries[2].family, 0x50);
-  EXPECT_EQ(map.entries[3].number, -2);
-  EXPECT_EQ(Faces(map.entries[3]), "Kept") << "a name too long for Windows is dropped";
-  EXPECT_EQ(map.entries[3].family, 0x30) << "an unknown word is Modern";
-  EXPECT_EQ(map.entries[4].family, 0x00);
+  for (size_t i = 0; i < 5; ++i) {
+    const FontMapEntry& e = map.entries[i];
+    EXPECT_EQ(std::make_tuple(std::string(e.macName), int(e.number), Faces(e), int(e.family)),
+              expected[i]);
+  }
   EXPECT_EQ(map.nextFreeNumber, 301);
   EXPECT_EQ(WriteFontMap(Parse("london():Times New Roman(Roman)")),
             "london():Times New Roman(Roman)\r\n");
@@ -95,32 +89,18 @@ TEST(FontMap, FiveHundredEntriesAtMostAndLongNamesCut) {
   EXPECT_EQ(std::strlen(longName.entries[0].macName), kMacFontNameCapacity - 1);
 }
 
-// Every prefix of a good map, and the map with bytes overwritten at random
-// (fixed seed), parses to no more entries than the whole and writes out a
-// map that reads back the same.
-TEST(FontMap, TruncatedAndCorruptedMapsStayWithinBounds) {
+// Every prefix of a good map parses to no more entries than the whole, and
+// to no fewer than a shorter prefix. (Damaged maps are the fuzz target's.)
+TEST(FontMap, TruncatedMapsKeepTheEntriesTheyHold) {
   std::string text = WriteFontMap(BuiltInFontMap());
   size_t previous = 0;
   for (size_t n = 0; n <= text.size(); ++n) {
     FontMap map = Parse(text.substr(0, n));
-    ASSERT_GE(map.entries.size(), previous);
-    ASSERT_LE(map.entries.size(), 17u);
+    ASSERT_GE(map.entries.size(), previous) << n;
+    ASSERT_LE(map.entries.size(), 17u) << n;
     previous = map.entries.size();
   }
-  std::mt19937 random(1234);
-  for (int round = 0; round < 2000; ++round) {
-    std::string damaged = text;
-    for (int k = 0; k < 4; ++k)
-      damaged[random() % damaged.size()] = static_cast<char>(random() & 0xFF);
-    FontMap map = Parse(damaged);
-    ASSERT_LE(map.entries.size(), 17u) << round;
-    FontMap again = Parse(WriteFontMap(map));
-    ASSERT_EQ(again.entries.size(), map.entries.size()) << round;
-    for (size_t i = 0; i < map.entries.size(); ++i) {
-      ASSERT_EQ(again.entries[i].number, map.entries[i].number) << round;
-      ASSERT_EQ(again.entries[i].family, map.entries[i].family) << round;
-    }
-  }
+  EXPECT_EQ(previous, 17u);
 }
 
 }  // namespace

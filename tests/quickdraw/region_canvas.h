@@ -1,17 +1,24 @@
 // What the QuickDraw tests draw into and look at: a 32-bit top-down DIB
-// section in a memory DC, and regions built from rectangle lists or bitmaps.
+// section in a memory DC, a port drawing into one, and regions built from
+// rectangle lists or bitmaps.
 #pragma once
 #include <windows.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "KWEPorts.h"
 #include "KWERegions.h"
 #include "Quickdraw.h"
 #include "support/test_host.h"
 
 namespace kwe_test {
+
+constexpr uint32_t kWhite = 0xFFFFFF;
+constexpr uint32_t kBlack = 0x000000;
 
 class Canvas {
  public:
@@ -33,20 +40,14 @@ class Canvas {
   // White everywhere, then black over the whole DC through its clip; the
   // number of black pixels.
   int FillThroughClip() {
+    Clear();
     RECT all{0, 0, size_, size_};
-    HRGN clip = CreateRectRgn(0, 0, 0, 0);
-    int hasClip = GetClipRgn(dc_, clip);
-    SelectClipRgn(dc_, nullptr);
-    FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    if (hasClip == 1) SelectClipRgn(dc_, clip);
-    DeleteObject(clip);
     FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     GdiFlush();
     int n = 0;
     for (int i = 0; i < size_ * size_; ++i) n += (pixels_[i] & 0xFFFFFF) == 0;
     return n;
   }
-  bool Black(int x, int y) const { return (pixels_[y * size_ + x] & 0xFFFFFF) == 0; }
   // 0xRRGGBB, as the DIB holds it.
   uint32_t Pixel(int x, int y) const {
     GdiFlush();
@@ -56,10 +57,16 @@ class Canvas {
     GdiFlush();
     for (int i = 0; i < size_ * size_; ++i) pixels_[i] = 0xFFFFFF;
   }
-  // The black pixels of row y (or column x), as a string of '#' and '.'.
+  // The black pixels of row y, as a string of '#' and '.'.
   std::string Row(int y, int from, int to) const {
     std::string s;
     for (int x = from; x < to; ++x) s += Pixel(x, y) == 0 ? '#' : '.';
+    return s;
+  }
+  // Rows top to bottom - 1 of the same columns, each followed by '|'.
+  std::string Rows(int top, int bottom, int from, int to) const {
+    std::string s;
+    for (int y = top; y < bottom; ++y) s += Row(y, from, to) + '|';
     return s;
   }
 
@@ -69,6 +76,47 @@ class Canvas {
   HBITMAP bitmap_;
   HGDIOBJ old_;
   uint32_t* pixels_;
+};
+
+// A session with QuickDraw started and a plain port drawing into a 256 by
+// 256 canvas, current.
+class PortTest : public SessionTest {
+ protected:
+  void SetUp() override {
+    SessionTest::SetUp();
+    InitGraf(&screen);
+    OpenOnCanvas();
+  }
+  void TearDown() override {
+    ClosePort(&port);
+    SessionTest::TearDown();
+  }
+  void OpenOnCanvas() {
+    OpenPort(&port);
+    KWE_SwaphDC(canvas.Dc(), true);
+    canvas.Clear();
+  }
+  Point Pen() {
+    Point p;
+    GetPen(&p);
+    return p;
+  }
+  // Pixels (x, y) that must be black, then ones that must be white.
+  using Points = std::initializer_list<std::pair<int, int>>;
+  void ExpectInk(const char* what, Points black, Points white = {}) {
+    for (auto [x, y] : black) EXPECT_EQ(canvas.Pixel(x, y), kBlack) << what << " " << x << "," << y;
+    for (auto [x, y] : white) EXPECT_EQ(canvas.Pixel(x, y), kWhite) << what << " " << x << "," << y;
+  }
+  // Black pixels inside [left, right) x [top, bottom).
+  int BlackIn(int left, int top, int right, int bottom) {
+    int n = 0;
+    for (int y = top; y < bottom; ++y)
+      for (int x = left; x < right; ++x) n += canvas.Pixel(x, y) == kBlack;
+    return n;
+  }
+  GrafPtr screen = nullptr;
+  GrafPort port{};
+  Canvas canvas{256};
 };
 
 inline RgnHandle RegionOf(std::initializer_list<Rect> rects) {
