@@ -9,6 +9,7 @@
 #include <cstring>
 #include <string>
 
+#include "Dialogs.h"
 #include "Events.h"
 #include "KWESession.h"
 #include "MacWindows.h"
@@ -293,9 +294,11 @@ TEST_F(TrapTableTest, GuardedCallFromItsOwnPatchGetsTheLibrarysAnswer) {
 }
 
 TEST_F(TrapTableTest, StandInsReportTheCallsTheirManagersWillTakeOver) {
-  EXPECT_EQ(FrontWindow(), nullptr);
+  SInt16 item = -1;
+  ModalDialog(nullptr, &item);
+  EXPECT_EQ(item, 0);
   ASSERT_EQ(capture.Reports().size(), 1u);
-  EXPECT_EQ(capture.Reports()[0], "FrontWindow");
+  EXPECT_EQ(capture.Reports()[0], "ModalDialog");
 }
 
 }  // namespace
