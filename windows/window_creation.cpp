@@ -126,7 +126,10 @@ HWND CreateMdiChild(const char* title, DWORD style, const RECT& outer, bool visi
   HWND child =
       reinterpret_cast<HWND>(SendMessageA(client, WM_MDICREATE, 0, reinterpret_cast<LPARAM>(&mc)));
   if (child) {
-    SetWindowLongA(child, GWL_STYLE, LONG(style | (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE)));
+    // The style without WS_CHILD would make GetParent answer the owner (none)
+    // instead of the MDI client.
+    SetWindowLongA(child, GWL_STYLE,
+                   LONG(style | WS_CHILD | (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE)));
     SetWindowPos(child, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     if (!visible) ShowWindow(child, SW_HIDE);
