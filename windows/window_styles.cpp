@@ -50,8 +50,9 @@ WindowStyle Standard(SInt16 procID, const StyleContext& c, bool* known) {
     case 3: return Make(0x80800000, FrameKind::Border, CaptionKind::None);
     case 4:
     case 16: {
+      // Rounded windows (16) are not documents: they stay children of the main window.
       WindowStyle s = Make(0x44C80000, FrameKind::Border, CaptionKind::Normal);
-      if (c.mdi) s.parent = ParentKind::MdiClient;
+      if (c.mdi && procID == 4) s.parent = ParentKind::MdiClient;
       return s;
     }
     case 8: {
