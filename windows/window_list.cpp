@@ -192,8 +192,15 @@ void KWE_CALL HideWindowDefault(WindowPtr w) {
   if (g_state.selected == w) g_state.selected = nullptr;
   ShowOrHide(w, false, false);
   if (!wasFront) return;
+  // The window behind comes to the front as SelectWindow brings it; with none
+  // behind, a pop-up in front of the hidden window is the front window now.
   WindowPtr next = NextVisibleAfter(w);
-  if (next) MoveToFrontOfGroup(next);
+  if (next) {
+    MoveToFrontOfGroup(next);
+    g_state.selected = next;
+  } else {
+    next = FrontWindow();
+  }
   MoveActivation(w, next);
 }
 
