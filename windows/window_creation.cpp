@@ -320,16 +320,23 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
   st.beingMadeHwnd = nullptr;
   WindowPtr front = FrontWindow();
   LinkBefore(c.w, FirstOfGroup(GroupOf(c.w)));
-  st.selected = nullptr;
   bool inFront = behind == reinterpret_cast<WindowPtr>(intptr_t(-1));
   if (!inFront) {
     SendBehind(c.w, behind);
     if (visible) ShowOrHide(c.w, true, false);
+    // A window of an earlier group (a pop-up) lies in front of the children
+    // whatever it was made behind: when it is the front window now, the
+    // activation follows it.
+    if (FrontWindow() != front) MoveActivation(front, FrontWindow());
   } else {
     PlaceInWin32Order(c.w, nullptr);
     if (visible) {
       ShowOrHide(c.w, true, false);
-      if (!(flags & kToolWindowFlag)) MoveActivation(front, c.w);
+      // In front even of the pop-ups, as SelectWindow puts a window.
+      if (!(flags & kToolWindowFlag)) {
+        MoveActivation(front, c.w);
+        st.selected = c.w;
+      }
     }
   }
   RefreshRegions(c.w);
