@@ -32,6 +32,9 @@ KWE_API SInt32 KWE_CALL KWE_EventActivate(HWND hwnd, UINT msg, WPARAM wParam, LP
     }
     return MA_ACTIVATE;
   }
+  // While a window is being made or closed, the activation Windows (or the
+  // MDI client) moves is not the application's: the library moves it itself.
+  if (st.beingMade || st.beingClosed) return 0;
   bool activate;
   switch (msg) {
     case WM_ACTIVATE: activate = LOWORD(wParam) != WA_INACTIVE; break;

@@ -96,10 +96,14 @@ void Undo(Creation& c) {
   if (c.ownsRecord && c.w) DisposePtr(reinterpret_cast<Ptr>(c.w));
 }
 
-HWND CreateMdiChild(const char* title, DWORD style, const RECT& outer, bool visible) {
+// The MDI client activates every child it makes; one made hidden or behind
+// gives the activation back to the child that had it.
+HWND CreateMdiChild(const char* title, DWORD style, const RECT& outer, bool visible,
+                    bool activate) {
   HWND client = TheSession().mdiClient;
   SendMessageA(client, WM_SETREDRAW, FALSE, 0);
   HWND active = reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0));
+  HWND activeChild = active;
   if (!active) {
     HWND a = GetActiveWindow();
     if (a != TheSession().mainWindow) active = a;
@@ -133,6 +137,11 @@ HWND CreateMdiChild(const char* title, DWORD style, const RECT& outer, bool visi
     SetWindowPos(child, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     if (!visible) ShowWindow(child, SW_HIDE);
+    if (!activate && activeChild) {
+      SendMessageA(client, WM_MDIACTIVATE, WPARAM(activeChild), 0);
+      // Activation raised it to the top: back where the list has it.
+      if (WindowPtr w = WindowOfHwnd(activeChild)) PlaceInWin32Order(w, PreviousOf(w));
+    }
   }
   SendMessageA(client, WM_SETREDRAW, TRUE, 0);
   if (active) {
@@ -259,7 +268,9 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
   st.beingMadeHwnd = nullptr;
   st.beingMadeFlags = flags;
   if (mdiChild) {
-    c.hwnd = CreateMdiChild(ansiTitle, s.style, outer, visible != 0);
+    bool activate = visible && !(flags & kToolWindowFlag) &&
+                    behind == reinterpret_cast<WindowPtr>(intptr_t(-1));
+    c.hwnd = CreateMdiChild(ansiTitle, s.style, outer, visible != 0, activate);
     c.mdiChild = c.hwnd != nullptr;
   } else {
     HWND owner = parent;
@@ -346,6 +357,21 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
   return c.w;
 }
 
+// The MDI client activates (and raises) a child of its own choosing when the
+// active one is destroyed; the first visible MDI child of the list takes over
+// instead, and stays where the list has it.
+void HandOverMdiActivation(HWND closing) {
+  HWND client = TheSession().mdiClient;
+  if (reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0)) != closing) return;
+  for (WindowPeek q = ListHead(); q; q = q->nextWindow) {
+    WindowPtr next = AsPtr(q);
+    if (!q->visible || !(FlagsOf(next) & kMdiChildFlag)) continue;
+    SendMessageA(client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(HwndOf(next)), 0);
+    PlaceInWin32Order(next, PreviousOf(next));
+    return;
+  }
+}
+
 // A 'WIND' resource, already in native order: bounds, procID, visible and
 // goAwayFlag (Boolean words, the value in the first byte), refCon, title.
 WindowPtr FromTemplate(SInt16 id, void* storage, WindowPtr behind) {
@@ -410,10 +436,12 @@ void KWE_CALL CloseWindowDefault(WindowPtr w) {
   if (ATOM atom = TheSession().windowFlagAtom) RemovePropA(hwnd, MAKEINTATOM(atom));
   if (GetWindowLongA(hwnd, GWL_STYLE) & WS_SYSMENU) GetSystemMenu(hwnd, TRUE);
   SetWindowLongPtrA(hwnd, kWindowPtrLong, 0);
-  if (mdiChild)
+  if (mdiChild) {
+    HandOverMdiActivation(hwnd);
     SendMessageA(TheSession().mdiClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(hwnd), 0);
-  else
+  } else {
     DestroyWindow(hwnd);
+  }
   ClearPseudoPointsNaming(w);
   events::ForgetWindow(w);
   if (p->titleHandle) DisposeHandle(reinterpret_cast<Handle>(p->titleHandle));
