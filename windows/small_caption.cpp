@@ -26,8 +26,7 @@ struct Layout {
 Layout LayoutOf(WindowPtr w, HWND hwnd) {
   Layout l{};
   WStateData* d = DataOf(w);
-  bool grow = d && (d->flags & kGrowBoxFlag);
-  l.frame = grow ? SIZE{GetSystemMetrics(SM_CXFRAME), GetSystemMetrics(SM_CYFRAME)} : SIZE{1, 1};
+  l.frame = SmallCaptionFrame(d && (d->flags & kGrowBoxFlag));
   SInt16 procID = GetWVariant(w);
   l.caption = procID == 255 ? 0 : SmallCaptionHeight();
   RECT window;
@@ -172,6 +171,11 @@ bool TrackButton(HWND hwnd, const RECT& box, Button up, Button down) {
 }
 
 }  // namespace
+
+SIZE SmallCaptionFrame(bool growBox) {
+  if (!growBox) return SIZE{1, 1};
+  return SIZE{GetSystemMetrics(SM_CXFRAME), GetSystemMetrics(SM_CYFRAME)};
+}
 
 void LoadFrameBitmaps(bool mono) {
   static const char* const kNames[kButtonCount] = {"CloseButtonUp",   "CloseButtonDn",

@@ -7,6 +7,10 @@
 
 namespace kwe::windows {
 
+// The frame around the client area: a sizing frame for windows with a grow
+// box, else one pixel.
+SIZE SmallCaptionFrame(bool growBox);
+
 // The frame messages of a small-caption window; false for the ones that
 // take default processing.
 bool SmallCaptionMessage(WindowPtr w, HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam,

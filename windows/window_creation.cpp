@@ -16,6 +16,7 @@
 #include "memory/character_conversion.h"
 #include "quickdraw/port_attr.h"
 #include "quickdraw/window_ports.h"
+#include "windows/small_caption.h"
 #include "windows/window_frame.h"
 #include "windows/window_manager.h"
 #include "windows/window_styles.h"
@@ -236,12 +237,18 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     ClientToScreen(TheSession().mainWindow, &origin);
     OffsetRect(&outer, origin.x, origin.y);
   }
-  if (mdiChild)
+  if (s.caption == CaptionKind::Small) {
+    // The library draws this frame itself, in its own widths.
+    SIZE frame = SmallCaptionFrame(s.growBox);
+    InflateRect(&outer, frame.cx, frame.cy);
+    outer.top -= SmallCaptionHeight();
+  } else if (mdiChild) {
     AdjustWindowRect(&outer, s.style | WS_CHILD | 0x000F0000, FALSE);
-  else
-    AdjustWindowRectEx(&outer, s.style, menu != nullptr, s.exStyle);
-  if (s.caption == CaptionKind::Small)
-    outer.top -= SmallCaptionHeight() - GetSystemMetrics(SM_CYCAPTION);
+  } else {
+    // Windows gives a window that is neither a child nor a pop-up a caption.
+    DWORD style = s.style & (WS_CHILD | WS_POPUP) ? s.style : s.style | WS_CAPTION;
+    AdjustWindowRectEx(&outer, style, menu != nullptr, s.exStyle);
+  }
   if (s.caption != CaptionKind::None && !popUp) KeepReachable(outer, parent, FrameSize(s.frame));
 
   char ansiTitle[256];
@@ -282,6 +289,10 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
   GrafPtr savedPort = nullptr;
   GetPort(&savedPort);
   bool ok = c.hwnd && TieToWin32(c, s, flags, moreFlags);
+  // Windows sized the frame before the window was known as the library's.
+  if (ok && s.caption == CaptionKind::Small)
+    SetWindowPos(c.hwnd, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   if (ok && lateBits && outer.right - outer.left >= 65)
     SetWindowLongA(c.hwnd, GWL_STYLE, GetWindowLongA(c.hwnd, GWL_STYLE) | LONG(lateBits));
   if (ok) {
