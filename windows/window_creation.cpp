@@ -308,16 +308,17 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
   }
 
   WindowPeek p = Peek(c.w);
-  PortSize(SInt16(r.right - r.left), SInt16(r.bottom - r.top));
+  // The client area Windows gave: it keeps windows to their minimum size.
+  RECT window, client;
+  GetClientRect(c.hwnd, &client);
+  PortSize(SInt16(client.right), SInt16(client.bottom));
   quickdraw::SetWindowPortVisible(c.w, false);
   TextFont(1);
   p->windowKind = dialog ? dialogKind : userKind;
   p->windowDefProc = reinterpret_cast<Handle>(static_cast<intptr_t>(procID));
   p->goAwayFlag = goAway != 0;
   p->visible = false;
-  RECT window, client;
   GetWindowRect(c.hwnd, &window);
-  GetClientRect(c.hwnd, &client);
   MapWindowPoints(c.hwnd, nullptr, reinterpret_cast<POINT*>(&client), 2);
   p->strucRgn = RectRegion(window);
   p->contRgn = RectRegion(client);
