@@ -27,6 +27,7 @@ namespace {
 constexpr size_t kWindowRecordSize = sizeof(WindowRecord);
 constexpr ResType kWindowTemplateType = 0x57494E44;  // 'WIND'
 constexpr ATOM kNoAtom = 0;
+constexpr LONG kCoordinateLimit = 16383;
 
 SInt32 TakeOneShot(SInt16 index, SInt32 reset) {
   SInt32 value = ReadSystemValue(index);
@@ -250,6 +251,14 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     AdjustWindowRectEx(&outer, style, menu != nullptr, s.exStyle);
   }
   if (s.caption != CaptionKind::None && !popUp) KeepReachable(outer, parent, FrameSize(s.frame));
+  // strucRgn and contRgn hold screen coordinates within +-16383: so does the
+  // window, and its right and bottom do not come before its left and top.
+  POINT o{0, 0};
+  if (!popUp && parent) ClientToScreen(parent, &o);
+  outer.left = std::clamp<LONG>(outer.left, -kCoordinateLimit - o.x, kCoordinateLimit - o.x);
+  outer.top = std::clamp<LONG>(outer.top, -kCoordinateLimit - o.y, kCoordinateLimit - o.y);
+  outer.right = std::clamp<LONG>(outer.right, outer.left, kCoordinateLimit - o.x);
+  outer.bottom = std::clamp<LONG>(outer.bottom, outer.top, kCoordinateLimit - o.y);
 
   char ansiTitle[256];
   AnsiTitle(title, ansiTitle);
