@@ -80,8 +80,10 @@ struct Creation {
 // Undoes whatever a creation made before it failed.
 void Undo(Creation& c) {
   if (c.portOpen) {
-    GrafPtr current = nullptr;
-    GetPort(&current);
+    WindowPeek p = Peek(c.w);
+    for (RgnHandle rgn : {p->strucRgn, p->contRgn, p->updateRgn})
+      if (rgn) DisposeRgn(rgn);
+    if (p->titleHandle) DisposeHandle(reinterpret_cast<Handle>(p->titleHandle));
     if (IsColourWindow(c.w))
       CloseCPort(reinterpret_cast<CGrafPtr>(c.w));
     else
@@ -308,6 +310,23 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     ok = quickdraw::OpenWindowPort(c.w, colour, c.hwnd);
     c.portOpen = ok;
   }
+  WindowPeek p = Peek(c.w);
+  RECT window, client;
+  size_t titleLength = title ? title[0] : 0;
+  if (ok) {
+    // The client area Windows gave: it keeps windows to their minimum size.
+    GetClientRect(c.hwnd, &client);
+    PortSize(SInt16(client.right), SInt16(client.bottom));
+    GetWindowRect(c.hwnd, &window);
+    MapWindowPoints(c.hwnd, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    p->strucRgn = RectRegion(window);
+    p->contRgn = RectRegion(client);
+    p->updateRgn = NewRgn();
+    p->titleHandle = reinterpret_cast<StringHandle>(NewHandle(Size(titleLength + 1)));
+    // Without memory for a region or the title the window is not made.
+    ok = p->strucRgn && p->contRgn && p->updateRgn && p->titleHandle && c.w->visRgn &&
+         c.w->clipRgn;
+  }
   if (!ok) {
     Undo(c);
     st.beingMade = nullptr;
@@ -316,30 +335,17 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     return nullptr;
   }
 
-  WindowPeek p = Peek(c.w);
-  // The client area Windows gave: it keeps windows to their minimum size.
-  RECT window, client;
-  GetClientRect(c.hwnd, &client);
-  PortSize(SInt16(client.right), SInt16(client.bottom));
   quickdraw::SetWindowPortVisible(c.w, false);
   TextFont(1);
   p->windowKind = dialog ? dialogKind : userKind;
   p->windowDefProc = reinterpret_cast<Handle>(static_cast<intptr_t>(procID));
   p->goAwayFlag = goAway != 0;
   p->visible = false;
-  GetWindowRect(c.hwnd, &window);
-  MapWindowPoints(c.hwnd, nullptr, reinterpret_cast<POINT*>(&client), 2);
-  p->strucRgn = RectRegion(window);
-  p->contRgn = RectRegion(client);
-  p->updateRgn = NewRgn();
   WStateData& d = *DataOf(c.w);
   d.userState = r;
   if (ReadSystemValue(kSysValueStandardStateAtOnce)) d.stdState = StandardStateOf(c.w);
-  size_t titleLength = title ? title[0] : 0;
-  p->titleHandle = reinterpret_cast<StringHandle>(NewHandle(Size(titleLength + 1)));
-  if (p->titleHandle)
-    std::memcpy(*p->titleHandle, title ? title : (const UInt8*)"", titleLength + 1);
-  if (p->titleHandle && !title) (*p->titleHandle)[0] = 0;
+  std::memcpy(*p->titleHandle, title ? title : (const UInt8*)"", titleLength + 1);
+  if (!title) (*p->titleHandle)[0] = 0;
   p->refCon = refCon;
 
   if (GetWindowLongA(c.hwnd, GWL_STYLE) & WS_SYSMENU) {
