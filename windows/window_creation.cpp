@@ -456,6 +456,9 @@ void KWE_CALL CloseWindowDefault(WindowPtr w) {
   else
     ClosePort(w);
   if (current == w) SetPort(FrontWindow());
+  // EndUpdate gives back the port BeginUpdate found: not this one any more.
+  for (int i = 0; i < st.updateNesting && i < 2; ++i)
+    if (st.levels[i].savedPort == w) st.levels[i].savedPort = FrontWindow();
   DisposeRgn(p->strucRgn);
   DisposeRgn(p->contRgn);
   DisposeRgn(p->updateRgn);
