@@ -46,9 +46,10 @@ KWE_API SInt32 KWE_CALL KWE_EventActivate(HWND hwnd, UINT msg, WPARAM wParam, LP
   if (!DataOf(w)) return 0;
   if (activate) {
     WindowPtr front = FrontWindow();
-    // Windows raised the window it activated (a click, another program giving
-    // the activation back): the list follows.
-    if (hwnd != s.mainWindow) FollowWin32Order(w);
+    // Windows raises the window it activates (a click, another program giving
+    // the activation back), after this message: the list and Z-order take
+    // that order now.
+    if (hwnd != s.mainWindow) MoveToFrontOfGroup(w);
     if (!Peek(w)->hilited || front != w) {
       MoveActivation(front, w);
       st.selected = nullptr;

@@ -117,19 +117,6 @@ void MoveToFrontOfGroup(WindowPtr w) {
   PlaceInWin32Order(w, nullptr);
 }
 
-void FollowWin32Order(WindowPtr w) {
-  WindowPtr above = nullptr;
-  DWORD process = 0;
-  for (HWND h = GetWindow(HwndOf(w), GW_HWNDPREV); h && !above; h = GetWindow(h, GW_HWNDPREV)) {
-    WindowPtr v = WindowOfHwnd(h);  // top-level windows of other programs pass by too
-    GetWindowThreadProcessId(h, &process);
-    if (v && v != w && process == GetCurrentProcessId() && DataOf(v) && GroupOf(v) == GroupOf(w))
-      above = v;
-  }
-  Unlink(w);
-  LinkBefore(w, above ? AsPtr(Peek(above)->nextWindow) : FirstOfGroup(GroupOf(w)));
-}
-
 void ShowOrHide(WindowPtr w, bool show, bool activate) {
   HWND hwnd = HwndOf(w);
   if (!hwnd) return;

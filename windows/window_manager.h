@@ -117,8 +117,6 @@ void PlaceInWin32Order(WindowPtr w, WindowPtr after);
 WindowPtr PreviousOf(WindowPtr w);
 // Links w at the front of its group and raises its Win32 window there.
 void MoveToFrontOfGroup(WindowPtr w);
-// Links w where Windows has put its Win32 window among its group.
-void FollowWin32Order(WindowPtr w);
 
 // Activation (activation.cpp).
 void Activate(WindowPtr w);
