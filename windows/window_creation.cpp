@@ -324,8 +324,7 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     p->updateRgn = NewRgn();
     p->titleHandle = reinterpret_cast<StringHandle>(NewHandle(Size(titleLength + 1)));
     // Without memory for a region or the title the window is not made.
-    ok = p->strucRgn && p->contRgn && p->updateRgn && p->titleHandle && c.w->visRgn &&
-         c.w->clipRgn;
+    ok = p->strucRgn && p->contRgn && p->updateRgn && p->titleHandle && c.w->visRgn && c.w->clipRgn;
   }
   if (!ok) {
     Undo(c);
