@@ -1,9 +1,99 @@
 #include "windows/windows_fixture.h"
 
+#include <winternl.h>
+
+#include "Memory.h"
+
 namespace kwe_test {
+namespace {
+
+BOOL CALLBACK CountOne(HWND w, LPARAM count) {
+  ++*reinterpret_cast<int*>(count);
+  if (!GetParent(w)) EnumChildWindows(w, CountOne, count);
+  return TRUE;
+}
+
+BOOL CALLBACK AddHwnd(HWND w, LPARAM list) {
+  reinterpret_cast<std::vector<HWND>*>(list)->push_back(w);
+  return TRUE;
+}
+
+LRESULT CALLBACK FrameWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
+  return DefFrameProcA(w, FindWindowExA(w, nullptr, "MDICLIENT", nullptr), msg, wParam, lParam);
+}
+
+std::vector<std::function<void()>>* g_steps = nullptr;
+size_t g_nextStep = 0;
+
+void CALLBACK RunStep(HWND, UINT, UINT_PTR, DWORD) {
+  if (g_steps && g_nextStep < g_steps->size()) (*g_steps)[g_nextStep++]();
+}
+
+}  // namespace
+
+int CountUserWindows() {
+  int count = 0;
+  EnumThreadWindows(GetCurrentThreadId(), CountOne, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+int LiveGdiObjects() {
+  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
+  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
+  PROCESS_BASIC_INFORMATION basic{};
+  if (sizeof(void*) != 8 || !query ||
+      query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0)
+    return -1;
+  // 24-byte entries on x86_64, the object type in byte 14 (0: free).
+  auto* table = *reinterpret_cast<const UInt8* const*>(
+      reinterpret_cast<const UInt8*>(basic.PebBaseAddress) + 0xF8);
+  int live = 0;
+  for (int i = 0; table && i < 0x10000; ++i) live += table[i * 24 + 14] != 0;
+  return table ? live : -1;
+}
+
+std::ostream& operator<<(std::ostream& out, const Footprint& f) {
+  return out << f.windows << " windows, " << f.gdi << " GDI objects, " << f.bytes << " bytes, "
+             << f.list.size() << " in the list";
+}
+
+POINT FrameSpot(HWND hwnd, LRESULT hit) {
+  RECT r;
+  GetWindowRect(hwnd, &r);
+  for (int y = r.top; y < r.bottom; ++y)
+    for (int x = r.left; x < r.right; ++x)
+      if (SendMessageA(hwnd, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == hit) return POINT{x, y};
+  ADD_FAILURE() << "no frame spot with hit test " << hit;
+  return POINT{r.left, r.top};
+}
+
+void PostFrameClick(HWND hwnd, LRESULT hit) {
+  POINT p = FrameSpot(hwnd, hit);
+  SetCursorPos(p.x, p.y);
+  PostMessageA(hwnd, WM_NCLBUTTONDOWN, WPARAM(hit), MAKELPARAM(p.x, p.y));
+  PostMessageA(hwnd, WM_LBUTTONUP, 0, 0);
+}
+
+void SendMouse(DWORD flags, POINT at) {
+  INPUT in{};
+  in.type = INPUT_MOUSE;
+  int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+  in.mi.dx = (at.x * 65536 + width - 1) / width;
+  in.mi.dy = (at.y * 65536 + height - 1) / height;
+  in.mi.dwFlags = flags | (flags & MOUSEEVENTF_MOVE ? MOUSEEVENTF_ABSOLUTE : 0);
+  SendInput(1, &in, sizeof in);
+}
+
+Footprint WindowTest::Now() {
+  UInt32 bytes = 0;
+  KWE_ComputeMemorySize(nullptr, nullptr, nullptr, nullptr, &bytes);
+  return Footprint{CountUserWindows(), LiveGdiObjects(), bytes, ListOrder()};
+}
 
 void WindowTest::SetUp() {
   SessionTest::SetUp();
+  mdiClient = record.mdiClient;
   ShowWindow(mainWindow, SW_SHOW);
   GrafPtr screen = nullptr;
   InitGraf(&screen);
@@ -11,7 +101,15 @@ void WindowTest::SetUp() {
   Drain();
 }
 
-void WindowTest::TearDown() { SessionTest::TearDown(); }
+void MdiWindowTest::FillRecord(KWESessionRecord& r) {
+  RECT area;
+  GetClientRect(r.mainWindow, &area);
+  CLIENTCREATESTRUCT create{nullptr, 0xFF00};
+  r.mdiClient =
+      CreateWindowA("MDICLIENT", nullptr, WS_CHILD | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, area.right,
+                    area.bottom, r.mainWindow, nullptr, TestInstance(), &create);
+  SetWindowLongPtrA(r.mainWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FrameWindowProc));
+}
 
 WindowPtr WindowTest::Make(SInt16 procID, Rect bounds, bool visible, WindowPtr behind,
                            bool goAway) {
@@ -25,19 +123,21 @@ WindowPtr WindowTest::EventWindow(const EventRecord& e) {
   return nullptr;
 }
 
-std::vector<EventRecord> WindowTest::Drain(EventMask mask) {
+std::vector<EventRecord> WindowTest::Drain(EventMask mask, bool paint) {
   std::vector<EventRecord> events;
   EventRecord e;
-  for (int empty = 0; empty < 3;) {
-    if (GetNextEvent(mask, &e)) {
-      events.push_back(e);
-      // An application paints on an update event; until then it comes again.
-      if (e.what == updateEvt) {
-        BeginUpdate(EventWindow(e));
-        EndUpdate(EventWindow(e));
-      }
-    } else {
+  for (int empty = 0; empty < kQuietPasses;) {
+    if (!GetNextEvent(mask, &e)) {
       ++empty;
+      continue;
+    }
+    empty = 0;
+    events.push_back(e);
+    // An application paints on an update event; until then it comes again.
+    if (WindowPtr w = e.what == updateEvt ? EventWindow(e) : nullptr) {
+      BeginUpdate(w);
+      if (paint) PaintRect(&w->portRect);
+      EndUpdate(w);
     }
   }
   return events;
@@ -49,6 +149,69 @@ void WindowTest::Pump() {
     TranslateMessage(&msg);
     DispatchMessageA(&msg);
   }
+}
+
+std::vector<WindowPtr> WindowTest::ListOrder() {
+  std::vector<WindowPtr> order;
+  for (WindowPeek p = vars.WindowList; p; p = p->nextWindow)
+    order.push_back(reinterpret_cast<WindowPtr>(p));
+  return order;
+}
+
+std::vector<WindowPtr> WindowTest::Win32Order() {
+  // EnumWindows takes the top-level windows at once: other programs' windows
+  // come and go while the chain is walked.
+  std::vector<HWND> windows;
+  EnumWindows(AddHwnd, reinterpret_cast<LPARAM>(&windows));
+  for (HWND group : {mainWindow, mdiClient})
+    for (HWND h = group ? GetTopWindow(group) : nullptr; h; h = GetWindow(h, GW_HWNDNEXT))
+      windows.push_back(h);
+  std::vector<WindowPtr> order;
+  for (HWND h : windows) {
+    DWORD process = 0;
+    WindowPtr w = nullptr;
+    GetWindowThreadProcessId(h, &process);
+    if (process == GetCurrentProcessId() && KWE_GetwPtr(h, &w)) order.push_back(w);
+  }
+  return order;
+}
+
+RECT WindowTest::ClientInParent(WindowPtr w) {
+  HWND hwnd = KWE_GethWnd(w);
+  HWND parent = GetWindowLongA(hwnd, GWL_STYLE) & WS_CHILD ? GetParent(hwnd)
+                : GetWindow(hwnd, GW_OWNER)                ? mainWindow
+                                                           : nullptr;
+  RECT r;
+  GetClientRect(hwnd, &r);
+  MapWindowPoints(hwnd, parent, reinterpret_cast<POINT*>(&r), 2);
+  return r;
+}
+
+COLORREF WindowTest::Pixel(WindowPtr w, int h, int v) {
+  HWND hwnd = KWE_GethWnd(w);
+  HDC dc = GetDC(hwnd);
+  COLORREF c = GetPixel(dc, h, v);
+  ReleaseDC(hwnd, dc);
+  return c;
+}
+
+void WindowTest::DuringModalLoop(std::vector<std::function<void()>> steps) {
+  g_steps = &steps;
+  g_nextStep = 0;
+  UINT_PTR timer = SetTimer(nullptr, 0, 20, RunStep);
+  for (DWORD start = GetTickCount(); g_nextStep < steps.size() && GetTickCount() - start < 5000;) {
+    Pump();
+    Sleep(5);
+  }
+  KillTimer(nullptr, timer);
+  Pump();
+  g_steps = nullptr;
+}
+
+bool WindowTest::NextMouseDown(EventRecord* e) {
+  for (int i = 0; i < kQuietPasses; ++i)
+    if (GetNextEvent(mDownMask, e)) return true;
+  return false;
 }
 
 }  // namespace kwe_test

@@ -1,0 +1,354 @@
+// Making windows: the records, the Win32 windows behind them (styles,
+// parents, frames, titles), bad input and creations that fail half-way.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "Memory.h"
+#include "Resources.h"
+#include "resource_builder/resource_image.h"
+#include "windows/windows_fixture.h"
+
+namespace {
+
+using namespace kwe_test;
+
+std::string Show(int top, int left, int bottom, int right) {
+  char s[64];
+  std::snprintf(s, sizeof s, "(%d,%d,%d,%d)", top, left, bottom, right);
+  return s;
+}
+std::string Show(const Rect& r) { return Show(r.top, r.left, r.bottom, r.right); }
+// A rectangle as a region's box: an empty one is all zero.
+std::string Box(const RECT& r) {
+  return IsRectEmpty(&r) ? Show(0, 0, 0, 0) : Show(r.top, r.left, r.bottom, r.right);
+}
+
+// The port rectangle is the client area, and strucRgn and contRgn are the
+// window and client rectangles on the screen.
+void ExpectGeometryMatchesWin32(WindowPtr w, const std::string& where) {
+  HWND hwnd = KWE_GethWnd(w);
+  RECT window, client;
+  GetWindowRect(hwnd, &window);
+  GetClientRect(hwnd, &client);
+  EXPECT_EQ(Show(w->portRect), Show(0, 0, client.bottom, client.right)) << where;
+  MapWindowPoints(hwnd, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  EXPECT_EQ(Show((**PeekOf(w)->strucRgn).rgnBBox), Box(window)) << where;
+  EXPECT_EQ(Show((**PeekOf(w)->contRgn).rgnBBox), Box(client)) << where;
+}
+
+class Creation : public WindowTest {
+ protected:
+  // Windows of these kinds made and disposed of: what Wine's device context
+  // cache and the library's caches keep from the first ones stays.
+  void WarmUp(std::initializer_list<SInt16> procIDs) {
+    for (SInt16 procID : procIDs) DisposeWindow(Make(procID));
+    Drain();
+  }
+};
+
+// What Windows holds for each procID: the standard definitions by procID,
+// the others by variant (procID & 15, here 64 + variant), hidden and shown.
+// Windows itself adds WS_CLIPSIBLINGS to top-level windows and a caption to
+// overlapped ones. Without a close box the system menu has no Close.
+TEST_F(Creation, EveryProcIdGetsItsStyleParentAndAFrameAroundTheBounds) {
+  const struct {
+    SInt16 procID;
+    DWORD style;
+  } kinds[] = {
+      {0, 0x44CC0000},  {1, 0x84C800C0},  {2, 0x44800000},  {3, 0x80800000},  {4, 0x44C80000},
+      {5, 0x84C800C0},  {8, 0x44CD0000},  {12, 0x44C90000}, {16, 0x44C80000}, {64, 0x44C00000},
+      {65, 0x44C00000}, {66, 0x84800000}, {67, 0x44800000}, {68, 0x44800000}, {69, 0x84C800C0},
+      {70, 0},          {71, 0x44C40000}, {72, 0x44C00000}, {73, 0x44C40000}, {74, 0x44C40000},
+      {75, 0},          {76, 0},          {77, 0},          {78, 0},          {79, 0x80800000}};
+  const Rect bounds{60, 50, 160, 250};
+  for (const auto& k : kinds) {
+    for (bool visible : {false, true}) {
+      bool goAway = (k.procID + visible) % 2;
+      std::string where = "procID " + std::to_string(k.procID) + (visible ? " visible" : "");
+      WindowPtr w = Make(k.procID, bounds, visible, InFront(), goAway);
+      ASSERT_NE(w, nullptr) << where;
+      HWND hwnd = KWE_GethWnd(w);
+      DWORD expected = k.style | (visible ? WS_VISIBLE : 0);
+      if (!(k.style & WS_CHILD)) expected |= WS_CLIPSIBLINGS;
+      if (!(k.style & (WS_CHILD | WS_POPUP))) expected |= WS_CAPTION;
+      EXPECT_EQ(DWORD(GetWindowLongA(hwnd, GWL_STYLE)), expected) << where;
+      EXPECT_EQ((GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_DLGMODALFRAME) != 0,
+                k.style == 0x84C800C0)
+          << where;
+      HWND parent = k.style & WS_CHILD ? GetParent(hwnd) : GetWindow(hwnd, GW_OWNER);
+      EXPECT_EQ(parent, k.procID == 79 ? nullptr : mainWindow) << where;
+      EXPECT_EQ(GetWVariant(w), k.procID) << where;
+      EXPECT_EQ(PeekOf(w)->visible, visible) << where;
+      UINT close = GetMenuState(GetSystemMenu(hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
+      EXPECT_TRUE(!(expected & WS_SYSMENU) || (close != UINT(-1)) == goAway) << where;
+      for (int shown = 0; shown < 2; ++shown, ShowWindow(w)) {
+        RECT client = ClientInParent(w);
+        EXPECT_EQ(Box(client), Show(bounds)) << where;
+        ExpectGeometryMatchesWin32(w, where);
+      }
+      DisposeWindow(w);
+      EXPECT_FALSE(IsWindow(hwnd)) << where;
+    }
+  }
+  EXPECT_EQ(vars.WindowList, nullptr);
+}
+
+// The three calls and their storage: the caller's record cleared, or a new
+// record block; the Mac title kept in titleHandle and handed to Windows in
+// ANSI; 'WIND' templates whose Boolean words hold the value in their first
+// byte; made behind nothing, a window goes to the back of its group.
+TEST_F(Creation, NewWindowNewCWindowAndGetNewWindowFillTheRecord) {
+  auto wind = [](SInt16 procID, UInt8 on, const char* title) {
+    // bounds (50, 60, 150, 260), procID, visible, goAway, refCon, title
+    resource_builder::Bytes b = {0, 50, 0, 60, 0, 150,  1,    4,    0,
+                                 0, on, 0, on, 0, 0x12, 0x34, 0x56, 0x78};
+    b[9] = UInt8(procID);
+    b.push_back(UInt8(std::strlen(title)));
+    for (const char* c = title; *c; ++c) b.push_back(UInt8(*c));
+    return resource_builder::MakeResource("WIND", SInt16(128 + !on), b);
+  };
+  auto image = resource_builder::BuildResourceImage({wind(4, 1, "Mac \x8A"), wind(8, 0, "Off")});
+  char path[MAX_PATH];
+  GetTempPathA(MAX_PATH, path);
+  std::string file = std::string(path) + "kwe_wind_" + std::to_string(GetCurrentProcessId());
+  FILE* f = std::fopen(file.c_str(), "wb");
+  ASSERT_NE(f, nullptr);
+  std::fwrite(image.data(), 1, image.size(), f);
+  std::fclose(f);
+  Str255 name{UInt8(file.size())};
+  std::memcpy(name + 1, file.data(), file.size());
+  SInt16 refNum = OpenResFile(name);
+  SetResLoad(true);
+  EXPECT_EQ(GetNewWindow(130, nullptr, InFront()), nullptr);
+
+  WindowRecord storage;
+  std::memset(&storage, 0xCD, sizeof storage);
+  const Rect bounds{50, 60, 150, 260};
+  const UInt8* title = reinterpret_cast<const UInt8*>("\x05Mac \x8A");
+  const struct {
+    WindowPtr w;
+    bool on, colour;
+    const char *mac, *ansi;
+  } made[] = {{NewWindow(&storage, &bounds, title, true, 4, InFront(), true, 0x12345678), true,
+               false, "Mac \x8A", "Mac \xE4"},
+              {NewCWindow(nullptr, &bounds, title, false, 8, nullptr, false, 0x12345678), false,
+               true, "Mac \x8A", "Mac \xE4"},
+              {GetNewWindow(128, nullptr, InFront()), true, false, "Mac \x8A", "Mac \xE4"},
+              {GetNewWindow(129, nullptr, nullptr), false, false, "Off", "Off"}};
+  CloseResFile(refNum);
+  DeleteFileA(file.c_str());
+  EXPECT_EQ(made[0].w, reinterpret_cast<WindowPtr>(&storage));
+  for (const auto& m : made) {
+    ASSERT_NE(m.w, nullptr) << m.mac;
+    WindowPeek p = PeekOf(m.w);
+    std::string where = std::to_string(&m - made);
+    EXPECT_TRUE(m.w == made[0].w || GetPtrSize(Ptr(m.w)) == Size(sizeof(WindowRecord))) << where;
+    EXPECT_EQ(p->windowKind, userKind) << where;
+    EXPECT_EQ(std::make_tuple(p->visible, IsWindowVisible(KWE_GethWnd(m.w)) != 0, p->goAwayFlag),
+              std::make_tuple(UInt8(m.on), m.on, UInt8(m.on)))
+        << where;
+    EXPECT_EQ(GetWRefCon(m.w), 0x12345678) << where;
+    EXPECT_TRUE(!p->windowPic && !p->controlList && !p->spareFlag) << where;
+    EXPECT_EQ(m.w->portBits.rowBytes < 0, m.colour) << where;
+    EXPECT_EQ(Box(ClientInParent(m.w)), Show(bounds)) << where;
+    char text[64] = "";
+    GetWindowTextA(KWE_GethWnd(m.w), text, sizeof text);
+    Str255 back;
+    GetWTitle(m.w, back);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(back + 1), back[0]), m.mac) << where;
+    EXPECT_EQ(std::string(text), m.ansi) << where;
+  }
+  EXPECT_EQ(GetWVariant(made[3].w), 8);
+  EXPECT_EQ(ListOrder(), (std::vector<WindowPtr>{made[2].w, made[0].w, made[1].w, made[3].w}));
+  EXPECT_EQ(Win32Order(), ListOrder());
+  for (const auto& m : made) DisposeWindow(m.w);
+}
+
+// A full 255-byte title of Macintosh Roman letters reaches Windows in ANSI
+// and comes back from GetWTitle as it was given, also through SetWTitle.
+TEST_F(Creation, LongMacintoshTitlesAreConvertedForWindowsAndKept) {
+  const UInt8 ansi[16] = {0xC4, 0xC5, 0xC7, 0xC9, 0xD1, 0xD6, 0xDC, 0xE1,
+                          0xE0, 0xE2, 0xE4, 0xE3, 0xE5, 0xE7, 0xE9, 0xE8};
+  Str255 title{255};
+  for (int i = 1; i <= 255; ++i) title[i] = UInt8(0x80 + (i - 1) % 16);
+  Rect bounds{40, 40, 140, 200};
+  WindowPtr w = NewWindow(nullptr, &bounds, title, true, documentProc, InFront(), true, 0);
+  for (int round = 0; round < 2; ++round, title[0] = 17, SetWTitle(w, title)) {
+    char text[300] = "";
+    ASSERT_EQ(GetWindowTextA(KWE_GethWnd(w), text, sizeof text), title[0]);
+    for (int i = 0; i < title[0]; ++i) EXPECT_EQ(UInt8(text[i]), ansi[i % 16]) << "byte " << i;
+    Str255 back;
+    GetWTitle(w, back);
+    EXPECT_EQ(std::memcmp(back, title, size_t(title[0]) + 1), 0);
+  }
+  DisposeWindow(w);
+}
+
+// Empty, inverted, huge and far-away bounds make windows whose port and
+// regions still match Win32, and leave nothing behind.
+TEST_F(Creation, BadBoundsMakeConsistentWindows) {
+  WarmUp({0, 1, 2, 71});
+  Footprint before = Now();
+  const Rect cases[] = {{0, 0, 0, 0},
+                        {50, 50, 50, 50},
+                        {100, 100, 50, 50},
+                        {-32768, -32768, 32767, 32767},
+                        {-30000, -30000, -29900, -29800},
+                        {30000, 30000, 30100, 30200}};
+  for (const Rect& r : cases) {
+    for (SInt16 procID : {0, 1, 2, 71}) {
+      std::string where = Show(r) + " procID " + std::to_string(procID);
+      WindowPtr w = Make(procID, r);
+      ASSERT_NE(w, nullptr) << where;
+      ExpectGeometryMatchesWin32(w, where);
+      EXPECT_EQ(Win32Order(), ListOrder()) << where;
+      Drain();
+      DisposeWindow(w);
+    }
+  }
+  EXPECT_EQ(Now(), before);
+}
+
+// A creation that fails half-way, for want of memory at any of its steps or
+// of a port (the table holds 64), gives nil and leaves no window, block or
+// GDI object behind; one that succeeds has every region and handle.
+TEST_F(Creation, CreationsFailingHalfWayUndoEverything) {
+  WindowPtr other = Make(noGrowDocProc);
+  WarmUp({documentProc, dBoxProc});
+  Footprint before = Now();
+  int failed = 0;
+  for (UInt32 extra = 0; extra < 1200; extra += 6) {
+    KWE_SetMemoryLimits(1, before.bytes + extra, 0, 0);
+    WindowPtr w = Make(extra % 12 ? documentProc : dBoxProc);
+    KWE_SetMemoryLimits(0, 0, 0, 0);
+    std::string where = "limit +" + std::to_string(extra);
+    failed += !w;
+    if (w) {
+      WindowPeek p = PeekOf(w);
+      EXPECT_TRUE(p->strucRgn && p->contRgn && p->updateRgn && p->titleHandle && w->visRgn &&
+                  w->clipRgn)
+          << where;
+      ExpectGeometryMatchesWin32(w, where);
+      Drain();
+      DisposeWindow(w);
+    }
+    EXPECT_EQ(Now(), before) << where;
+  }
+  EXPECT_GT(failed, 0);
+  EXPECT_LT(failed, 200);
+
+  std::vector<GrafPort> ports(70);
+  size_t opened = 0;
+  while (opened < ports.size() && (OpenPort(&ports[opened]), QDError() == noErr)) ++opened;
+  before = Now();
+  EXPECT_EQ(Make(), nullptr);
+  EXPECT_EQ(Now(), before);
+  ClosePort(&ports[0]);
+  WindowPtr w = Make();
+  EXPECT_EQ(ListOrder(), (std::vector<WindowPtr>{w, other}));
+  for (size_t i = 1; i < opened; ++i) ClosePort(&ports[i]);
+}
+
+// A host whose window class lacks the 32 extra bytes: every creation fails
+// cleanly.
+class NarrowClassCreation : public WindowTest {
+ protected:
+  void FillRecord(KWESessionRecord& r) override {
+    WNDCLASSA wc{};
+    wc.lpfnWndProc = LibraryWindowProc;
+    wc.hInstance = TestInstance();
+    wc.lpszClassName = "KWENarrowWndClass";
+    RegisterClassA(&wc);
+    r.windowClass = wc.lpszClassName;
+  }
+};
+
+TEST_F(NarrowClassCreation, AWindowClassWithoutItsExtraBytesMakesNoWindow) {
+  Footprint before = Now();
+  WindowRecord storage;
+  Rect bounds{40, 40, 140, 200};
+  EXPECT_EQ(Make(), nullptr);
+  EXPECT_EQ(Make(dBoxProc), nullptr);
+  EXPECT_EQ(NewCWindow(&storage, &bounds, nullptr, true, 0, InFront(), true, 0), nullptr);
+  EXPECT_EQ(Now(), before);
+  EXPECT_EQ(FrontWindow(), nullptr);
+}
+
+// Every call given a nil window does nothing, and EndUpdate(nil) does not
+// end another window's update.
+TEST_F(Creation, CallsOnANilWindowDoNothing) {
+  WindowPtr w = Make();
+  Drain();
+  Rect r{0, 0, 10, 10};
+  Str255 title = {3, 'a', 'b', 'c'};
+  SelectWindow(nullptr);
+  HideWindow(nullptr);
+  ShowWindow(nullptr);
+  ShowHide(nullptr, true);
+  BringToFront(nullptr);
+  SendBehind(nullptr, nullptr);
+  HiliteWindow(nullptr, true);
+  MoveWindow(nullptr, 1, 1, true);
+  SizeWindow(nullptr, 10, 10, true);
+  ZoomWindow(nullptr, inZoomOut, true);
+  DragWindow(nullptr, Pt(1, 1), &r);
+  SetWTitle(nullptr, title);
+  GetWTitle(nullptr, title);
+  DrawGrowIcon(nullptr);
+  KWE_SetwPtrMinSize(nullptr, 10, 10);
+  CloseWindo(nullptr);
+  DisposeWindow(nullptr);
+  EXPECT_EQ(title[0], 0);
+  EXPECT_EQ(GrowWindow(nullptr, Pt(1, 1), &r), 0);
+  EXPECT_FALSE(TrackGoAway(nullptr, Pt(1, 1)) || TrackBox(nullptr, Pt(1, 1), inZoomOut));
+  EXPECT_EQ(GetWRefCon(nullptr) | GetWVariant(nullptr), 0);
+  EXPECT_EQ(KWE_GethWnd(nullptr), nullptr);
+  EXPECT_EQ(ListOrder(), std::vector<WindowPtr>{w});
+  EXPECT_TRUE(FrontWindow() == w && PeekOf(w)->hilited);
+  EXPECT_TRUE(Drain().empty());
+
+  SetPort(w);
+  InvalRect(&w->portRect);
+  Drain(activMask);
+  BeginUpdate(w);
+  EndUpdate(nullptr);
+  EndUpdate(w);
+  PaintRect(&w->portRect);  // the update is over: the whole port is drawn
+  EXPECT_EQ(Pixel(w, 150, 90), RGB(0, 0, 0));
+}
+
+// A thousand windows made, drawn in and disposed of leave USER's windows,
+// GDI's objects and the Memory Manager's blocks where they were; the counts
+// are seen to move with a window and a region kept on purpose.
+TEST_F(Creation, ManyWindowsMadeDrawnAndDisposedLeakNothing) {
+  Footprint before = Now();
+  ASSERT_GE(before.gdi, 0) << "no GDI handle table to count in";
+  HWND kept = CreateWindowA("KWESubWndClass", "", WS_CHILD, 0, 0, 5, 5, mainWindow, nullptr,
+                            TestInstance(), nullptr);
+  HRGN region = CreateRectRgn(0, 0, 5, 5);
+  EXPECT_EQ(std::make_pair(CountUserWindows(), LiveGdiObjects()),
+            std::make_pair(before.windows + 1, before.gdi + 1));
+  DestroyWindow(kept);
+  DeleteObject(region);
+
+  const SInt16 procIDs[] = {documentProc, dBoxProc, zoomDocProc, altDBoxProc, 71, 74};
+  for (int i = 0; i < 1000; ++i) {
+    if (i == 20) before = Now();  // what the first windows leave for the session
+    Rect bounds{SInt16(30 + i % 40), SInt16(20 + i % 50), SInt16(130 + i % 60), 220};
+    WindowPtr w = Make(procIDs[i % 6], bounds, i % 5 != 0);
+    ASSERT_NE(w, nullptr) << "cycle " << i;
+    SetPort(w);
+    PaintOval(&w->portRect);
+    InvalRect(&w->portRect);
+    EventRecord e;
+    GetNextEvent(everyEvent, &e);
+    if (i % 3 == 0) ZoomWindow(w, inZoomOut, false);
+    DisposeWindow(w);
+  }
+  EXPECT_EQ(Now(), before);
+}
+
+}  // namespace
