@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "KWEWindows.h"
+#include "document_windows.h"
 #include "host_shell.h"
 #include "quickdraw_scene.h"
 #include "toolbox_tour.h"
@@ -22,8 +24,11 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   HWND main = StartHost(instance, nullptr);
 
   StartQuickDraw(HostGlobals());
+  InitWindows();
   TourResult tour = RunToolboxTour();
-  PostDemoInput(main);
+  // The document windows stand to the right of the tour's lines.
+  OpenDocumentWindows(560, 20);
+  PostDemoInput(main, KWE_GethWnd(DocumentWindow(0)), POINT{40, 110});
   // The event loop's lines go above the patterns' line and its swatches.
   std::vector<std::string> events = RunEventLoop();
   tour.lines.insert(tour.lines.end() - 1, events.begin(), events.end());
@@ -32,12 +37,13 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   g_patterns = tour.patterns;
   SetScenePainter(PaintScene);
   InvalidateRect(main, nullptr, TRUE);
-  PumpFor(500);
+  KeepRunning(30);
 
   bool saved = SaveWindowScreenshot(main, screenshot);
   std::printf("%s %s\n", saved ? "Screenshot saved to" : "Could not save", screenshot.c_str());
   std::fflush(stdout);
   SetScenePainter(nullptr);
+  CloseDocumentWindows();
   EndQuickDraw();
   EndHost(main);
   return saved ? 0 : 1;

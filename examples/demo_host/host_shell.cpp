@@ -3,6 +3,8 @@
 #include "KWEEvents.h"
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
+#include "KWEWindows.h"
+#include "library_windows.h"
 #include "png_writer.h"
 
 namespace {
@@ -25,22 +27,10 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     int y = 12;
     for (const std::string& line : g_lines) {
       TextOutA(dc, 12, y, line.c_str(), static_cast<int>(line.size()));
-      y += 18;
+      y += 16;
     }
     if (g_painter) g_painter(dc, y + 4);
     EndPaint(window, &ps);
-    return 0;
-  }
-  // Input goes to the library's translators, which post Toolbox events for
-  // the application's WaitNextEvent loop.
-  if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
-      (message >= WM_NCMOUSEMOVE && message <= WM_NCMBUTTONDBLCLK) || message == WM_SETCURSOR)
-    return KWE_EventMouse(window, message, wParam, lParam);
-  if (message >= WM_KEYFIRST && message <= WM_KEYLAST) {
-    KWE_EventKey(window, message, wParam, lParam);
-    // Alt+F4 and the other system keys keep working.
-    if (message == WM_SYSKEYDOWN || message == WM_SYSKEYUP || message == WM_SYSCHAR)
-      return DefWindowProcA(window, message, wParam, lParam);
     return 0;
   }
   if (message == WM_COMMAND) {
@@ -48,33 +38,34 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     return 0;
   }
   if (message == WM_ACTIVATEAPP) KWE_ActivateApp(wParam != 0);
-  return DefWindowProcA(window, message, wParam, lParam);
+  // The Toolbox windows move on the screen with it: their global regions
+  // (strucRgn, contRgn) are brought up to date.
+  if (message == WM_MOVE) KWE_UpdateWindows(1);
+  // Input goes to the library's translators, which post Toolbox events for
+  // the application's WaitNextEvent loop; the activation stands for the
+  // front window's, and the frame messages go to the Window Manager.
+  return ForwardToLibrary(window, message, wParam, lParam, DefWindowProcA);
 }
 
 void RegisterClasses(HINSTANCE instance) {
-  const struct {
-    const char* name;
-    WNDPROC procedure;
-  } classes[] = {{"KWEMainWndClass", MainWindowProc},
-                 {"KWESubWndClass", DefWindowProcA},
-                 {"KWESubMDIWndClass", DefMDIChildProcA}};
-  for (const auto& c : classes) {
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = c.procedure;
-    wc.hInstance = instance;
-    wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
-    wc.lpszClassName = c.name;
-    RegisterClassA(&wc);
-  }
+  WNDCLASSA wc{};
+  wc.lpfnWndProc = MainWindowProc;
+  wc.hInstance = instance;
+  wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
+  wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+  wc.lpszClassName = "KWEMainWndClass";
+  RegisterClassA(&wc);
+  RegisterLibraryWindowClasses(instance);
 }
 
 }  // namespace
 
 HWND StartHost(HINSTANCE instance, const char* commandLine) {
   RegisterClasses(instance);
-  HWND main = CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW, 40, 10, 780,
-                            740, nullptr, nullptr, instance, nullptr);
+  // The Toolbox windows are its children: it paints around them.
+  HWND main =
+      CreateWindowA("KWEMainWndClass", "Toolbox Tour", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 6, 4,
+                    1012, 760, nullptr, nullptr, instance, nullptr);
   KWESessionRecord session{};
   session.size = sizeof session;
   session.instance = instance;
@@ -98,24 +89,23 @@ const KWELowMemoryGlobals* HostGlobals() { return &g_globals; }
 void SetWindowLines(const std::vector<std::string>& lines) { g_lines = lines; }
 void SetScenePainter(ScenePainter painter) { g_painter = painter; }
 
-void PostDemoInput(HWND mainWindow) {
+void PostDemoInput(HWND mainWindow, HWND documentWindow, POINT click) {
   PostMessageA(mainWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(120, 40));
   PostMessageA(mainWindow, WM_LBUTTONUP, 0, MAKELPARAM(120, 40));
-  // Key-downs only: the pump's TranslateMessage makes each one's WM_CHAR.
-  PostMessageA(mainWindow, WM_KEYDOWN, 'H', 0x00230001);
-  PostMessageA(mainWindow, WM_KEYDOWN, 'I', 0x00170001);
-  PostMessageA(mainWindow, WM_KEYDOWN, VK_ESCAPE, 0x00010001);
-}
-
-void PumpFor(DWORD milliseconds) {
-  DWORD start = GetTickCount();
-  while (GetTickCount() - start < milliseconds) {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-      TranslateMessage(&msg);
-      DispatchMessageA(&msg);
+  PostMessageA(documentWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
+  PostMessageA(documentWindow, WM_LBUTTONUP, 0, MAKELPARAM(click.x, click.y));
+  // The keys as a keyboard makes them, so that each key's WM_CHAR follows
+  // its WM_KEYDOWN.
+  SetForegroundWindow(mainWindow);
+  SetFocus(mainWindow);
+  for (WORD key : {WORD('H'), WORD('I'), WORD(VK_ESCAPE)}) {
+    INPUT strokes[2] = {};
+    for (INPUT& stroke : strokes) {
+      stroke.type = INPUT_KEYBOARD;
+      stroke.ki.wVk = key;
     }
-    Sleep(10);
+    strokes[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, strokes, sizeof(INPUT));
   }
 }
 

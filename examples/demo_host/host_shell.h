@@ -8,8 +8,10 @@
 
 #include "MacTypes.h"
 
-// Registers the window classes the library names, creates the main window,
-// and starts a session with every low-memory global bound to host variables.
+// Registers the window classes the library names (the Toolbox windows' two
+// with the forwarding procedures of library_windows.h), creates the main
+// window, and starts a session with every low-memory global bound to host
+// variables.
 HWND StartHost(HINSTANCE instance, const char* commandLine);
 void EndHost(HWND mainWindow);
 
@@ -25,12 +27,10 @@ void SetWindowLines(const std::vector<std::string>& lines);
 using ScenePainter = void (*)(HDC dc, int top);
 void SetScenePainter(ScenePainter painter);
 
-// Posts what a user would do to the main window: a click in it, the keys H
-// and I, and Escape, which ends the tour's event loop.
-void PostDemoInput(HWND mainWindow);
-
-// Dispatches pending messages for about milliseconds.
-void PumpFor(DWORD milliseconds);
+// Posts what a user would do: a click in the main window, a click at click
+// in documentWindow (client coordinates), the keys H and I, and Escape,
+// which ends the tour's event loop.
+void PostDemoInput(HWND mainWindow, HWND documentWindow, POINT click);
 
 // Saves the main window, frame and all, as a PNG.
 bool SaveWindowScreenshot(HWND window, const std::string& path);

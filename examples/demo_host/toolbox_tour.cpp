@@ -11,6 +11,7 @@
 #include "Resources.h"
 #include "TextUtils.h"
 #include "ToolUtils.h"
+#include "document_windows.h"
 
 namespace {
 
@@ -125,13 +126,13 @@ void ReadOwnResources(std::vector<std::string>& lines, std::vector<Pattern>& pat
                   Line("%ld types in the chain", CountTypes()));
   StringHandle greeting = GetString(128);
   lines.push_back("GetString(128): \"" + (greeting ? Text(*greeting) : std::string("?")) + "\"");
-  std::string list = "GetIndString(128, i):";
+  lines.push_back("GetIndString(128, i):");
   for (SInt16 i = 1; i <= 3; ++i) {
     Str255 item;
     GetIndString(item, 128, i);
-    list += (i > 1 ? " / " : " ") + Text(item);
+    if (i == 2) lines.push_back("   ");  // two lines, beside the windows
+    lines.back() += (i == 2 ? " " : i > 1 ? " / " : " ") + Text(item);
   }
-  lines.push_back(list);
   if (PatHandle stripes = GetPattern(128)) patterns.push_back(**stripes);
   for (SInt16 i = 1; i <= 3; ++i) {
     Pattern tile;
@@ -156,7 +157,7 @@ std::string Described(const EventRecord& e, bool& quit) {
       char c = static_cast<char>(e.message & charCodeMask);
       if (c == 0x1B) {
         quit = true;
-        return " Escape (quit)";
+        return " Escape (quit);";
       }
       return std::string(" keyDown '") + c + "'" +
              Line(" (key code 0x%02lX);", (e.message & keyCodeMask) >> 8);
@@ -171,23 +172,33 @@ std::string Described(const EventRecord& e, bool& quit) {
 std::vector<std::string> RunEventLoop() {
   std::vector<std::string> lines{"WaitNextEvent saw:"};
   UInt32 start = TickCount();
-  int nulls = 0, onLine = 0;
+  int nulls = 0;
   bool quit = false;
-  while (!quit && TickCount() - start < 5 * 1000 / 16) {
+  // After the Escape key the loop goes on until no event is left, so that
+  // the windows' last updates are drawn.
+  while (TickCount() - start < 5 * 1000 / 16) {
     EventRecord e;
-    if (!WaitNextEvent(everyEvent, &e, 30, nullptr)) {
+    if (!WaitNextEvent(everyEvent, &e, quit ? 0 : 30, nullptr)) {
+      if (quit) break;
       ++nulls;
       continue;
     }
-    if (onLine++ == 3) {
-      lines.push_back("   ");
-      onLine = 1;
-    }
-    lines.back() += Described(e, quit);
+    std::string said = HandleDocumentEvent(e);
+    if (said.empty()) said = Described(e, quit);
+    if (lines.back().size() + said.size() > 78) lines.push_back("   ");
+    lines.back() += said;
   }
   lines.push_back(Line("(%ld null events while it waited; ", nulls) +
                   (quit ? "it ended on the Escape key)" : "no Escape key came)"));
   return lines;
+}
+
+void KeepRunning(UInt32 ticks) {
+  UInt32 start = TickCount();
+  while (TickCount() - start < ticks) {
+    EventRecord e;
+    if (WaitNextEvent(everyEvent, &e, 2, nullptr)) HandleDocumentEvent(e);
+  }
 }
 
 TourResult RunToolboxTour() {

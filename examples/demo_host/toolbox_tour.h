@@ -14,5 +14,10 @@ struct TourResult {
 TourResult RunToolboxTour();
 
 // A WaitNextEvent loop, as the application's main loop runs, until Escape
-// (or five seconds without it); one line telling the events it saw.
+// (or five seconds without it): the document windows' events go to them.
+// Lines telling the events it saw.
 std::vector<std::string> RunEventLoop();
+
+// The same loop for ticks more, telling nothing: the windows keep being
+// drawn while the host repaints its own window.
+void KeepRunning(UInt32 ticks);

@@ -1,0 +1,177 @@
+// The Window Manager against the Win32 calls under it, on windows of the same
+// class (KWESubWndClass with the host's forwarding procedure), style and
+// size, children of a visible main window; the raw windows stand to the right
+// of the library's, so that neither side covers the other:
+//   NewWindow + DisposeWindow against CreateWindowExA (visible),
+//     UpdateWindow and DestroyWindow: both end with the window shown and
+//     painted once;
+//   SelectWindow between two overlapping windows against
+//     SetWindowPos(HWND_TOP) + SetActiveWindow, the repaints each causes
+//     dispatched on both sides (SetActiveWindow leaves a child window's
+//     caption alone: the raw side repaints no caption, the library two);
+//   BeginUpdate, one PaintRect and EndUpdate on a window Windows has
+//     invalidated, against BeginPaint, FillRect and EndPaint.
+#include <windows.h>
+
+#include "KWEWindows.h"
+#include "MacWindows.h"
+#include "bench_support.h"
+#include "library_windows.h"
+
+namespace {
+
+constexpr int kRounds = 40;  // short rounds, best of: the machine is shared
+constexpr int kWindows = 40;
+constexpr int kSelections = 100;
+constexpr int kPaints = 200;
+
+const Rect kBounds{40, 40, 240, 340};    // top, left, bottom, right in the main window
+const Rect kBehind{100, 140, 300, 440};  // a second window overlapping the first
+constexpr int kRawOffset = 480;          // where the raw windows stand, to the right
+
+template <typename Library, typename Raw>
+void Compare(const char* what, int calls, Library library, Raw raw) {
+  kwe_bench::CompareBest(what, kRounds, calls, 1e6, "us", library, raw);
+}
+
+// What the library made for bounds, as raw CreateWindowExA arguments.
+struct Win32Shape {
+  DWORD style, exStyle;
+  RECT outer;  // in the main window's client coordinates
+};
+
+Win32Shape ShapeOf(WindowPtr w, HWND main) {
+  HWND hwnd = KWE_GethWnd(w);
+  Win32Shape s{
+      DWORD(GetWindowLongA(hwnd, GWL_STYLE)), DWORD(GetWindowLongA(hwnd, GWL_EXSTYLE)), {}};
+  GetWindowRect(hwnd, &s.outer);
+  MapWindowPoints(nullptr, main, reinterpret_cast<POINT*>(&s.outer), 2);
+  OffsetRect(&s.outer, kRawOffset, 0);
+  return s;
+}
+
+HWND CreateRaw(const Win32Shape& s, HWND main) {
+  return CreateWindowExA(s.exStyle, "KWESubWndClass", "Bench", s.style | WS_VISIBLE, s.outer.left,
+                         s.outer.top, s.outer.right - s.outer.left, s.outer.bottom - s.outer.top,
+                         main, nullptr, GetModuleHandleA(nullptr), nullptr);
+}
+
+WindowPtr NewDocument(const Rect& bounds) {
+  static const unsigned char title[] = {5, 'B', 'e', 'n', 'c', 'h'};
+  return NewWindow(nullptr, &bounds, title, true, documentProc, WindowPtr(-1), true, 0);
+}
+
+// Dispatches what is waiting (the paints a change of order calls for).
+void Pump() {
+  MSG msg;
+  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
+}
+
+void CreateAndDispose(HWND main, const Win32Shape& shape) {
+  Compare(
+      "NewWindow/DisposeWindow vs CreateWindowEx/Destroy", kWindows,
+      [&] {
+        for (int i = 0; i < kWindows; ++i) DisposeWindow(NewDocument(kBounds));
+      },
+      [&] {
+        for (int i = 0; i < kWindows; ++i) {
+          HWND hwnd = CreateRaw(shape, main);
+          UpdateWindow(hwnd);
+          DestroyWindow(hwnd);
+        }
+      });
+}
+
+void Select(HWND main, const Win32Shape& front, const Win32Shape& behind) {
+  WindowPtr windows[2] = {NewDocument(kBounds), NewDocument(kBehind)};
+  HWND raw[2] = {CreateRaw(front, main), CreateRaw(behind, main)};
+  Pump();
+  Compare(
+      "SelectWindow vs SetWindowPos(TOP)+SetActiveWindow", kSelections,
+      [&] {
+        for (int i = 0; i < kSelections; ++i) {
+          SelectWindow(windows[i & 1]);
+          Pump();
+        }
+      },
+      [&] {
+        for (int i = 0; i < kSelections; ++i) {
+          SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+          SetActiveWindow(raw[i & 1]);
+          Pump();
+        }
+      });
+  for (int i = 0; i < 2; ++i) {
+    DisposeWindow(windows[i]);
+    DestroyWindow(raw[i]);
+  }
+}
+
+void Update(HWND main, const Win32Shape& shape) {
+  WindowPtr w = NewDocument(kBounds);
+  HWND hwnd = KWE_GethWnd(w);
+  HWND raw = CreateRaw(shape, main);
+  Pump();
+  HBRUSH black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+  Compare(
+      "Begin/EndUpdate+PaintRect vs Begin/EndPaint+FillRect", kPaints,
+      [&] {
+        for (int i = 0; i < kPaints; ++i) {
+          InvalidateRect(hwnd, nullptr, FALSE);
+          BeginUpdate(w);
+          PaintRect(&w->portRect);
+          EndUpdate(w);
+        }
+      },
+      [&] {
+        for (int i = 0; i < kPaints; ++i) {
+          InvalidateRect(raw, nullptr, FALSE);
+          PAINTSTRUCT ps;
+          HDC dc = BeginPaint(raw, &ps);
+          FillRect(dc, &ps.rcPaint, black);
+          EndPaint(raw, &ps);
+        }
+      });
+  DisposeWindow(w);
+  DestroyWindow(raw);
+}
+
+}  // namespace
+
+int main() {
+  HINSTANCE instance = GetModuleHandleA(nullptr);
+  WNDCLASSA wc{};
+  wc.lpfnWndProc = DefWindowProcA;
+  wc.hInstance = instance;
+  wc.lpszClassName = "KWEMainWndClass";
+  RegisterClassA(&wc);
+  RegisterLibraryWindowClasses(instance);
+  HWND main =
+      CreateWindowA("KWEMainWndClass", "Window bench", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
+                    1000, 700, nullptr, nullptr, instance, nullptr);
+  ShowWindow(main, SW_SHOWNORMAL);
+  KWESessionRecord record{};
+  record.size = sizeof record;
+  record.instance = instance;
+  record.mainWindow = main;
+  KWE_InitSession(&record);
+  KWEGlobalsRecord globals{};
+  globals.size = 4;
+  KWE_InitGlobals(&globals);
+  GrafPtr screen;
+  InitGraf(&screen);
+  InitWindows();
+
+  WindowPtr probes[2] = {NewDocument(kBounds), NewDocument(kBehind)};
+  Win32Shape front = ShapeOf(probes[0], main), behind = ShapeOf(probes[1], main);
+  for (WindowPtr w : probes) DisposeWindow(w);
+  Pump();
+
+  CreateAndDispose(main, front);
+  Select(main, front, behind);
+  Update(main, front);
+
+  KWE_ExitSession();
+  DestroyWindow(main);
+  return 0;
+}
