@@ -2,7 +2,9 @@
 #pragma once
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 #include "KWESession.h"
 
@@ -57,6 +59,38 @@ void CompareBest(const char* what, int rounds, int calls, double scale, const ch
     if (elapsed < best[round % 2]) best[round % 2] = elapsed;
   }
   PrintRatio(what, best[0] * scale / calls, best[1] * scale / calls, unit);
+}
+
+// For work whose cost swings with what Wine and the X server do in the
+// background (window surfaces flushed on a timer): each round times both
+// sides back to back, in alternating order, and the figures printed are the
+// medians of each side and of the round-by-round ratios.
+template <typename Library, typename Raw>
+void CompareByRound(const char* what, int rounds, int calls, double scale, const char* unit,
+                    Library library, Raw raw) {
+  std::vector<double> times[2], ratios;
+  for (int round = 0; round < rounds; ++round) {
+    double elapsed[2];
+    for (int turn = 0; turn < 2; ++turn) {
+      int side = (round + turn) % 2;
+      double start = Now();
+      if (side == 0)
+        library();
+      else
+        raw();
+      GdiFlush();
+      elapsed[side] = Now() - start;
+    }
+    for (int side = 0; side < 2; ++side) times[side].push_back(elapsed[side]);
+    ratios.push_back(elapsed[0] / elapsed[1]);
+  }
+  auto median = [](std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+  };
+  std::printf("%-52s library %9.2f %s, raw %9.2f %s, ratio %.2f\n", what,
+              median(times[0]) * scale / calls, unit, median(times[1]) * scale / calls, unit,
+              median(ratios));
 }
 
 // A session with no main window and every low-memory global in a library

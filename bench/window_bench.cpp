@@ -20,10 +20,10 @@
 
 namespace {
 
-constexpr int kRounds = 40;  // short rounds, best of: the machine is shared
-constexpr int kWindows = 40;
-constexpr int kSelections = 100;
-constexpr int kPaints = 200;
+constexpr int kRounds = 41;  // short rounds, the median of: the machine is shared
+constexpr int kWindows = 10;
+constexpr int kSelections = 20;
+constexpr int kPaints = 50;
 
 const Rect kBounds{40, 40, 240, 340};    // top, left, bottom, right in the main window
 const Rect kBehind{100, 140, 300, 440};  // a second window overlapping the first
@@ -31,7 +31,7 @@ constexpr int kRawOffset = 480;          // where the raw windows stand, to the 
 
 template <typename Library, typename Raw>
 void Compare(const char* what, int calls, Library library, Raw raw) {
-  kwe_bench::CompareBest(what, kRounds, calls, 1e6, "us", library, raw);
+  kwe_bench::CompareByRound(what, kRounds, calls, 1e6, "us", library, raw);
 }
 
 // What the library made for bounds, as raw CreateWindowExA arguments.

@@ -217,7 +217,7 @@ bool SmallCaptionMessage(WindowPtr w, HWND hwnd, UINT msg, WPARAM wParam, LPARAM
       return true;
     case WM_NCACTIVATE:
       Peek(w)->hilited = (FlagsOf(w) & kToolWindowFlag) ? events::ApplicationActive() : wParam != 0;
-      Paint(w, hwnd);
+      if (lParam != -1) Paint(w, hwnd);  // -1: the state alone, as Windows does
       *result = 0;
       return true;
     case WM_NCLBUTTONDOWN: {

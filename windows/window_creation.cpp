@@ -56,7 +56,9 @@ HWND ParentWindow(const WindowStyle& s) {
 // than a frame's width off the parent's left and top, and not past its
 // client width (height) less a scroll bar.
 void KeepReachable(RECT& outer, HWND parent, SIZE frame) {
-  RECT client{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  // The screen's size as InitWindows found it: GetSystemMetrics asks the
+  // display driver each time under Wine.
+  RECT client{0, 0, State().screenWidth, State().screenHeight};
   if (parent) GetClientRect(parent, &client);
   int width = outer.right - outer.left, height = outer.bottom - outer.top;
   int maxLeft = client.right - GetSystemMetrics(SM_CXVSCROLL);
@@ -169,12 +171,15 @@ bool TieToWin32(Creation& c, const WindowStyle& s, UInt16 flags, UInt16 moreFlag
   ATOM atom = TheSession().windowFlagAtom;
   if (atom == kNoAtom || !SetPropA(hwnd, MAKEINTATOM(atom), reinterpret_cast<HANDLE>(1)))
     return false;
+  // The extra bytes start at zero: only what differs is written, each write
+  // being a round trip to the window server.
   SetWindowLongPtrA(hwnd, kWindowPtrLong, reinterpret_cast<LONG_PTR>(c.w));
-  SetWindowLongPtrA(hwnd, kPaletteLong, 0);
   SetWindowLongA(hwnd, kStyleLong, LONG(s.style));
-  SetWindowWord(hwnd, kMinWidthWord, WORD(State().minWidth));
-  SetWindowWord(hwnd, kMinHeightWord, WORD(State().minHeight));
-  SetClassLongPtrA(hwnd, GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(LoadCursorA(nullptr, IDC_ARROW)));
+  if (State().minWidth) SetWindowWord(hwnd, kMinWidthWord, WORD(State().minWidth));
+  if (State().minHeight) SetWindowWord(hwnd, kMinHeightWord, WORD(State().minHeight));
+  static const auto arrow = reinterpret_cast<ULONG_PTR>(LoadCursorA(nullptr, IDC_ARROW));
+  if (GetClassLongPtrA(hwnd, GCLP_HCURSOR) != arrow)
+    SetClassLongPtrA(hwnd, GCLP_HCURSOR, LONG_PTR(arrow));
   return true;
 }
 
@@ -365,15 +370,18 @@ WindowPtr MakeWindow(void* storage, const Rect* bounds, ConstStr255Param title, 
     // whatever it was made behind: when it is the front window now, the
     // activation follows it.
     if (FrontWindow() != front) MoveActivation(front, FrontWindow());
-  } else {
+  } else if (!visible) {
     PlaceInWin32Order(c.w, nullptr);
-    if (visible) {
-      ShowOrHide(c.w, true, false);
-      // In front even of the pop-ups, as SelectWindow puts a window.
-      if (!(flags & kToolWindowFlag)) {
-        MoveActivation(front, c.w);
-        st.selected = c.w;
-      }
+  } else {
+    // Hilited while still hidden, the frame is drawn once, when it is shown
+    // (in front of its group, where showing puts it).
+    bool activates = !(flags & kToolWindowFlag);
+    if (activates) HiliteWindow(c.w, true);
+    ShowOrHide(c.w, true, false, lateBits != 0);
+    // In front even of the pop-ups, as SelectWindow puts a window.
+    if (activates) {
+      MoveActivation(front, c.w);
+      st.selected = c.w;
     }
   }
   RefreshRegions(c.w);
@@ -464,7 +472,6 @@ void KWE_CALL CloseWindowDefault(WindowPtr w) {
   p->strucRgn = p->contRgn = p->updateRgn = nullptr;
   if (ATOM atom = TheSession().windowFlagAtom) RemovePropA(hwnd, MAKEINTATOM(atom));
   if (GetWindowLongA(hwnd, GWL_STYLE) & WS_SYSMENU) GetSystemMenu(hwnd, TRUE);
-  SetWindowLongPtrA(hwnd, kWindowPtrLong, 0);
   if (mdiChild) {
     HandOverMdiActivation(hwnd);
     SendMessageA(TheSession().mdiClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(hwnd), 0);
@@ -496,6 +503,9 @@ void DisposeAllWindows() {
     level = UpdateLevel{};
   }
   if (st.scratch) DisposeRgn(st.scratch);
+  RgnHandle& gray = kwe::lowmem::At<RgnHandle>(kwe::lowmem::Slot::GrayRgn);
+  if (gray) DisposeRgn(gray);
+  gray = nullptr;
   for (HBRUSH& brush : st.frameBrushes) {
     if (brush) DeleteObject(brush);
     brush = nullptr;

@@ -59,9 +59,10 @@ WindowPtr WindowOfHwnd(HWND hwnd) {
   if (!hwnd) return nullptr;
   if (g_state.beingMade && hwnd == g_state.beingMadeHwnd) return g_state.beingMade;
   if (g_state.beingClosed && hwnd == g_state.beingClosedHwnd) return g_state.beingClosed;
-  ATOM atom = TheSession().windowFlagAtom;
-  if (atom && GetPropA(hwnd, MAKEINTATOM(atom)))
-    return reinterpret_cast<WindowPtr>(GetWindowLongPtrA(hwnd, kWindowPtrLong));
+  // Every message of a library window asks this: the list answers without
+  // GetPropA, a round trip to the window server each time.
+  for (WindowPeek p = ListHead(); p; p = p->nextWindow)
+    if (HwndOf(AsPtr(p)) == hwnd) return AsPtr(p);
   return nullptr;
 }
 
@@ -117,7 +118,7 @@ void MoveToFrontOfGroup(WindowPtr w) {
   PlaceInWin32Order(w, nullptr);
 }
 
-void ShowOrHide(WindowPtr w, bool show, bool activate) {
+void ShowOrHide(WindowPtr w, bool show, bool activate, bool frameChanged) {
   HWND hwnd = HwndOf(w);
   if (!hwnd) return;
   WindowPeek p = Peek(w);
@@ -127,7 +128,7 @@ void ShowOrHide(WindowPtr w, bool show, bool activate) {
     WindowPtr before = PreviousOf(w);
     HWND insertAfter = before && GroupOf(before) == GroupOf(w) ? HwndOf(before) : HWND_TOP;
     SetWindowPos(hwnd, insertAfter, 0, 0, 0, 0,
-                 SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_FRAMECHANGED |
+                 SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | (frameChanged ? SWP_FRAMECHANGED : 0) |
                      (activate ? 0 : SWP_NOACTIVATE));
     p->visible = true;
     quickdraw::SetWindowPortVisible(w, true);
@@ -142,6 +143,33 @@ void ShowOrHide(WindowPtr w, bool show, bool activate) {
     RefreshAllRegions();
   }
   --g_state.movingItself;
+}
+
+bool SetCaptionState(WindowPtr w, bool on) {
+  if (!DataOf(w)) return false;
+  if (on && !events::ApplicationActive()) return false;
+  WindowPeek p = Peek(w);
+  if (bool(p->hilited) == on) return false;
+  p->hilited = on;
+  // WM_NCACTIVATE with -1 changes the caption's state without drawing it.
+  if (HWND hwnd = HwndOf(w)) SendMessageA(hwnd, WM_NCACTIVATE, on, -1);
+  return true;
+}
+
+void InvalidateFrame(HWND hwnd) {
+  // The window rectangle less the client area, in client coordinates:
+  // RedrawWindow with a null region would invalidate the content as well,
+  // and the application would get an update event for nothing.
+  RECT window, client;
+  GetWindowRect(hwnd, &window);
+  GetClientRect(hwnd, &client);
+  MapWindowPoints(nullptr, hwnd, reinterpret_cast<POINT*>(&window), 2);
+  HRGN frame = CreateRectRgnIndirect(&window);
+  HRGN content = CreateRectRgnIndirect(&client);
+  CombineRgn(frame, frame, content, RGN_DIFF);
+  RedrawWindow(hwnd, nullptr, frame, RDW_INVALIDATE | RDW_FRAME | RDW_NOCHILDREN);
+  DeleteObject(content);
+  DeleteObject(frame);
 }
 
 void Activate(WindowPtr w) {
@@ -170,8 +198,17 @@ void KWE_CALL SelectWindowDefault(WindowPtr w) {
   if (!DataOf(w) || !Peek(w)->visible) return;
   WindowPtr front = FrontWindow();
   if (w != front) {
+    if (front) Deactivate(front);
+    events::SetPendingActivation(w, true);
+    // Hilited before it is raised, with its whole frame marked for painting,
+    // the window's frame is drawn once: by the raise, or just after it when
+    // the raise uncovered nothing.
+    HWND hwnd = HwndOf(w);
+    bool changed = SetCaptionState(w, true);
+    if (changed) InvalidateFrame(hwnd);
     MoveToFrontOfGroup(w);
-    MoveActivation(front, w);
+    RedrawWindow(hwnd, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN);
+    if (changed && (DataOf(w)->moreFlags & kTakesFocusFlag)) SetFocus(hwnd);
   }
   g_state.selected = w;
 }
@@ -246,17 +283,11 @@ KWE_API void KWE_CALL SendBehind(WindowPtr theWindow, WindowPtr behindWindow) {
 }
 
 KWE_API void KWE_CALL HiliteWindow(WindowPtr theWindow, Boolean fHilite) {
-  WindowPeek p = Peek(theWindow);
-  if (!DataOf(theWindow)) return;
   bool on = fHilite != 0;
-  if (on && !kwe::events::ApplicationActive()) return;
-  if (bool(p->hilited) == on) return;
-  p->hilited = on;
+  if (!SetCaptionState(theWindow, on)) return;
   HWND hwnd = HwndOf(theWindow);
-  if (p->visible && hwnd) {
-    SendMessageA(hwnd, WM_NCACTIVATE, on, 0);
-    SendMessageA(hwnd, WM_NCPAINT, 1, 0);
-  }
+  // The frame is drawn once, with the library's own title-bar buttons.
+  if (Peek(theWindow)->visible && hwnd) SendMessageA(hwnd, WM_NCPAINT, 1, 0);
   if (on && hwnd && (DataOf(theWindow)->moreFlags & kTakesFocusFlag)) SetFocus(hwnd);
 }
 

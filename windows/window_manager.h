@@ -123,6 +123,14 @@ void Activate(WindowPtr w);
 void Deactivate(WindowPtr w);
 // The front window's activation moves to w (which becomes the front).
 void MoveActivation(WindowPtr from, WindowPtr to);
+// hilited set and told to Windows without drawing; false when unchanged (or
+// when an inactive application is asked to hilite).
+bool SetCaptionState(WindowPtr w, bool on);
+// Marks the whole frame of hwnd, and not its content, for painting.
+void InvalidateFrame(HWND hwnd);
+// Unites what Windows has to be painted in hwnd into w's updateRgn (global
+// coordinates) and validates it, as answering WM_PAINT would.
+void AcceptWin32Paint(WindowPtr w, HWND hwnd);
 
 // Regions (window_regions.cpp).
 void RefreshRegions(WindowPtr w);  // strucRgn and contRgn from Win32, then CalcVis
@@ -139,7 +147,9 @@ void PostDragPseudoPoint(WindowPtr w, WindowPtr oldFront);
 // Geometry (window_geometry.cpp): the outer rectangle for a client of
 // width x height with the window's style, and the reachable position rules.
 RECT OuterRectFor(HWND hwnd, const RECT& client);
-void ShowOrHide(WindowPtr w, bool show, bool activate);
+// Showing tells Windows the frame may have changed unless frameChanged is
+// false (a window just made, whose frame Windows has computed).
+void ShowOrHide(WindowPtr w, bool show, bool activate, bool frameChanged = true);
 
 // Every window of the list disposed (session end).
 void DisposeAllWindows();

@@ -172,6 +172,24 @@ void KWE_CALL InvalRgnDefault(RgnHandle rgn) {
   MarkUpdatePending(w);
 }
 
+void AcceptWin32Paint(WindowPtr w, HWND hwnd) {
+  // GetUpdateRgn erases and paints the frame as BeginPaint would; the paint
+  // is then accepted without a paint device context, which would cost as
+  // much again.
+  HRGN update = CreateRectRgn(0, 0, 0, 0);
+  if (GetUpdateRgn(hwnd, update, TRUE) > NULLREGION) {
+    POINT o{0, 0};
+    ClientToScreen(hwnd, &o);
+    OffsetRgn(update, o.x, o.y);
+    RgnHandle global = NewRgn();
+    if (global && kwe::quickdraw::SetRegionFromWin32(global, update))
+      UnionRgn(Peek(w)->updateRgn, global, Peek(w)->updateRgn);
+    if (global) DisposeRgn(global);
+  }
+  DeleteObject(update);
+  ValidateRgn(hwnd, nullptr);
+}
+
 // BeginUpdate keeps two levels of nesting; deeper calls only count, so that
 // the matching EndUpdate does nothing.
 void KWE_CALL BeginUpdateDefault(WindowPtr w) {
@@ -185,7 +203,9 @@ void KWE_CALL BeginUpdateDefault(WindowPtr w) {
   saved.origin = Point{w->portRect.top, w->portRect.left};
   if (!saved.savedVis) saved.savedVis = NewRgn();
   CopyRgn(w->visRgn, saved.savedVis);
-  UpdateWindow(HwndOf(w));
+  // What UpdateWindow would bring through WM_PAINT and KWE_EventUpdate, taken
+  // here without the round trip through the host's window procedure.
+  AcceptWin32Paint(w, HwndOf(w));
   GetPort(&saved.savedPort);
   SetPort(w);
   CopyRgn(Peek(w)->updateRgn, st.scratch);
@@ -283,19 +303,7 @@ KWE_API SInt32 KWE_CALL KWE_EventUpdate(HWND hwnd) {
     EndPaint(hwnd, &ps);
     return 1;
   }
-  HRGN update = CreateRectRgn(0, 0, 0, 0);
-  if (GetUpdateRgn(hwnd, update, FALSE) > NULLREGION) {
-    POINT o{0, 0};
-    ClientToScreen(hwnd, &o);
-    OffsetRgn(update, o.x, o.y);
-    RgnHandle global = NewRgn();
-    if (global && kwe::quickdraw::SetRegionFromWin32(global, update))
-      UnionRgn(Peek(w)->updateRgn, global, Peek(w)->updateRgn);
-    if (global) DisposeRgn(global);
-  }
-  DeleteObject(update);
-  BeginPaint(hwnd, &ps);
-  EndPaint(hwnd, &ps);
+  AcceptWin32Paint(w, hwnd);
   if (!LevelOf(w)) MarkUpdatePending(w);
   return 1;
 }
