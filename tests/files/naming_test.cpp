@@ -21,8 +21,6 @@ using kwe_test::P;
 using kwe_test::Text;
 using kwe_test::WriteRaw;
 
-constexpr SInt16 kNoVolume = SInt16(0xEEEE);
-
 std::string HFSpec(SInt32 dirID, SInt16 vRefNum, const std::string& name, OSErr* err) {
   char path[MAX_PATH];
   std::memset(path, 'x', sizeof path);
@@ -36,67 +34,66 @@ std::string WindowsCurrentDirectory() {
   return path;
 }
 
-char AbsentDriveLetter() {
-  DWORD present = GetLogicalDrives();
-  for (char c = 'Y'; c > 'C'; --c)
-    if (!(present & (1u << (c - 'A')))) return c;
-  return 0;
-}
+class FilesNaming : public kwe_test::FilesTest {
+ protected:
+  void SetUp() override {
+    FilesTest::SetUp();
+    DirID();  // the test directory is the first working directory, Sub the second
+    CreateDirectoryA(At("Sub").c_str(), nullptr);
+    sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
+    volume = ExpectedDriveVolume(Dir()[0]);
+  }
+  SInt32 sub = 0;
+  SInt16 subWD = 0, volume = 0;
+};
 
-using FilesNaming = kwe_test::FilesTest;
-
-TEST_F(FilesNaming, VolumesAreTheDrivesInLetterOrderWithAAndBAlwaysCounted) {
-  OSErr err;
-  EXPECT_EQ(HFSpec(2, -3, "FILE.TXT", &err), "C:\\FILE.TXT");
-  EXPECT_EQ(err, noErr);
-  EXPECT_EQ(HFSpec(2, -1, "", &err), "A:\\");
-  EXPECT_EQ(err, noErr);
+// Volumes are the drives in letter order with A: and B: always counted;
+// working directories are numbered from 0x8001 in the order they are first
+// named, found again without regard to case.
+TEST_F(FilesNaming, VolumesAreDrivesAndWorkingDirectoriesAreNumberedInOrder) {
   DWORD present = GetLogicalDrives();
   for (char letter = 'C'; letter <= 'Z'; ++letter) {
     if (!(present & (1u << (letter - 'A')))) continue;
-    SInt16 expected = ExpectedDriveVolume(letter);
-    std::string root = std::string(1, letter) + ":\\";
-    EXPECT_EQ(HFSpec(2, expected, "", &err), root) << letter;
+    const std::string root = std::string(1, letter) + ":\\";
+    OSErr err;
+    EXPECT_EQ(HFSpec(2, ExpectedDriveVolume(letter), "", &err), root);
     SInt16 vRefNum = 0, wd = 0;
     EXPECT_EQ(KWE_DirIDFromPath(root.c_str(), &vRefNum, &wd), 2) << letter;
-    EXPECT_EQ(vRefNum, expected);
+    EXPECT_EQ(vRefNum, ExpectedDriveVolume(letter));
     EXPECT_EQ(wd, 0);
   }
-}
-
-TEST_F(FilesNaming, WorkingDirectoriesAreNumberedFrom0x8001AndFoundWithoutRegardToCase) {
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt16 v1 = 0, wd1 = 0, v2 = 0, wd2 = 0, v3 = 0, wd3 = 0;
-  SInt32 first = KWE_DirIDFromPath(Dir().c_str(), &v1, &wd1);
-  SInt32 second = KWE_DirIDFromPath(At("Sub").c_str(), &v2, &wd2);
+  EXPECT_EQ(WDRefNum(), SInt16(0x8001));
+  EXPECT_EQ(subWD, SInt16(0x8002));
   std::string shouted = At("SUB\\");
   for (char& c : shouted) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  SInt32 again = KWE_DirIDFromPath(shouted.c_str(), &v3, &wd3);
-  EXPECT_EQ(wd1, SInt16(0x8001));
-  EXPECT_EQ(wd2, SInt16(0x8002));
-  EXPECT_EQ(again, second);
-  EXPECT_EQ(wd3, wd2);
-  EXPECT_NE(first, 0);
-  EXPECT_NE(first, 2);
-  EXPECT_NE(first, second);
-  EXPECT_EQ(v1, ExpectedDriveVolume(Dir()[0]));
-  EXPECT_EQ(v2, v1);
+  SInt16 v = 0, wd = 0;
+  EXPECT_EQ(KWE_DirIDFromPath(shouted.c_str(), &v, &wd), sub);
+  EXPECT_EQ(wd, subWD);
+  EXPECT_EQ(v, volume);
+  EXPECT_NE(DirID(), 2);
+  EXPECT_NE(DirID(), sub);
+  // A full name makes a record for its directory; one too long makes none.
+  EXPECT_NE(KWE_DirIDFromPath("c:\\dir", nullptr, &wd), 0);
+  EXPECT_LT(wd, 0);
+  std::string tooLong = "C:\\" + std::string(300, 'd') + "\\";
+  EXPECT_EQ(KWE_DirIDFromPath(tooLong.c_str(), nullptr, &wd), 0);
+  EXPECT_EQ(wd, SInt16(0xEEEE));
 }
 
-// Unknown directories and volumes give an empty path and their error.
+// Every way of naming a directory gives its full path; unknown directories
+// and volumes give an empty path and their error.
 TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt16 subWD = 0;
-  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
-  SInt16 volume = ExpectedDriveVolume(Dir()[0]);
-  std::string absent = std::string(1, AbsentDriveLetter()) + ":\\F.TXT";
-  struct Case {
+  DWORD present = GetLogicalDrives();
+  char absent = 'Y';
+  while (absent > 'C' && (present & (1u << (absent - 'A')))) --absent;
+  const struct {
     SInt32 dirID;
     SInt16 vRefNum;
-    std::string name;
-    std::string path;
+    std::string name, path;
     OSErr err;
   } cases[] = {
+      {2, -3, "FILE.TXT", "C:\\FILE.TXT", noErr},
+      {2, -1, "", "A:\\", noErr},
       {sub, 0, "F.TXT", At("Sub\\F.TXT"), noErr},
       {sub, volume, "", At("Sub"), noErr},
       {0, subWD, "F.TXT", At("Sub\\F.TXT"), noErr},
@@ -106,12 +103,12 @@ TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
       {sub, 0, "C:\\DIR\\F.TXT", "C:\\DIR\\F.TXT", noErr},
       {0, 0, "C:\\\\DIR\\\\\\F", "C:\\DIR\\F", noErr},
       {0, 0, "C:\\", "C:\\", noErr},
-      {0x12345, 0, "F", "", fnfErr},                // a made-up directory ID
-      {0, SInt16(0x8000 | 4000), "F", "", fnfErr},  // a working directory never made
-      {2, -26, "F", "", nsvErr},                    // a volume position past the table
-      {0, 0, absent, "", nsvErr},                   // a drive Windows does not have
+      {0x12345, 0, "F", "", fnfErr},                            // a made-up directory ID
+      {0, SInt16(0x8000 | 4000), "F", "", fnfErr},              // a working directory never made
+      {2, -26, "F", "", nsvErr},                                // a volume position past the table
+      {0, 0, std::string(1, absent) + ":\\F.TXT", "", nsvErr},  // a drive Windows lacks
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     OSErr err;
     EXPECT_EQ(HFSpec(c.dirID, c.vRefNum, c.name, &err), c.path) << c.name;
     EXPECT_EQ(err, c.err) << c.name;
@@ -120,29 +117,53 @@ TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
   char path[MAX_PATH];
   EXPECT_EQ(KWE_FSpec(subWD, P("G"), path), noErr);
   EXPECT_EQ(std::string(path), At("Sub\\G"));
-  // The full name made a record for its directory; one too long makes none.
-  SInt16 wd = 0;
-  EXPECT_NE(KWE_DirIDFromPath("c:\\dir", nullptr, &wd), 0);
-  EXPECT_LT(wd, 0);
-  std::string tooLong = "C:\\" + std::string(300, 'd') + "\\";
-  EXPECT_EQ(KWE_DirIDFromPath(tooLong.c_str(), nullptr, &wd), 0);
-  EXPECT_EQ(wd, kNoVolume);
 }
 
+// FSMakeFSSpec splits a name into its parent directory and leaf, and fills
+// the record for a missing file in an existing directory too.
+TEST_F(FilesNaming, FSMakeFSSpecSplitsIntoParentAndName) {
+  WriteRaw(At("here.txt"), "x");
+  const struct {
+    SInt16 vRefNum;
+    SInt32 dirID;
+    std::string name;
+    OSErr err;
+    SInt32 parID;
+    const char* leaf;
+  } cases[] = {
+      {0, 0, "here.txt", noErr, DirID(), "here.txt"},
+      {0, 0, "gone.txt", fnfErr, DirID(), "gone.txt"},
+      {0, 0, "", noErr, DirID(), ""},
+      {0, 0, At("here.txt"), noErr, DirID(), "here.txt"},
+      {subWD, 0, "gone.txt", fnfErr, sub, "gone.txt"},
+      {-3, 2, "C:\\", noErr, 2, ""},
+      {0, 0, std::string(64, 'n'), bdNamErr, 0, nullptr},
+      {0, 0x12345, "x", fnfErr, 0, nullptr},
+      {0, 0, "missing\\x", fnfErr, 0, nullptr},
+  };
+  for (const auto& c : cases) {
+    FSSpec spec;
+    std::memset(&spec, 0x5A, sizeof spec);
+    EXPECT_EQ(FSMakeFSSpec(c.vRefNum, c.dirID, P(c.name), &spec), c.err) << c.name;
+    if (!c.leaf) continue;
+    EXPECT_EQ(spec.vRefNum, c.vRefNum == -3 ? -3 : volume) << c.name;
+    EXPECT_EQ(spec.parID, c.parID) << c.name;
+    EXPECT_EQ(Text(spec.name), c.leaf) << c.name;
+  }
+  EXPECT_EQ(FSMakeFSSpec(0, 0, P("x"), nullptr), paramErr);
+}
+
+// The session's globals start at the current directory; KWE_CurDirvRefNum
+// moves CurDirStore, never Windows' own current directory.
 TEST_F(FilesNaming, StartupGlobalsAndCurDirvRefNumMovingCurDirStore) {
-  SInt16 expected = ExpectedDriveVolume(StartDirectory()[0]);
-  EXPECT_EQ(vars.CurrentVolume, expected);
-  EXPECT_EQ(vars.SFSaveDisk, -expected);
-  SInt16 number = KWE_CurDirvRefNum(nullptr);
-  EXPECT_EQ(number, WDRefNum());
+  EXPECT_EQ(vars.CurrentVolume, ExpectedDriveVolume(StartDirectory()[0]));
+  EXPECT_EQ(vars.SFSaveDisk, -vars.CurrentVolume);
+  EXPECT_EQ(KWE_CurDirvRefNum(nullptr), WDRefNum());
   EXPECT_EQ(vars.CurDirStore, DirID());
   EXPECT_EQ(KWE_CurDirvRefNum("C:\\"), -3);
   EXPECT_EQ(vars.CurDirStore, 2);
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt16 sub = KWE_CurDirvRefNum(At("Sub").c_str());
-  EXPECT_EQ(vars.CurDirStore, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr));
-  EXPECT_EQ(sub, SInt16(WDRefNum() + 1));
-  // Only CurDirStore moved: Windows' own current directory is the same.
+  EXPECT_EQ(KWE_CurDirvRefNum(At("Sub").c_str()), subWD);
+  EXPECT_EQ(vars.CurDirStore, sub);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
 }
 
@@ -167,80 +188,57 @@ TEST_F(FilesNaming, ALongCurrentDirectoryIsStillADirectory) {
   SetCurrentDirectoryA(Dir().c_str());
 }
 
-TEST_F(FilesNaming, FSMakeFSSpecSplitsIntoParentAndName) {
-  WriteRaw(At("here.txt"), "x");
-  FSSpec spec;
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("here.txt"), &spec), noErr);
-  EXPECT_EQ(spec.vRefNum, ExpectedDriveVolume(Dir()[0]));
-  EXPECT_EQ(spec.parID, DirID());
-  EXPECT_EQ(Text(spec.name), "here.txt");
-
-  std::memset(&spec, 0x5A, sizeof spec);
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("gone.txt"), &spec), fnfErr);
-  EXPECT_EQ(spec.parID, DirID());  // filled all the same
-  EXPECT_EQ(Text(spec.name), "gone.txt");
-
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P(""), &spec), noErr);
-  EXPECT_EQ(spec.parID, DirID());
-  EXPECT_EQ(spec.name[0], 0);
-
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P(At("here.txt")), &spec), noErr);
-  EXPECT_EQ(spec.parID, DirID());
-  EXPECT_EQ(FSMakeFSSpec(-3, 2, P("C:\\"), &spec), noErr);
-  EXPECT_EQ(spec.parID, 2);
-  EXPECT_EQ(spec.vRefNum, -3);
-
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P(std::string(64, 'n')), &spec), bdNamErr);
-  EXPECT_EQ(FSMakeFSSpec(0, 0x12345, P("x"), &spec), fnfErr);
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("x"), nullptr), paramErr);
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("missing\\x"), &spec), fnfErr);
-}
-
-TEST_F(FilesNaming, OpenWDAndGetWDInfoDescribeWorkingDirectories) {
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt16 wd = 1;
-  EXPECT_EQ(OpenWD(-3, DirID(), 0, &wd), noErr);
-  EXPECT_EQ(wd, WDRefNum());
-  EXPECT_EQ(OpenWD(-3, 2, 0, &wd), noErr);
-  EXPECT_EQ(wd, -3);
-  EXPECT_EQ(OpenWD(WDRefNum(), 0, 0, &wd), noErr);
-  EXPECT_EQ(wd, WDRefNum());
-  EXPECT_EQ(OpenWD(0, 0x12345, 0, &wd), dirNFErr);
-  EXPECT_EQ(wd, 0);
-  EXPECT_EQ(OpenWD(SInt16(0x8000 | 3000), 0, 0, &wd), dirNFErr);
-
-  Str255 name;
-  WDPBRec pb{};
-  pb.ioResult = 1;
-  pb.ioNamePtr = name;
-  pb.ioVRefNum = WDRefNum();
+// OpenWD answers the working directory of a volume and directory (the
+// volume itself for a root); PBGetWDInfo describes one, closed or not;
+// PBOpenWD joins a name that must be an existing directory.
+TEST_F(FilesNaming, WorkingDirectoriesAreOpenedAndDescribed) {
+  const struct {
+    SInt16 vRefNum;
+    SInt32 dirID;
+    OSErr err;
+    SInt16 wd;
+  } opens[] = {
+      {-3, DirID(), noErr, WDRefNum()},        {-3, 2, noErr, -3},
+      {WDRefNum(), 0, noErr, WDRefNum()},      {0, 0x12345, dirNFErr, 0},
+      {SInt16(0x8000 | 3000), 0, dirNFErr, 0},
+  };
+  for (const auto& o : opens) {
+    SInt16 wd = 1;
+    EXPECT_EQ(OpenWD(o.vRefNum, o.dirID, 0, &wd), o.err) << o.vRefNum << " " << o.dirID;
+    EXPECT_EQ(wd, o.wd);
+  }
   EXPECT_EQ(CloseWD(WDRefNum()), noErr);  // closing never forgets one
-  EXPECT_EQ(PBGetWDInfo(&pb, false), noErr);
-  EXPECT_EQ(pb.ioResult, noErr);
-  EXPECT_EQ(pb.ioVRefNum, WDRefNum());
-  EXPECT_EQ(pb.ioWDVRefNum, ExpectedDriveVolume(Dir()[0]));
-  EXPECT_EQ(pb.ioWDDirID, DirID());
-  EXPECT_EQ(pb.ioWDProcID, 0x4B574520);  // 'KWE '
-  EXPECT_EQ(Text(name), Dir());
-
-  pb.ioVRefNum = -3;
-  EXPECT_EQ(PBGetWDInfo(&pb, false), noErr);
-  EXPECT_EQ(pb.ioWDVRefNum, -3);
-  EXPECT_EQ(pb.ioWDDirID, 2);
-  EXPECT_EQ(Text(name), "C:\\");
-
-  pb.ioVRefNum = SInt16(0x8000 | 3000);
-  pb.ioResult = 1;
-  EXPECT_EQ(PBGetWDInfo(&pb, false), dirNFErr);
-  EXPECT_EQ(pb.ioResult, dirNFErr);
-
+  const struct {
+    SInt16 vRefNum;
+    OSErr err;
+    SInt16 volume;
+    SInt32 dirID;
+    std::string name;
+  } infos[] = {
+      {WDRefNum(), noErr, volume, DirID(), Dir()},
+      {-3, noErr, -3, 2, "C:\\"},
+      {SInt16(0x8000 | 3000), dirNFErr, 0, 0, ""},
+  };
+  for (const auto& i : infos) {
+    Str255 name = {0};
+    WDPBRec pb{};
+    pb.ioResult = 1;
+    pb.ioNamePtr = name;
+    pb.ioVRefNum = i.vRefNum;
+    EXPECT_EQ(PBGetWDInfo(&pb, false), i.err) << i.name;
+    EXPECT_EQ(pb.ioResult, i.err);
+    if (i.err != noErr) continue;
+    EXPECT_EQ(pb.ioWDVRefNum, i.volume);
+    EXPECT_EQ(pb.ioWDDirID, i.dirID);
+    EXPECT_EQ(pb.ioWDProcID, 0x4B574520);  // 'KWE '
+    EXPECT_EQ(Text(name), i.name);
+  }
   SInt16 vRefNum = 0;
   SInt32 dirID = 0, procID = 0;
   EXPECT_EQ(GetWDInfo(WDRefNum(), &vRefNum, &dirID, &procID), noErr);
   EXPECT_EQ(dirID, DirID());
-  EXPECT_EQ(vRefNum, ExpectedDriveVolume(Dir()[0]));
+  EXPECT_EQ(vRefNum, volume);
 
-  // PBOpenWD joins a name that must be an existing directory.
   WriteRaw(At("plain.txt"), "x");
   for (const char* name : {"Sub", "Missing", "plain.txt"}) {
     WDPBRec open{};
@@ -250,15 +248,11 @@ TEST_F(FilesNaming, OpenWDAndGetWDInfoDescribeWorkingDirectories) {
     const OSErr expected = name == std::string("Sub") ? OSErr(noErr) : OSErr(dirNFErr);
     EXPECT_EQ(PBOpenWD(&open, false), expected) << name;
     EXPECT_EQ(open.ioResult, expected) << name;
+    if (expected == noErr) {
+      EXPECT_EQ(open.ioWDDirID, sub);
+      EXPECT_EQ(open.ioVRefNum, subWD);
+    }
   }
-  SInt16 subWD = 0;
-  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
-  WDPBRec open{};
-  open.ioVRefNum = WDRefNum();
-  open.ioNamePtr = Keep("Sub");
-  EXPECT_EQ(PBOpenWD(&open, false), noErr);
-  EXPECT_EQ(open.ioWDDirID, sub);
-  EXPECT_EQ(open.ioVRefNum, subWD);
 }
 
 // GetVol names the drive root of the current directory; SetVol and HSetVol
@@ -275,15 +269,13 @@ TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
   wd.ioNamePtr = name;
   EXPECT_EQ(PBHGetVol(&wd, false), noErr);
   EXPECT_EQ(wd.ioWDDirID, DirID());
-  EXPECT_EQ(wd.ioWDVRefNum, ExpectedDriveVolume(Dir()[0]));
+  EXPECT_EQ(wd.ioWDVRefNum, volume);
 
   for (const char* bad : {"ABCD", "AB", "C:X", ":"}) EXPECT_EQ(SetVol(P(bad), 0), nsvErr) << bad;
   EXPECT_EQ(SetVol(nullptr, SInt16(0x8000 | 3000)), nsvErr);
   EXPECT_EQ(HSetVol(nullptr, 0, 0x12345), nsvErr);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
 
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr);
   EXPECT_EQ(HSetVol(nullptr, 0, sub), noErr);
   EXPECT_EQ(WindowsCurrentDirectory(), At("Sub"));
   EXPECT_EQ(vars.CurDirStore, sub);
@@ -304,23 +296,34 @@ TEST_F(FilesNaming, FindFolderMapsSpecialFoldersOnWindowsDirectories) {
   char windows[MAX_PATH], temp[MAX_PATH];
   GetWindowsDirectoryA(windows, sizeof windows);
   GetTempPathA(sizeof temp, temp);
-  struct Case {
-    OSType type;
-    std::string directory;
-  } cases[] = {
+  const std::pair<OSType, std::string> cases[] = {
       {kPreferencesFolderType, windows}, {kSystemFolderType, windows},
       {kStartupFolderType, windows},     {kTemporaryFolderType, temp},
       {kTrashFolderType, Dir()},         {kFontsFolderType, Dir()},
   };
-  for (const Case& c : cases) {
+  for (const auto& [type, directory] : cases) {
     SInt16 wd = 0, expectedWD = 0;
     SInt32 dirID = 0;
-    ASSERT_EQ(FindFolder(kOnSystemDisk, c.type, kCreateFolder, &wd, &dirID), noErr);
-    EXPECT_EQ(dirID, KWE_DirIDFromPath(c.directory.c_str(), nullptr, &expectedWD)) << c.directory;
+    ASSERT_EQ(FindFolder(kOnSystemDisk, type, kCreateFolder, &wd, &dirID), noErr);
+    EXPECT_EQ(dirID, KWE_DirIDFromPath(directory.c_str(), nullptr, &expectedWD)) << directory;
     EXPECT_EQ(wd, expectedWD);
   }
 }
 
+// Names cross into Windows through the character tables: Macintosh e acute
+// (0x8E) is ANSI 0xE9 on disk, and comes back as 0x8E.
+TEST_F(FilesNaming, MacintoshCharactersAreAnsiCharactersOnDisk) {
+  EXPECT_EQ(Create(P("caf\x8E.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
+  EXPECT_TRUE(kwe_test::Exists(At("caf\xE9.txt")));
+  WriteRaw(At("r\xE9sum\xE9.txt"), "x");
+  FSSpec spec;
+  EXPECT_EQ(FSMakeFSSpec(0, 0, P("r\x8Esum\x8E.txt"), &spec), noErr);
+  EXPECT_EQ(Text(spec.name), "r\x8Esum\x8E.txt");
+}
+
+// A path a host's file dialog chose becomes a reply in its directory, with
+// the type of its extension, or of the chosen filter when it is
+// remembered; filters' extensions are added or replace the name's own.
 class FilesReply : public kwe_test::FilesTest {
  protected:
   void SetUp() override {
@@ -339,46 +342,36 @@ TEST_F(FilesReply, APathBecomesAReplyInItsDirectory) {
   KWE_DosFSpec2MacSFReply(false, false, -1, true, false, At("Sub\\doc.txt").c_str(), &reply);
   EXPECT_TRUE(reply.good);
   EXPECT_FALSE(reply.copy);
-  EXPECT_EQ(reply.version, 0);
   EXPECT_EQ(Text(reply.fName), "doc.txt");
   EXPECT_EQ(reply.fType, kText);
   SInt16 subWD = 0;
-  SInt32 sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
+  EXPECT_EQ(vars.CurDirStore, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD));
   EXPECT_EQ(reply.vRefNum, subWD);
-  EXPECT_EQ(vars.CurDirStore, sub);
   EXPECT_EQ(vars.CurrentVolume, ExpectedDriveVolume(Dir()[0]));
   EXPECT_EQ(vars.SFSaveDisk, -vars.CurrentVolume);
-
   std::memset(&reply, 0x5A, sizeof reply);
   KWE_DosFSpec2MacSFReply(false, false, -1, false, false, At("Sub\\").c_str(), &reply);
   EXPECT_FALSE(reply.good);
   EXPECT_EQ(reply.vRefNum, 0);
   EXPECT_EQ(reply.fName[0], 0);
-}
 
-TEST_F(FilesReply, FilterExtensionsAreAddedOrReplaced) {
-  struct Case {
+  const struct {
     bool add, replace;
     SInt16 filter;
-    const char* name;
-    const char* result;
+    const char *name, *result;
   } cases[] = {
       {true, false, 0, "report", "report.TXT"},     {true, false, 0, "report.doc", "report.doc"},
       {true, true, 0, "report.doc", "report.TXT"},  {true, true, 1, "a.b.c", "a.PCT"},
       {true, true, 2, "report.doc", "report.doc"},  // no such filter
       {false, true, 0, "report.doc", "report.doc"},
   };
-  for (const Case& c : cases) {
-    SFReply reply;
+  for (const auto& c : cases) {
     KWE_DosFSpec2MacSFReply(c.add, c.replace, c.filter, false, false, At(c.name).c_str(), &reply);
     EXPECT_EQ(Text(reply.fName), c.result) << c.name;
   }
-}
 
-TEST_F(FilesReply, ARememberedChoiceGivesItsFilterTypeToThatName) {
   WriteRaw(At("drawing.xyz"), "x");
   WriteRaw(At("other.xyz"), "x");
-  SFReply reply;
   KWE_DosFSpec2MacSFReply(false, false, 1, false, true, At("drawing.xyz").c_str(), &reply);
   EXPECT_EQ(reply.fType, kPict);
   FInfo info;
@@ -386,18 +379,6 @@ TEST_F(FilesReply, ARememberedChoiceGivesItsFilterTypeToThatName) {
   EXPECT_EQ(info.fdType, kPict);
   EXPECT_EQ(GetFInfo(P("other.xyz"), 0, &info), noErr);
   EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
-  EXPECT_EQ(info.fdCreator, 0x3F3F3F3Fu);
-}
-
-// Names cross into Windows through the character tables: Macintosh e acute
-// (0x8E) is ANSI 0xE9 on disk, and comes back as 0x8E.
-TEST_F(FilesNaming, MacintoshCharactersAreAnsiCharactersOnDisk) {
-  EXPECT_EQ(Create(P("caf\x8E.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
-  EXPECT_TRUE(kwe_test::Exists(At("caf\xE9.txt")));
-  WriteRaw(At("r\xE9sum\xE9.txt"), "x");
-  FSSpec spec;
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("r\x8Esum\x8E.txt"), &spec), noErr);
-  EXPECT_EQ(Text(spec.name), "r\x8Esum\x8E.txt");
 }
 
 }  // namespace

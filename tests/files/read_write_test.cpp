@@ -23,40 +23,35 @@ class FilesReadWrite : public kwe_test::FilesTest {
     EXPECT_EQ(HOpen(0, 0, P(name), permission, &ref), noErr);
     return ref;
   }
+  static SInt32 Mark(SInt16 ref) {
+    SInt32 mark = -1;
+    EXPECT_EQ(GetFPos(ref, &mark), noErr);
+    return mark;
+  }
 };
 
-TEST_F(FilesReadWrite, ReadingPastTheEndDeliversWhatWasThere) {
-  std::string contents;
-  for (int i = 0; i < 200; ++i) contents += char('A' + i % 26);
-  SInt16 ref = Open("r.bin", contents, fsRdPerm);
-  ASSERT_EQ(SetFPos(ref, fsFromLEOF, -10), noErr);
-  char buffer[100];
+// A read past the end delivers what was there (eofErr) and leaves the rest
+// of the buffer; writes land at the mark, and nothing or less than nothing
+// writes nothing.
+TEST_F(FilesReadWrite, ReadsStopAtTheEndAndWritesLandAtTheMark) {
+  SInt16 ref = Open("w.txt", "0123456789");
+  char buffer[16];
   std::memset(buffer, '#', sizeof buffer);
-  SInt32 count = 100;
+  ASSERT_EQ(SetFPos(ref, fsFromLEOF, -3), noErr);
+  SInt32 count = 16;
   EXPECT_EQ(FSRead(ref, &count, buffer), eofErr);
-  EXPECT_EQ(count, 10);
-  EXPECT_EQ(std::string(buffer, 10), contents.substr(190));
-  EXPECT_EQ(buffer[10], '#');
+  EXPECT_EQ(std::string(buffer, 4), "789#");
+  EXPECT_EQ(count, 3);
   count = 5;
   EXPECT_EQ(FSRead(ref, &count, buffer), eofErr);
   EXPECT_EQ(count, 0);
-  SInt32 mark = -1;
-  EXPECT_EQ(GetFPos(ref, &mark), noErr);
-  EXPECT_EQ(mark, 200);
-  EXPECT_EQ(ReadRaw(At("r.bin")), contents);
-}
+  EXPECT_EQ(Mark(ref), 10);
 
-TEST_F(FilesReadWrite, WritesLandOnDiskAtTheMark) {
-  SInt16 ref = Open("w.txt", "0123456789");
-  SInt32 count = 3;
   ASSERT_EQ(SetFPos(ref, fsFromStart, 4), noErr);
+  count = 3;
   EXPECT_EQ(FSWrite(ref, &count, "abc"), noErr);
   EXPECT_EQ(count, 3);
-  EXPECT_EQ(ReadRaw(At("w.txt")), "0123abc789");
-  count = 0;
-  EXPECT_EQ(FSWrite(ref, &count, "zzz"), noErr);  // nothing written, nothing cut
-  count = -4;
-  EXPECT_EQ(FSWrite(ref, &count, "zzz"), noErr);
+  for (SInt32 none : {0, -4}) EXPECT_EQ(FSWrite(ref, &none, "zzz"), noErr);
   EXPECT_EQ(ReadRaw(At("w.txt")), "0123abc789");
   ASSERT_EQ(SetFPos(ref, fsFromLEOF, 0), noErr);
   count = 2;
@@ -68,7 +63,7 @@ TEST_F(FilesReadWrite, WritesLandOnDiskAtTheMark) {
 
 TEST_F(FilesReadWrite, PositioningModes) {
   SInt16 ref = Open("pos.txt", "0123456789");
-  struct Case {
+  const struct {
     SInt16 mode;
     SInt32 offset;
     OSErr err;
@@ -79,11 +74,9 @@ TEST_F(FilesReadWrite, PositioningModes) {
       {fsFromLEOF, 2, eofErr, 12},    {fsFromStart, 0, noErr, 0}, {fsFromMark, -1, ioErr, 0},
       {fsFromStart | 4, 3, noErr, 3},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(SetFPos(ref, c.mode, c.offset), c.err) << c.mode << " " << c.offset;
-    SInt32 mark = -1;
-    EXPECT_EQ(GetFPos(ref, &mark), noErr);
-    EXPECT_EQ(mark, c.mark) << c.mode << " " << c.offset;
+    EXPECT_EQ(Mark(ref), c.mark) << c.mode << " " << c.offset;
   }
   ParamBlockRec pb{};
   pb.ioParam.ioRefNum = ref;
@@ -96,7 +89,9 @@ TEST_F(FilesReadWrite, PositioningModes) {
   EXPECT_EQ(ReadRaw(At("pos.txt")), "0123456789");
 }
 
-TEST_F(FilesReadWrite, ClosedAndMadeUpReferenceNumbersMoveNothing) {
+// Reference numbers that were closed or never opened, and a file opened for
+// reading only: every call answers its error and moves nothing.
+TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   SInt16 ref = Open("c.txt", "keep");
   ParamBlockRec pb{};
   pb.ioParam.ioRefNum = ref;
@@ -105,48 +100,38 @@ TEST_F(FilesReadWrite, ClosedAndMadeUpReferenceNumbersMoveNothing) {
   EXPECT_EQ(pb.ioParam.ioResult, ioErr);
   pb.ioParam.ioRefNum = 0;
   EXPECT_EQ(PBClose(&pb, false), fnOpnErr);
-  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), SInt16(500)}) {
-    if (bad) {
-      EXPECT_EQ(FSClose(bad), ioErr) << bad;
-    }
+  const SInt16 readOnly = Open("ro.txt", "original", fsRdPerm);
+  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), SInt16(500), readOnly}) {
+    const OSErr err = bad == readOnly ? wrPermErr : ioErr;
     char buffer[4] = {'#', '#', '#', '#'};
     SInt32 count = 4, mark = 77;
-    EXPECT_EQ(FSRead(bad, &count, buffer), ioErr) << bad;
-    EXPECT_EQ(count, 0);
-    EXPECT_EQ(buffer[0], '#');
+    if (bad != readOnly) {
+      EXPECT_EQ(FSClose(bad), bad ? ioErr : fnOpnErr) << bad;
+      EXPECT_EQ(FSRead(bad, &count, buffer), ioErr) << bad;
+      EXPECT_EQ(buffer[0], '#');
+      EXPECT_EQ(GetFPos(bad, &mark), ioErr);
+      EXPECT_EQ(mark, 77);
+      EXPECT_EQ(SetFPos(bad, fsAtMark, 0), ioErr);
+      EXPECT_EQ(GetEOF(bad, &mark), ioErr);
+    }
     count = 4;
-    EXPECT_EQ(FSWrite(bad, &count, "ZZZZ"), ioErr) << bad;
-    EXPECT_EQ(GetFPos(bad, &mark), ioErr);
-    EXPECT_EQ(mark, 77);
-    EXPECT_EQ(SetFPos(bad, fsFromStart, 0), ioErr);
-    EXPECT_EQ(SetFPos(bad, fsAtMark, 0), ioErr);
-    EXPECT_EQ(GetEOF(bad, &mark), ioErr);
-    EXPECT_EQ(SetEOF(bad, 0), ioErr);
+    EXPECT_EQ(FSWrite(bad, &count, "ZZZZ"), err) << bad;
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(SetEOF(bad, 0), err);
     count = 10;
-    EXPECT_EQ(Allocate(bad, &count), rfNumErr);
+    EXPECT_EQ(Allocate(bad, &count), bad == readOnly ? wrPermErr : rfNumErr);
+    pb.ioParam.ioRefNum = bad;
+    pb.ioParam.ioBuffer = const_cast<Ptr>("xyz");
+    pb.ioParam.ioReqCount = 3;
+    EXPECT_EQ(PBWrite(&pb, false), err);
+    EXPECT_EQ(pb.ioParam.ioActCount, 0);
   }
   EXPECT_EQ(ReadRaw(At("c.txt")), "keep");
-}
-
-TEST_F(FilesReadWrite, ReadOnlyOpensRefuseEveryChange) {
-  SInt16 ref = Open("ro.txt", "original", fsRdPerm);
-  SInt32 count = 3;
-  EXPECT_EQ(FSWrite(ref, &count, "new"), wrPermErr);
-  EXPECT_EQ(count, 0);
-  EXPECT_EQ(SetEOF(ref, 2), wrPermErr);
-  EXPECT_EQ(SetEOF(ref, 0), wrPermErr);
-  count = 100;
-  EXPECT_EQ(Allocate(ref, &count), wrPermErr);
-  ParamBlockRec pb{};
-  pb.ioParam.ioRefNum = ref;
-  pb.ioParam.ioBuffer = const_cast<Ptr>("xyz");
-  pb.ioParam.ioReqCount = 3;
-  pb.ioParam.ioPosMode = fsFromStart;
-  EXPECT_EQ(PBWrite(&pb, false), wrPermErr);
-  EXPECT_EQ(pb.ioParam.ioActCount, 0);
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
 }
 
+// SetEOF grows the file with zeros and shrinks it, leaving the mark but
+// never past the end; Allocate grows it too.
 TEST_F(FilesReadWrite, EndOfFileGrowsWithZerosAndShrinks) {
   SInt16 ref = Open("eof.bin", "abcdef");
   SInt32 length = 0;
@@ -155,13 +140,10 @@ TEST_F(FilesReadWrite, EndOfFileGrowsWithZerosAndShrinks) {
   EXPECT_EQ(ReadRaw(At("eof.bin")), std::string("abcdef\0\0\0", 9));
   EXPECT_EQ(GetEOF(ref, &length), noErr);
   EXPECT_EQ(length, 9);
-  SInt32 mark = 0;
-  GetFPos(ref, &mark);
-  EXPECT_EQ(mark, 4);  // the mark stays
+  EXPECT_EQ(Mark(ref), 4);
   EXPECT_EQ(SetEOF(ref, 2), noErr);
   EXPECT_EQ(ReadRaw(At("eof.bin")), "ab");
-  GetFPos(ref, &mark);
-  EXPECT_EQ(mark, 2);  // never past the end
+  EXPECT_EQ(Mark(ref), 2);
   ParamBlockRec pb{};
   pb.ioParam.ioRefNum = ref;
   pb.ioParam.ioMisc = reinterpret_cast<Ptr>(static_cast<intptr_t>(5));
@@ -175,30 +157,41 @@ TEST_F(FilesReadWrite, EndOfFileGrowsWithZerosAndShrinks) {
   SInt32 count = 16;
   EXPECT_EQ(Allocate(ref, &count), noErr);
   EXPECT_EQ(ReadRaw(At("eof.bin")), std::string(16, '\0'));
-  FSClose(ref);
 }
 
-TEST_F(FilesReadWrite, ParameterBlockReadsAndWritesMoveTheOffset) {
-  SInt16 ref = Open("pb.txt", "0123456789");
-  char buffer[8] = {};
+// Parameter-block reads and writes move the mark, and ioPosOffset grows by
+// what they moved (the new mark when they position from the start); in
+// newline mode a read stops just past the newline character.
+TEST_F(FilesReadWrite, ParameterBlockTransfersAndNewlineMode) {
+  SInt16 ref = Open("pb.txt", "0123\r56789");
+  char buffer[16] = {};
   ParamBlockRec pb{};
   IOParam& io = pb.ioParam;
   io.ioRefNum = ref;
   io.ioBuffer = buffer;
-  io.ioReqCount = 4;
-  io.ioPosMode = fsFromStart;
-  io.ioPosOffset = 3;
   io.ioResult = 1;
-  EXPECT_EQ(PBRead(&pb, false), noErr);
-  EXPECT_EQ(io.ioResult, noErr);
-  EXPECT_EQ(io.ioActCount, 4);
-  EXPECT_EQ(io.ioPosOffset, 7);
-  EXPECT_EQ(std::string(buffer, 4), "3456");
-  io.ioReqCount = 8;
-  io.ioPosMode = fsAtMark;
-  io.ioPosOffset = 0;
-  EXPECT_EQ(PBRead(&pb, false), eofErr);
-  EXPECT_EQ(io.ioActCount, 3);
+  const struct {
+    SInt16 mode;
+    SInt32 offset, request;
+    OSErr err;
+    const char* read;
+    SInt32 mark;
+  } reads[] = {
+      {fsFromStart, 3, 4, noErr, "3\r56", 7},
+      {fsAtMark, 0, 8, eofErr, "789", 10},
+      {SInt16((13 << 8) | newLineBit | fsFromStart), 0, 16, noErr, "0123\r", 5},
+      {SInt16((13 << 8) | newLineBit | fsAtMark), 0, 16, eofErr, "56789", 10},
+  };
+  for (const auto& r : reads) {
+    io.ioPosMode = r.mode;
+    io.ioPosOffset = r.offset;
+    io.ioReqCount = r.request;
+    EXPECT_EQ(PBRead(&pb, false), r.err) << r.read;
+    EXPECT_EQ(io.ioResult, r.err);
+    EXPECT_EQ(std::string(buffer, size_t(io.ioActCount)), r.read);
+    EXPECT_EQ(io.ioPosOffset, r.offset + io.ioActCount) << r.read;
+    EXPECT_EQ(Mark(ref), r.mark);
+  }
   io.ioBuffer = const_cast<Ptr>("XY");
   io.ioReqCount = 2;
   io.ioPosMode = fsFromStart;
@@ -206,30 +199,7 @@ TEST_F(FilesReadWrite, ParameterBlockReadsAndWritesMoveTheOffset) {
   EXPECT_EQ(PBWrite(&pb, false), noErr);
   EXPECT_EQ(io.ioActCount, 2);
   EXPECT_EQ(io.ioPosOffset, 3);
-  EXPECT_EQ(ReadRaw(At("pb.txt")), "0XY3456789");
-}
-
-TEST_F(FilesReadWrite, NewlineModeStopsJustPastTheNewline) {
-  SInt16 ref = Open("lines.txt", std::string("ab\rcd\rlast"));
-  char buffer[16];
-  ParamBlockRec pb{};
-  IOParam& io = pb.ioParam;
-  io.ioRefNum = ref;
-  io.ioBuffer = buffer;
-  io.ioReqCount = 16;
-  io.ioPosMode = SInt16((13 << 8) | newLineBit | fsFromStart);
-  io.ioPosOffset = 0;
-  EXPECT_EQ(PBRead(&pb, false), noErr);
-  EXPECT_EQ(io.ioActCount, 3);
-  EXPECT_EQ(std::string(buffer, 3), "ab\r");
-  SInt32 mark = 0;
-  GetFPos(ref, &mark);
-  EXPECT_EQ(mark, 3);
-  io.ioPosMode = SInt16((13 << 8) | newLineBit | fsAtMark);
-  EXPECT_EQ(PBRead(&pb, false), noErr);
-  EXPECT_EQ(std::string(buffer, io.ioActCount), "cd\r");
-  EXPECT_EQ(PBRead(&pb, false), eofErr);  // no newline before the end
-  EXPECT_EQ(std::string(buffer, io.ioActCount), "last");
+  EXPECT_EQ(ReadRaw(At("pb.txt")), "0XY3\r56789");
 }
 
 TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {

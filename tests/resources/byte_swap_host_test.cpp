@@ -49,16 +49,6 @@ class ByteSwapSession : public kwe_test::SessionTest {
   }
 };
 
-class ExtendedByteSwapSession : public kwe_test::SessionTest {
- protected:
-  UInt32 SessionFlags() const override { return kweFlagExtendedByteSwap; }
-  void FillRecord(KWESessionRecord& r) override {
-    g_calls.clear();
-    r.byteSwapProcedure = reinterpret_cast<ProcPtr>(ExtendedHostProcedure);
-    r.byteSwapTypes = kHostTypes;
-  }
-};
-
 // Host types reach the procedure with their index in the list; 'CURS' goes
 // to QuickDraw's cursor conversion, which converts the hot spot; unknown and
 // damaged data are reported through DebugStr.
@@ -95,6 +85,16 @@ TEST_F(ByteSwapSession, HostTypesCursorsAndReports) {
   EXPECT_EQ(g_calls.size(), 2u);
 }
 
+class ExtendedByteSwapSession : public kwe_test::SessionTest {
+ protected:
+  UInt32 SessionFlags() const override { return kweFlagExtendedByteSwap; }
+  void FillRecord(KWESessionRecord& r) override {
+    g_calls.clear();
+    r.byteSwapProcedure = reinterpret_cast<ProcPtr>(ExtendedHostProcedure);
+    r.byteSwapTypes = kHostTypes;
+  }
+};
+
 TEST_F(ExtendedByteSwapSession, ExtendedProcedureGetsTheResourceID) {
   Bytes data(8);
   KWE_ByteSwap(kweSwapToNative, Type("BBBB"), -2, 8, data.data());
@@ -104,38 +104,26 @@ TEST_F(ExtendedByteSwapSession, ExtendedProcedureGetsTheResourceID) {
   EXPECT_EQ(g_calls[0].size, 8);
 }
 
-TEST(ByteSwapWithoutList, UnknownTypeIsReportedWithoutAProcedure) {
-  kwe_test::RegisterHostClasses();
-  kwe_test::DiagnosticCapture capture;
-  KWESessionRecord record{};
-  record.size = sizeof record;
-  record.instance = kwe_test::TestInstance();
-  KWE_InitSession(&record);
+// A session without a procedure or list: the host's type is unknown.
+using ByteSwapWithoutList = kwe_test::SessionTest;
+
+TEST_F(ByteSwapWithoutList, UnknownTypeIsReportedWithoutAProcedure) {
   Bytes data{1, 2};
   KWE_ByteSwap(kweSwapToNative, Type("HOST"), 0, 2, data.data());
   EXPECT_EQ(data, (Bytes{1, 2}));
   EXPECT_EQ(capture.Reports(), std::vector<std::string>{"HOST unknown byteswap type"});
-  KWE_ExitSession();
 }
 
 TEST(RectConversion, ToolboxRectAndWin32RectSwapTheirOrder) {
-  Rect mac{10, 20, 30, 40};
+  Rect mac{-5, -32768, 32767, -1};
   RECT win{};
   KWE_ConvMRtoWR(&mac, &win);
-  EXPECT_EQ(win.left, 20);
-  EXPECT_EQ(win.top, 10);
-  EXPECT_EQ(win.right, 40);
-  EXPECT_EQ(win.bottom, 30);
-  Rect negative{-5, -32768, 32767, -1};
-  KWE_ConvMRtoWR(&negative, &win);
-  EXPECT_EQ(win.left, -32768);
-  EXPECT_EQ(win.bottom, 32767);
+  EXPECT_EQ(std::vector<LONG>({win.left, win.top, win.right, win.bottom}),
+            std::vector<LONG>({-32768, -5, -1, 32767}));
   RECT wide{0x12345, -70000, 7, -8};
-  KWE_ConvWRtoMR(&wide, &mac);
-  EXPECT_EQ(mac.left, 0x2345);  // low 16 bits
-  EXPECT_EQ(mac.top, SInt16(-70000 & 0xFFFF));
-  EXPECT_EQ(mac.right, 7);
-  EXPECT_EQ(mac.bottom, -8);
+  KWE_ConvWRtoMR(&wide, &mac);  // the low 16 bits
+  EXPECT_EQ(std::vector<SInt16>({mac.left, mac.top, mac.right, mac.bottom}),
+            std::vector<SInt16>({0x2345, SInt16(-70000 & 0xFFFF), 7, -8}));
 }
 
 }  // namespace

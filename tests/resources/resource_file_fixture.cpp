@@ -1,7 +1,6 @@
 #include "resources/resource_file_fixture.h"
 
 #include <cstring>
-#include <set>
 
 #include "Memory.h"
 
@@ -36,6 +35,11 @@ std::string ResourceFileTest::Put(const std::string& name, const Bytes& bytes) {
   return At(name);
 }
 
+std::string ResourceFileTest::Make(const std::string& name,
+                                   const std::vector<Resource>& resources) {
+  return Put(name, resource_builder::BuildResourceImage(resources));
+}
+
 SInt16 ResourceFileTest::Open(const std::string& path) { return OpenResFile(P(path)); }
 
 resource_builder::ResourceListing ResourceFileTest::ListOnDisk(const std::string& path) {
@@ -65,22 +69,18 @@ void ResourceFileTest::ExpectOnDisk(const std::string& path, const ExpectedFile&
 void ResourceFileTest::ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected) {
   SInt16 saved = CurResFile();
   UseResFile(refNum);
-  std::set<std::uint32_t> types;
-  for (const auto& entry : expected) types.insert(entry.first.first);
-  EXPECT_EQ(Count1Types(), static_cast<SInt16>(types.size()));
-  for (std::uint32_t type : types) {
-    long count = 0;
-    for (const auto& entry : expected) count += entry.first.first == type;
+  std::map<std::uint32_t, long> counts;
+  for (const auto& entry : expected) ++counts[entry.first.first];
+  EXPECT_EQ(Count1Types(), static_cast<SInt16>(counts.size()));
+  for (const auto& [type, count] : counts)
     EXPECT_EQ(Count1Resources(type), count) << TypeText(type);
-  }
   for (const auto& [key, want] : expected) {
     SCOPED_TRACE("through the library: '" + TypeText(key.first) + "' " +
                  std::to_string(key.second));
     Handle h = Get1Resource(key.first, key.second);
     ASSERT_NE(h, nullptr);
     Bytes native = want.data;
-    if (key.first == resource_builder::TypeCode("STR#") && native.size() >= 2)
-      std::swap(native[0], native[1]);
+    if (key.first == TypeCode("STR#") && native.size() >= 2) std::swap(native[0], native[1]);
     EXPECT_EQ(HandleBytes(h), native);
     SInt16 id = 0;
     ResType type = 0;

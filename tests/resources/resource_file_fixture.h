@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "Resources.h"
 #include "files/files_fixture.h"
@@ -17,29 +18,28 @@
 namespace kwe_test {
 
 using resource_builder::Bytes;
+using resource_builder::MakeResource;
+using resource_builder::Resource;
+using resource_builder::TypeCode;
 
 std::string AsString(const Bytes& bytes);
 Bytes AsBytes(const std::string& bytes);
-// The bytes of a handle as the application sees them.
+// The bytes of a handle as the application sees them; empty for none.
 Bytes HandleBytes(Handle h);
 // A new handle holding these bytes.
 Handle HandleWith(const Bytes& bytes);
 
-// What a file should hold: by (type, ID), the name and the data in
-// Macintosh order, as it lies on disk.
-struct ExpectedResource {
-  bool named = false;
-  std::string name;
-  std::uint8_t attributes = 0;
-  Bytes data;
-};
-using ExpectedFile = std::map<std::pair<std::uint32_t, std::int16_t>, ExpectedResource>;
+// What a file should hold, by (type, ID): the data in Macintosh order, as it
+// lies on disk.
+using ExpectedFile = std::map<std::pair<std::uint32_t, std::int16_t>, Resource>;
 
 class ResourceFileTest : public FilesTest {
  protected:
   void SetUp() override;
   // Writes the bytes into the test directory; the file's full path.
   std::string Put(const std::string& name, const Bytes& bytes);
+  // The builder's file of these resources, put in the test directory.
+  std::string Make(const std::string& name, const std::vector<Resource>& resources);
   // OpenResFile of a full path (used as it is, no ".rsr" added).
   SInt16 Open(const std::string& path);
   // The file as the tests' reader lists it; a refused file fails the test.

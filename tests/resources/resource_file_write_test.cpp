@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,16 +16,10 @@
 
 namespace {
 
-using kwe_test::AsBytes;
 using kwe_test::Bytes;
 using kwe_test::ExpectedFile;
-using kwe_test::HandleBytes;
-using kwe_test::HandleWith;
-using resource_builder::Resource;
-using resource_builder::TypeCode;
-
-const std::uint32_t kTypes[] = {TypeCode("TEXT"), TypeCode("STR "), TypeCode("PAT "),
-                                TypeCode("ICON"), TypeCode("SICN"), TypeCode("STR#")};
+using kwe_test::MakeResource;
+using kwe_test::TypeCode;
 
 Bytes Pattern(std::size_t size, int seed) {
   Bytes b(size);
@@ -45,32 +40,23 @@ Bytes StringList(const std::vector<std::string>& strings) {
 ExpectedFile StartingFile() {
   ExpectedFile file;
   int seed = 0;
-  for (std::uint32_t type : kTypes) {
+  const char types[][5] = {"TEXT", "STR ", "PAT ", "ICON", "SICN", "STR#"};
+  for (const auto& type : types) {
     for (std::int16_t id = 128; id < 133; ++id, ++seed) {
-      kwe_test::ExpectedResource& r = file[{type, id}];
-      r.named = id % 2 == 0;
-      if (r.named) r.name = resource_builder::TypeText(type) + " #" + std::to_string(id);
-      r.data = type == TypeCode("STR#")
-                   ? StringList({"one", std::to_string(id), "three"})
-                   : Pattern(static_cast<std::size_t>(seed * 13 % 200 + 1), seed);
+      const std::string name = id % 2 ? "" : std::string(type) + " #" + std::to_string(id);
+      file[{TypeCode(type), id}] = MakeResource(
+          type, id,
+          std::string(type) == "STR#" ? StringList({"one", std::to_string(id), "three"})
+                                      : Pattern(std::size_t(seed * 13 % 200 + 1), seed),
+          name, std::string(type) == "PAT " && id == 130 ? 0x20 : 0);
     }
   }
-  file[{TypeCode("PAT "), 130}].attributes = 0x20;
   return file;
 }
 
 Bytes ImageOf(const ExpectedFile& file) {
-  std::vector<Resource> list;
-  for (const auto& [key, want] : file) {
-    Resource r;
-    r.type = key.first;
-    r.id = key.second;
-    r.named = want.named;
-    r.name = want.name;
-    r.attributes = want.attributes;
-    r.data = want.data;
-    list.push_back(r);
-  }
+  std::vector<kwe_test::Resource> list;
+  for (const auto& entry : file) list.push_back(entry.second);
   return resource_builder::BuildResourceImage(list);
 }
 
@@ -90,10 +76,9 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
 
   void Add(ExpectedFile& file, const char (&type)[5], std::int16_t id, const std::string& name,
            const Bytes& data) {
-    AddResource(HandleWith(data), TypeCode(type), id, kwe_test::P(name));
+    AddResource(kwe_test::HandleWith(data), TypeCode(type), id, kwe_test::P(name));
     EXPECT_EQ(ResError(), noErr);
-    kwe_test::ExpectedResource& r = file[{TypeCode(type), id}];
-    r = {!name.empty(), name, 0, data};
+    file[{TypeCode(type), id}] = MakeResource(type, id, data, name);
   }
 
   void Remove(ExpectedFile& file, const char (&type)[5], std::int16_t id) {
@@ -138,7 +123,6 @@ TEST_F(ResourceFileWrite, ChangesAddsAndRemovalsSurviveUpdateCloseAndReopen) {
   ExpectOnDisk(path, file);
   EXPECT_EQ(CurResFile(), ref);
   EXPECT_EQ(Get1Resource(TypeCode("TEXT"), 128), grown) << "loaded handles stay connected";
-  EXPECT_EQ(HandleBytes(grown), Pattern(700, 1));
   ExpectThroughLibrary(ref, file);
 
   // A second round on the rewritten file: a whole type removed, a grown
@@ -155,98 +139,102 @@ TEST_F(ResourceFileWrite, ChangesAddsAndRemovalsSurviveUpdateCloseAndReopen) {
   ref = Open(path);
   ASSERT_NE(ref, -1) << ResError();
   ExpectThroughLibrary(ref, file);
+}
+
+// A map holds as many references as its 16-bit name-list offset reaches:
+// AddResource refuses the next one, and every one it let in is written.
+TEST_F(ResourceFileWrite, AFullMapRefusesMoreAndWritesWhatItHolds) {
+  const std::string path = Put("full.rsr", resource_builder::BuildResourceImage({}));
+  SInt16 ref = Open(path);
+  ASSERT_NE(ref, -1) << ResError();
+  ExpectedFile file;
+  for (std::int16_t id = 0; id < 6000; ++id) {
+    AddResource(kwe_test::HandleWith({std::uint8_t(id)}), TypeCode("TEXT"), id, nullptr);
+    if (ResError() != noErr) break;
+    file[{TypeCode("TEXT"), id}] = MakeResource("TEXT", id, {std::uint8_t(id)});
+  }
+  EXPECT_EQ(ResError(), addResFailed);
+  EXPECT_GT(file.size(), 5000u);
   CloseResFile(ref);
+  EXPECT_EQ(ResError(), noErr);
   ExpectOnDisk(path, file);
 }
 
 // The file on disk must hold, complete, either what it held before or what
-// the application made of it; checked by the tests' reader.
+// the application made of it.
 void ExpectOldOrNew(const std::string& path, const ExpectedFile& before,
                     const ExpectedFile& after) {
   resource_builder::ResourceListing listing;
   std::string problem;
-  ASSERT_TRUE(
-      resource_builder::ReadResourceImage(AsBytes(kwe_test::ReadRaw(path)), listing, problem))
+  ASSERT_TRUE(resource_builder::ReadResourceImage(kwe_test::AsBytes(kwe_test::ReadRaw(path)),
+                                                  listing, problem))
       << "the file no longer reads: " << problem;
   const ExpectedFile* match = listing.resources.size() == before.size() ? &before : &after;
   ASSERT_EQ(listing.resources.size(), match->size());
   for (const auto& [key, want] : *match) {
+    SCOPED_TRACE(resource_builder::TypeText(key.first) + " " + std::to_string(key.second));
     const resource_builder::ListedResource* got = FindListed(listing, key.first, key.second);
-    ASSERT_NE(got, nullptr) << resource_builder::TypeText(key.first) << " " << key.second;
-    EXPECT_EQ(got->data, want.data) << resource_builder::TypeText(key.first) << " " << key.second;
-    EXPECT_EQ(got->name, want.name) << resource_builder::TypeText(key.first) << " " << key.second;
+    ASSERT_NE(got, nullptr);
+    EXPECT_EQ(got->data, want.data);
+    EXPECT_EQ(got->name, want.name);
   }
 }
 
-// No memory for the write-back's scratch handle: UpdateResFile reports
-// memFullErr and writes nothing; the file is as it was, byte for byte. When
-// the memory is back, the same changes are written in full.
-TEST_F(ResourceFileWrite, WriteBackWithoutMemoryLeavesTheFileAsItWas) {
-  const ExpectedFile before = StartingFile();
-  ExpectedFile after = before;
-  const std::string path = Put("nomem.rsr", ImageOf(before));
+// Write-backs that cannot finish: the file made read-only from outside
+// while open, the sibling a rebuild goes through ("...rs2") taken by a
+// directory, no memory for the scratch handle. Each leaves all the old
+// resources or all the new ones.
+TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
+  const auto sibling = [](const std::string& path) {
+    return path.substr(0, path.size() - 1) + "2";
+  };
+  const struct {
+    const char* what;
+    std::function<void(const std::string&path)> block, unblock;
+  } obstacles[] = {
+      {"read-only",
+       [](const std::string& p) { SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_READONLY); },
+       [](const std::string& p) { SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_NORMAL); }},
+      {"sibling taken",
+       [&](const std::string& p) { CreateDirectoryA(sibling(p).c_str(), nullptr); },
+       [&](const std::string& p) { EXPECT_TRUE(kwe_test::IsDirectoryOnDisk(sibling(p))); }},
+      {"no memory", [](const std::string&) { KWE_SetMemoryLimits(1, 1, 0x7000, 0); },
+       [](const std::string&) { KWE_SetMemoryLimits(0, 0, 0, 0); }},
+  };
+  int number = 0;
+  for (const auto& obstacle : obstacles) {
+    for (bool update : {true, false}) {
+      SCOPED_TRACE(std::string(obstacle.what) + (update ? ", UpdateResFile" : ", CloseResFile"));
+      const ExpectedFile before = StartingFile();
+      ExpectedFile after = before;
+      const std::string path = Put("file" + std::to_string(++number) + ".rsr", ImageOf(before));
+      SInt16 ref = Open(path);
+      ASSERT_NE(ref, -1) << ResError();
+      ChangeEverything(after);
+      obstacle.block(path);
+      if (update) UpdateResFile(ref);
+      CloseResFile(ref);
+      obstacle.unblock(path);
+      ExpectOldOrNew(path, before, after);
+    }
+  }
+
+  // Without memory nothing at all is written (memFullErr); once it is back
+  // the same changes are written in full.
+  ExpectedFile after = StartingFile();
+  const std::string path = Put("nomem.rsr", ImageOf(after));
   const std::string bytes = kwe_test::ReadRaw(path);
   SInt16 ref = Open(path);
-  ASSERT_NE(ref, -1) << ResError();
-  ChangeEverything(after);
-
-  KWE_SetMemoryLimits(1, 1, 0x7000, 0);  // every block of 28 KB or more is refused
-  UpdateResFile(ref);
-  EXPECT_EQ(ResError(), memFullErr);
-  EXPECT_EQ(kwe_test::ReadRaw(path), bytes);
-  CloseResFile(ref);
-  KWE_SetMemoryLimits(0, 0, 0, 0);
-  ExpectOldOrNew(path, before, after);
-
-  // Memory back: the same kind of changes, written in full.
-  after = before;
-  Put("nomem.rsr", ImageOf(before));
-  ref = Open(path);
-  ASSERT_NE(ref, -1) << ResError();
   ChangeEverything(after);
   KWE_SetMemoryLimits(1, 1, 0x7000, 0);
   UpdateResFile(ref);
+  EXPECT_EQ(ResError(), memFullErr);
+  EXPECT_EQ(kwe_test::ReadRaw(path), bytes);
   KWE_SetMemoryLimits(0, 0, 0, 0);
   UpdateResFile(ref);
   EXPECT_EQ(ResError(), noErr);
   CloseResFile(ref);
   ExpectOnDisk(path, after);
-}
-
-// The file made read-only from outside while open: whatever the write-back
-// manages, the file keeps either all its old resources or all the new ones.
-TEST_F(ResourceFileWrite, FileMadeReadOnlyWhileOpenKeepsItsResources) {
-  for (bool update : {true, false}) {
-    SCOPED_TRACE(update ? "UpdateResFile" : "CloseResFile");
-    const ExpectedFile before = StartingFile();
-    ExpectedFile after = before;
-    const std::string name = update ? "ro_update.rsr" : "ro_close.rsr";
-    const std::string path = Put(name, ImageOf(before));
-    SInt16 ref = Open(path);
-    ASSERT_NE(ref, -1) << ResError();
-    ChangeEverything(after);
-    ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
-    if (update) UpdateResFile(ref);
-    CloseResFile(ref);
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    ExpectOldOrNew(path, before, after);
-  }
-}
-
-// Closing after a removal rebuilds the file through a sibling whose name
-// ends in "2"; with a directory in that place the rebuild cannot start, and
-// the file must still read with all its old or all its new resources.
-TEST_F(ResourceFileWrite, RebuildWithoutItsSiblingKeepsTheResources) {
-  const ExpectedFile before = StartingFile();
-  ExpectedFile after = before;
-  const std::string path = Put("blocked.rsr", ImageOf(before));
-  ASSERT_TRUE(CreateDirectoryA(At("blocked.rs2").c_str(), nullptr));
-  SInt16 ref = Open(path);
-  ASSERT_NE(ref, -1) << ResError();
-  ChangeEverything(after);
-  CloseResFile(ref);
-  ExpectOldOrNew(path, before, after);
-  EXPECT_TRUE(kwe_test::IsDirectoryOnDisk(At("blocked.rs2")));
 }
 
 }  // namespace

@@ -1,284 +1,261 @@
-// The Resource Manager through the DLL: files made, changed and reread in a
-// temporary directory, the chain, loading, the calls that take handles, and
-// InitResources with the files a host ships beside its program.
+// The Resource Manager through the DLL on files the tests' builder made: new
+// files and their names, the chain, loading, the calls that take handles,
+// permissions, the stand-ins, and InitResources with the files a host ships
+// beside its program.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 
 #include "Memory.h"
 #include "OSUtils.h"
-#include "Resources.h"
 #include "TextUtils.h"
 #include "ToolUtils.h"
-#include "files/files_fixture.h"
+#include "resources/resource_file_fixture.h"
 
 namespace {
 
+using kwe_test::AsBytes;
+using kwe_test::MakeResource;
 using kwe_test::P;
 using kwe_test::ReadRaw;
 
 constexpr ResType kText = 'TEXT';
-constexpr ResType kStrList = 'STR#';
 
-Handle HandleOf(const std::string& bytes) {
-  Handle h = NewHandle(Size(bytes.size()));
-  std::memcpy(*h, bytes.data(), bytes.size());
-  return h;
+// A 'TEXT' resource named "t<id>".
+kwe_test::Resource TextResource(SInt16 id, const std::string& text) {
+  return MakeResource("TEXT", id, AsBytes(text), "t" + std::to_string(id));
 }
 
-std::string Bytes(Handle h) { return std::string(*h, size_t(GetHandleSize(h))); }
+std::string Str(Handle h) { return h ? kwe_test::AsString(kwe_test::HandleBytes(h)) : "<none>"; }
 
-class ResourceManagerTest : public kwe_test::FilesTest {
- protected:
-  // InitResources would turn loading on; these tests open their own files.
-  void SetUp() override {
-    FilesTest::SetUp();
-    SetResLoad(true);
-  }
+std::string NameOf(Handle h) {
+  Str255 name = {0};
+  GetResInfo(h, nullptr, nullptr, name);
+  return kwe_test::Text(name);
+}
 
-  // A new file at a path holding the given resources, closed again.
-  static void MakeAt(const std::string& path,
-                     std::initializer_list<std::pair<ResType, std::string>> resources, SInt16 id) {
-    CreateResFile(P(path));
-    SInt16 ref = OpenResFile(P(path));
-    ASSERT_GT(ref, 0) << path;
-    for (const auto& [type, bytes] : resources) AddResource(HandleOf(bytes), type, id, nullptr);
-    CloseResFile(ref);
-    ASSERT_EQ(ResError(), noErr);
-  }
-
-  // A new file in the temporary directory holding TEXT resources named
-  // "t<id>", closed again; its full path.
-  std::string MakeFile(const std::string& name,
-                       std::initializer_list<std::pair<SInt16, std::string>> texts) {
-    CreateResFile(P(At(name)));
-    SInt16 ref = OpenResFile(P(At(name)));
-    EXPECT_GT(ref, 0) << name;
-    for (const auto& [id, text] : texts) {
-      AddResource(HandleOf(text), kText, id, P("t" + std::to_string(id)));
-      EXPECT_EQ(ResError(), noErr);
-    }
-    CloseResFile(ref);
-    return At(name);
-  }
+// Calls made in turn: the data of the handle each answers and ResError after it.
+struct Call {
+  const char* what;
+  std::function<Handle()> call;
+  std::string data;
+  OSErr err;
 };
+void ExpectCalls(std::initializer_list<Call> calls) {
+  for (const Call& c : calls) {
+    EXPECT_EQ(Str(c.call()), c.data) << c.what;
+    EXPECT_EQ(ResError(), c.err) << c.what;
+  }
+}
 
-TEST_F(ResourceManagerTest, CreateResFileWritesTheEmptyFileOnceAndBareNamesGetAnExtension) {
+using ResourceManager = kwe_test::ResourceFileTest;
+
+// CreateResFile writes the empty file once; a bare name is squeezed to 8.3
+// with ".rsr" in the current directory.
+TEST_F(ResourceManager, CreateResFileWritesTheEmptyFileOnce) {
+  const std::string empty = kwe_test::AsString(resource_builder::BuildResourceImage({}));
   CreateResFile(P(At("EMPTY.RSR")));
-  std::string bytes = ReadRaw(At("EMPTY.RSR"));
-  ASSERT_EQ(bytes.size(), 286u);
-  const unsigned char head[16] = {0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 30};
-  EXPECT_EQ(bytes.substr(0, 16), std::string(reinterpret_cast<const char*>(head), 16));
-  EXPECT_EQ(bytes.substr(256, 16), bytes.substr(0, 16));
-  EXPECT_EQ(bytes.substr(280, 6), std::string("\x00\x1C\x00\x1E\xFF\xFF", 6));
-  SInt16 ref = OpenResFile(P(At("EMPTY.RSR")));
+  HCreateResFile(0, DirID(), P("H.RSR"));
+  EXPECT_EQ(ReadRaw(At("EMPTY.RSR")), empty);
+  EXPECT_EQ(ReadRaw(At("H.RSR")), empty);
+  SInt16 ref = Open(At("EMPTY.RSR"));
   ASSERT_GT(ref, 0);
-  EXPECT_EQ(CurResFile(), ref);
   EXPECT_EQ(Count1Types(), 0);
-  EXPECT_EQ(OpenResFile(P(At("empty.rsr"))), ref) << "the same path opens once";
-  AddResource(HandleOf("data"), kText, 1, nullptr);
+  EXPECT_EQ(Open(At("empty.rsr")), ref) << "the same path opens once";
+  AddResource(kwe_test::HandleWith({1, 2}), kText, 1, nullptr);
   CloseResFile(ref);
-  std::string before = ReadRaw(At("EMPTY.RSR"));
+  const std::string written = ReadRaw(At("EMPTY.RSR"));
   CreateResFile(P(At("EMPTY.RSR")));
   HCreateResFile(0, DirID(), P("EMPTY.RSR"));
-  EXPECT_EQ(ReadRaw(At("EMPTY.RSR")), before) << "a file with data is left alone";
-  HCreateResFile(0, DirID(), P("H.RSR"));
-  EXPECT_EQ(ReadRaw(At("H.RSR")).size(), 286u);
+  EXPECT_EQ(ReadRaw(At("EMPTY.RSR")), written) << "a file with data is left alone";
 
-  CreateResFile(P("MYAPP"));
-  CreateResFile(P("a long name.dat"));
-  CreateResFile(P("DATA.RES"));
-  EXPECT_EQ(kwe_test::Listing(Dir()), "DATA.RES EMPTY.RSR H.RSR MYAPP.rsr alongnam.rsr");
-  ref = OpenResFile(P("MYAPP"));
-  EXPECT_GT(ref, 0);
+  for (const char* name : {"MYAPP", "a long name.dat", "notes.backup", "DATA.RES", "ABC."})
+    CreateResFile(P(name));
+  EXPECT_EQ(kwe_test::Listing(Dir()),
+            "ABC DATA.RES EMPTY.RSR H.RSR MYAPP.rsr alongnam.rsr notes.rsr");
+  ref = OpenResFile(P("a long name.dat"));
+  EXPECT_EQ(ref, Open(At("alongnam.rsr")));
   EXPECT_EQ(OpenResFile(P("NOSUCH")), -1);
   EXPECT_EQ(ResError(), fnfErr);
   EXPECT_EQ(CurResFile(), ref);
 }
 
-TEST_F(ResourceManagerTest, AddedResourcesSurviveCloseAndReopenWithNamesAndData) {
-  std::string path = MakeFile("ADD.RSR", {{128, "hello"}, {129, "world!"}, {-5, ""}});
-  SInt16 ref = OpenResFile(P(path));
-  ASSERT_GT(ref, 0);
-  EXPECT_EQ(Count1Resources(kText), 3);
-  Handle h = Get1Resource(kText, 129);
-  ASSERT_NE(h, nullptr);
-  EXPECT_EQ(Bytes(h), "world!");
-  EXPECT_EQ(GetResource(kText, 129), h) << "the same handle twice";
-  SInt16 id = 0;
-  ResType type = 0;
-  Str255 name;
-  GetResInfo(h, &id, &type, name);
-  EXPECT_EQ(id, 129);
-  EXPECT_EQ(type, kText);
-  EXPECT_EQ(kwe_test::Text(name), "t129");
-  EXPECT_EQ(GetNamedResource(kText, P("t128")), Get1Resource(kText, 128));
-  EXPECT_EQ(SizeRsrc(h), 6);
-  EXPECT_EQ(HomeResFile(h), ref);
-  Handle empty = Get1Resource(kText, -5);
-  ASSERT_NE(empty, nullptr);
-  EXPECT_EQ(GetHandleSize(empty), 0);
-  ReleaseResource(h);
-  EXPECT_EQ(Bytes(GetResource(kText, 129)), "world!");
-  CloseResFile(ref);
-  EXPECT_EQ(ResError(), noErr);
-
-  // With ResLoad off handles come empty until LoadResource.
-  SetResLoad(false);
-  ref = OpenResFile(P(path));
-  h = GetResource(kText, 128);
-  SetResLoad(true);
-  ASSERT_NE(h, nullptr);
-  EXPECT_EQ(GetHandleSize(h), 0);
-  LoadResource(h);
-  EXPECT_EQ(ResError(), noErr);
-  EXPECT_EQ(Bytes(h), "hello");
-}
-
-TEST_F(ResourceManagerTest, TheChainIsSearchedFromTheCurrentFileTowardOlderOnes) {
-  std::string older = MakeFile("OLDER.RSR", {{1, "older one"}, {2, "older two"}});
-  SInt16 olderRef = OpenResFile(P(older));
-  AddResource(HandleOf("bb"), 'PICT', 1, nullptr);
-  SInt16 newerRef = OpenResFile(P(MakeFile("NEWER.RSR", {{1, "newer one"}})));
-  ASSERT_GT(olderRef, 0);
-  ASSERT_GT(newerRef, 0);
-  EXPECT_EQ(Bytes(GetResource(kText, 1)), "newer one");
-  EXPECT_EQ(Bytes(GetResource(kText, 2)), "older two");
-  EXPECT_EQ(Get1Resource(kText, 2), nullptr);
-  EXPECT_EQ(ResError(), noErr);
+// Searches run from the current file toward older ones; Get1 calls and the
+// counts and indexes of one file see only the current one.
+TEST_F(ResourceManager, TheChainIsSearchedFromTheCurrentFileTowardOlderOnes) {
+  const SInt16 older =
+      Open(Make("older.rsr", {TextResource(1, "older one"), TextResource(2, "older two"),
+                              MakeResource("PICT", 1, {1, 2})}));
+  const SInt16 newer = Open(Make("newer.rsr", {TextResource(1, "newer one")}));
+  ASSERT_GT(newer, older);
+  ExpectCalls({
+      {"GetResource 1", [] { return GetResource(kText, 1); }, "newer one", noErr},
+      {"GetResource 2", [] { return GetResource(kText, 2); }, "older two", noErr},
+      {"GetResource 77", [] { return GetResource(kText, 77); }, "<none>", resNotFound},
+      {"Get1Resource 2", [] { return Get1Resource(kText, 2); }, "<none>", noErr},
+      {"GetNamedResource", [] { return GetNamedResource(kText, P("t2")); }, "older two", noErr},
+      {"Get1NamedResource", [] { return Get1NamedResource(kText, P("t2")); }, "<none>", noErr},
+      {"GetIndResource 1", [] { return GetIndResource(kText, 1); }, "newer one", noErr},
+      {"GetIndResource 3", [] { return GetIndResource(kText, 3); }, "older two", noErr},
+      {"GetIndResource 4", [] { return GetIndResource(kText, 4); }, "<none>", resNotFound},
+      {"Get1IndResource 2", [] { return Get1IndResource(kText, 2); }, "<none>", noErr},
+  });
+  EXPECT_EQ(Count1Resources(kText), 1);
   EXPECT_EQ(CountResources(kText), 3);
   EXPECT_EQ(CountTypes(), 3) << "every file's types";
-  EXPECT_EQ(Bytes(GetIndResource(kText, 3)), "older two");
   ResType type = 'none';
-  Get1IndType(&type, 1);
-  EXPECT_EQ(type, kText);
   Get1IndType(&type, 2);
   EXPECT_EQ(type, 0u) << "out of range in the current file";
   GetIndType(&type, 3);
   EXPECT_EQ(type, ResType('PICT')) << "counted from the newest file on";
   GetIndType(&type, 4);
   EXPECT_EQ(type, ResType('PICT')) << "out of range leaves the type";
-  EXPECT_EQ(GetResource(kText, 77), nullptr);
-  EXPECT_EQ(ResError(), resNotFound);
   EXPECT_EQ(GetResource('PACK', 3), reinterpret_cast<Handle>(intptr_t(-1)));
 
-  UseResFile(olderRef);
-  EXPECT_EQ(Bytes(GetResource(kText, 1)), "older one") << "the newer file is not searched";
+  UseResFile(older);
+  EXPECT_EQ(Str(GetResource(kText, 1)), "older one") << "the newer file is not searched";
   UseResFile(12345);
   EXPECT_EQ(ResError(), resFNotFound);
-  EXPECT_EQ(CurResFile(), olderRef);
-  UseResFile(newerRef);
-  CloseResFile(newerRef);
-  EXPECT_EQ(CurResFile(), olderRef) << "the next older file becomes current";
-  EXPECT_EQ(GetResFileAttrs(newerRef), 0);
+  EXPECT_EQ(CurResFile(), older);
+  UseResFile(newer);
+  CloseResFile(newer);
+  EXPECT_EQ(CurResFile(), older) << "the next older file becomes current";
+  EXPECT_EQ(GetResFileAttrs(newer), 0);
   EXPECT_EQ(ResError(), resFNotFound);
 }
 
-// Removing and shrinking make the next write-back compact the file in place
-// (no sibling left, the removed bytes gone); growth is appended.
-TEST_F(ResourceManagerTest, WriteBackCompactsRemovalsAndAppendsGrowth) {
-  std::string path =
-      MakeFile("COMPACT.RSR", {{1, std::string(400, 'a')}, {2, "REMOVED-BYTES"}, {3, "second"}});
-  SInt16 ref = OpenResFile(P(path));
-  Handle doomed = GetResource(kText, 2);
+// A resource is loaded once and its handle describes it; released, it is
+// read again; with ResLoad off its handle comes empty until LoadResource.
+// Types the library converts are native in memory: a menu's definition
+// field is also marked for the library's own procedure.
+TEST_F(ResourceManager, HandlesComeLoadedOnceAndDescribeTheirResource) {
+  const std::string path =
+      Make("load.rsr",
+           {TextResource(128, "hello"), TextResource(129, "world!"), MakeResource("TEXT", -5, {}),
+            MakeResource("MENU", 128, {0, 1, 0, 0, 0, 0, 0, 0xC8, 0, 0, 0, 0, 0, 0, 0, 0})});
+  SInt16 ref = Open(path);
+  Handle h = Get1Resource(kText, 129);
+  EXPECT_EQ(Str(h), "world!");
+  EXPECT_EQ(GetResource(kText, 129), h) << "the same handle twice";
+  SInt16 id = 0;
+  ResType type = 0;
+  GetResInfo(h, &id, &type, nullptr);
+  EXPECT_EQ(id, 129);
+  EXPECT_EQ(type, kText);
+  EXPECT_EQ(NameOf(h), "t129");
+  EXPECT_EQ(SizeRsrc(h), 6);
+  EXPECT_EQ(HomeResFile(h), ref);
+  EXPECT_EQ(Str(Get1Resource(kText, -5)), "");
+  ReleaseResource(h);
+  EXPECT_EQ(Str(GetResource(kText, 129)), "world!");
+  SInt32 field;
+  std::memcpy(&field, *GetResource('MENU', 128) + 6, 4);
+  EXPECT_EQ(UInt32(field), 0x00C8FFFFu);
+  CloseResFile(ref);
+  EXPECT_EQ(ResError(), noErr);
+
+  SetResLoad(false);
+  ref = Open(path);
+  h = GetResource(kText, 128);
+  SetResLoad(true);
+  EXPECT_EQ(Str(h), "");
+  LoadResource(h);
+  EXPECT_EQ(ResError(), noErr);
+  EXPECT_EQ(Str(h), "hello");
+}
+
+// Handles that are no live resources are refused (resNotFound, nothing
+// disposed); AddResource takes only a handle that is no resource yet; a
+// detached or disposed resource leaves its file as it was.
+TEST_F(ResourceManager, HandlesThatAreNoLiveResourcesAreRefused) {
+  Handle plain = NewHandle(4);
+  for (const auto& [what, call] : std::initializer_list<std::pair<const char*, void (*)(Handle)>>{
+           {"ChangedResource", ChangedResource},
+           {"ReleaseResource", ReleaseResource},
+           {"GetResAttrs", [](Handle h) { EXPECT_EQ(GetResAttrs(h), 0); }},
+           {"SizeRsrc", [](Handle h) { EXPECT_EQ(SizeRsrc(h), -1); }},
+           {"HomeResFile", [](Handle h) { EXPECT_EQ(HomeResFile(h), -1); }}}) {
+    call(plain);
+    EXPECT_EQ(ResError(), resNotFound) << what;
+  }
+  EXPECT_EQ(GetHandleSize(plain), 4) << "not disposed";
+  AddResource(nullptr, kText, 1, nullptr);
+  EXPECT_EQ(ResError(), addResFailed);
+
+  const std::string path = Make("detach.rsr", {TextResource(1, "one"), TextResource(2, "two")});
+  const std::string before = ReadRaw(path);
+  SInt16 ref = Open(path);
+  AddResource(GetResource(kText, 2), kText, 3, nullptr);
+  EXPECT_EQ(ResError(), addResFailed) << "already a resource";
+  EXPECT_EQ(Count1Resources(kText), 2);
+  Handle one = GetResource(kText, 1);
+  DetachResource(one);
+  EXPECT_EQ(ResError(), noErr);
+  EXPECT_NE(GetResource(kText, 1), one) << "a detached handle is the application's own";
+  EXPECT_EQ(Str(one), "one");
+  DisposeHandle(one);
+  DisposeHandle(GetResource(kText, 2));  // disposing a resource handle detaches it first
+  EXPECT_EQ(Str(GetResource(kText, 2)), "two");
+  CloseResFile(ref);
+  EXPECT_EQ(ReadRaw(path), before);
+}
+
+// A removed resource leaves the counts and indexes at once; the next
+// write-back compacts the file in place, growth is appended, and a resource
+// written by WriteResource is not written again: bytes put in its handle
+// afterwards without ChangedResource stay in memory.
+TEST_F(ResourceManager, RemovalsCompactTheFileAndWrittenResourcesStayWritten) {
+  const std::string path =
+      Make("compact.rsr", {TextResource(1, std::string(400, 'a')), TextResource(2, "REMOVED-BYTES"),
+                           TextResource(3, "second")});
+  SInt16 ref = Open(path);
+  Handle doomed = Get1IndResource(kText, 2);
   RemoveResource(doomed);
   EXPECT_EQ(ResError(), noErr);
-  EXPECT_EQ(HGetState(doomed) & kHandleResourceMask, 0) << "an ordinary handle now";
+  EXPECT_EQ(HomeResFile(doomed), -1) << "an ordinary handle now";
   DisposeHandle(doomed);
   EXPECT_EQ(Count1Resources(kText), 2);
+  EXPECT_EQ(Str(Get1IndResource(kText, 2)), "second");
+  EXPECT_EQ(Get1IndResource(kText, 3), nullptr);
   EXPECT_EQ(GetResFileAttrs(ref) & mapChanged, mapChanged);
   Handle first = GetResource(kText, 1), second = GetResource(kText, 3);
   SetHandleSize(first, 10);
   ChangedResource(first);
   UpdateResFile(ref);
   EXPECT_EQ(ResError(), noErr);
-  EXPECT_EQ(CurResFile(), ref);
   EXPECT_EQ(GetResource(kText, 3), second) << "loaded handles stay connected";
-  EXPECT_EQ(HomeResFile(second), ref);
-  EXPECT_EQ(SizeRsrc(first), 10);
-  std::string bytes = ReadRaw(path);
+  const std::string bytes = ReadRaw(path);
   EXPECT_EQ(bytes.size(), 256u + (4 + 10) + (4 + 6) + 28 + 2 + 8 + 2 * 12 + 2 * 3);
   EXPECT_EQ(bytes.find("REMOVED-BYTES"), std::string::npos);
-  EXPECT_FALSE(kwe_test::Exists(path.substr(0, path.size() - 1) + "2")) << "no sibling left";
+  EXPECT_EQ(kwe_test::Listing(Dir()), "compact.rsr") << "no sibling left";
 
-  std::string longer(300, 'z');
+  const std::string longer(300, 'z');
   SetHandleSize(second, Size(longer.size()));
   std::memcpy(*second, longer.data(), longer.size());
   ChangedResource(second);
   WriteResource(second);
   EXPECT_EQ(ResError(), noErr);
+  std::memset(*second, 'q', longer.size());
   CloseResFile(ref);
-  ref = OpenResFile(P(path));
-  EXPECT_EQ(Bytes(GetResource(kText, 3)), longer);
-  EXPECT_EQ(Bytes(GetResource(kText, 1)), std::string(10, 'a'));
-  CloseResFile(ref);
+  ExpectOnDisk(path, {{{kText, 1}, TextResource(1, std::string(10, 'a'))},
+                      {{kText, 3}, TextResource(3, longer)}});
 }
 
-// Types the library converts are native in memory and big-endian on disk;
-// a menu's definition field is marked for the library's own procedure.
-TEST_F(ResourceManagerTest, LoadedDataIsConvertedAndMarked) {
-  CreateResFile(P(At("SWAP.RSR")));
-  SInt16 ref = OpenResFile(P(At("SWAP.RSR")));
-  // A list with its count in native order, then "ab" and "c".
-  AddResource(HandleOf(std::string("\002\000\002ab\001c", 7)), kStrList, 300, nullptr);
-  std::string menu(16, '\0');
-  const SInt32 definition = 0x00C80000;  // 'MDEF' 200 in the upper half
-  std::memcpy(&menu[6], &definition, 4);
-  AddResource(HandleOf(menu), 'MENU', 128, nullptr);
-  CloseResFile(ref);
-  EXPECT_NE(ReadRaw(At("SWAP.RSR")).find(std::string("\000\002\002ab", 5)), std::string::npos);
-
-  ref = OpenResFile(P(At("SWAP.RSR")));
-  Str255 text;
-  GetIndString(text, 300, 2);
-  EXPECT_EQ(kwe_test::Text(text), "c");
-  EXPECT_EQ(*reinterpret_cast<SInt16*>(*GetResource(kStrList, 300)), 2);
-  SInt32 field;
-  std::memcpy(&field, *GetResource('MENU', 128) + 6, 4);
-  EXPECT_EQ(UInt32(field), 0x00C8FFFFu);
-  CloseResFile(ref);
-}
-
-TEST_F(ResourceManagerTest, HandlesThatAreNoLiveResourcesAreRefusedOrLeaveTheirMaps) {
-  Handle plain = NewHandle(4);
-  ChangedResource(plain);
-  EXPECT_EQ(ResError(), resNotFound);
-  EXPECT_EQ(GetResAttrs(plain), 0);
-  EXPECT_EQ(ResError(), resNotFound);
-  EXPECT_EQ(SizeRsrc(plain), -1);
-  EXPECT_EQ(HomeResFile(plain), -1);
-  ReleaseResource(plain);
-  EXPECT_EQ(ResError(), resNotFound);
-  EXPECT_EQ(GetHandleSize(plain), 4) << "not disposed";
-  AddResource(nullptr, kText, 1, nullptr);
-  EXPECT_EQ(ResError(), addResFailed);
-  DisposeHandle(plain);
-
-  std::string path = MakeFile("DETACH.RSR", {{1, "one"}, {2, "two"}});
-  std::string before = ReadRaw(path);
-  SInt16 ref = OpenResFile(P(path));
-  Handle one = GetResource(kText, 1);
-  DetachResource(one);
-  EXPECT_EQ(ResError(), noErr);
-  EXPECT_EQ(HGetState(one) & kHandleResourceMask, 0);
-  EXPECT_NE(GetResource(kText, 1), one) << "a detached handle is the application's own";
-  DisposeHandle(one);
-  DisposeHandle(GetResource(kText, 2));  // disposing a resource handle detaches it first
-  EXPECT_EQ(Bytes(GetResource(kText, 2)), "two");
-  CloseResFile(ref);
-  EXPECT_EQ(ReadRaw(path), before);
-}
-
-TEST_F(ResourceManagerTest, InfoAndAttributesChangeWithoutTouchingTheLibraryMarks) {
-  std::string path = MakeFile("INFO.RSR", {{1, "x"}, {2, "y"}});
-  SInt16 ref = OpenResFile(P(path));
+// Attributes keep only the Toolbox's bits; a new ID and a longer name are
+// written back, and the names after it stay where they belong.
+TEST_F(ResourceManager, InfoAndAttributesAreWrittenBack) {
+  const std::string path = Make("info.rsr", {TextResource(1, "x"), TextResource(2, "y")});
+  SInt16 ref = Open(path);
   Handle h = GetResource(kText, 1);
   SetResAttrs(h, resPurgeable | 0x81);
   EXPECT_EQ(GetResAttrs(h), resPurgeable);
   EXPECT_EQ(Count1Resources(kText), 2) << "0x01 never marks a resource removed";
   SetResInfo(h, 10, P("a much longer name"));
+  EXPECT_EQ(NameOf(h), "a much longer name");
+  EXPECT_EQ(NameOf(GetResource(kText, 2)), "t2");
   ChangedResource(h);
   for (int i = 0; i < 200; ++i) {
     SInt16 id = UniqueID(kText);
@@ -286,25 +263,15 @@ TEST_F(ResourceManagerTest, InfoAndAttributesChangeWithoutTouchingTheLibraryMark
     ASSERT_EQ(Get1Resource(kText, id), nullptr) << id;
     ASSERT_GE(Unique1ID(kText), 0);
   }
+  EXPECT_EQ(GetResourceSizeOnDisk(h), 1);
+  EXPECT_EQ(GetMaxResourceSize(h), 1);
   CloseResFile(ref);
-  ref = OpenResFile(P(path));
-  Handle renamed = Get1NamedResource(kText, P("a much longer name"));
-  ASSERT_NE(renamed, nullptr);
-  SInt16 id = 0;
-  GetResInfo(renamed, &id, nullptr, nullptr);
-  EXPECT_EQ(id, 10);
-  Str255 name;
-  GetResInfo(Get1Resource(kText, 2), nullptr, nullptr, name);
-  EXPECT_EQ(kwe_test::Text(name), "t2");
-  EXPECT_EQ(GetResourceSizeOnDisk(renamed), 1);
-  EXPECT_EQ(GetMaxResourceSize(RGetResource(kText, 2)), 1);
-  SetResPurge(true);
-  EXPECT_EQ(ResError(), noErr);
-  CloseResFile(ref);
+  ExpectOnDisk(path, {{{kText, 10}, MakeResource("TEXT", 10, {'x'}, "a much longer name", 0x20)},
+                      {{kText, 2}, TextResource(2, "y")}});
 }
 
-TEST_F(ResourceManagerTest, PermissionsReachTheSameFileAndReadOnlyRefusesWrites) {
-  std::string path = MakeFile("PERM.RSR", {{1, "perm"}});
+TEST_F(ResourceManager, PermissionsReachTheSameFileAndReadOnlyRefusesWrites) {
+  const std::string path = Make("PERM.RSR", {TextResource(1, "perm")});
   SInt16 ref = OpenRFPerm(P(path), 0, fsRdPerm);
   ASSERT_GT(ref, 0);
   EXPECT_EQ(GetResFileAttrs(ref) & mapReadOnly, mapReadOnly);
@@ -317,10 +284,9 @@ TEST_F(ResourceManagerTest, PermissionsReachTheSameFileAndReadOnlyRefusesWrites)
   EXPECT_EQ(ResError(), fnfErr);
   CloseResFile(ref);
 
-  std::string before = ReadRaw(path);
+  const std::string before = ReadRaw(path);
   SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-  ref = OpenResFile(P(path));
-  ASSERT_GT(ref, 0);
+  ref = Open(path);
   EXPECT_EQ(GetResFileAttrs(ref) & mapReadOnly, mapReadOnly);
   Handle h = GetResource(kText, 1);
   ChangedResource(h);
@@ -333,22 +299,20 @@ TEST_F(ResourceManagerTest, PermissionsReachTheSameFileAndReadOnlyRefusesWrites)
   EXPECT_EQ(ReadRaw(path), before);
 }
 
-// With no file holding them, 'ICON' 0-2 are the system's alert icons: each a
-// 4-byte resource whose handle comes back whole.
-TEST_F(ResourceManagerTest, SystemAlertIconsStandInForMissingIcons) {
+// With no file holding them, 'ICON' 0-2 are the system's alert icons (a
+// 4-byte resource holding the icon); definitions registered by the host
+// stand in for code resources, 64 at most.
+TEST_F(ResourceManager, SystemIconsAndRegisteredDefinitionsStandIn) {
   const LPCSTR icons[] = {IDI_HAND, IDI_ASTERISK, IDI_QUESTION};
   for (SInt16 id = 0; id < 3; ++id) {
     Handle h = GetResource('ICON', id);
-    ASSERT_NE(h, nullptr) << id;
-    ASSERT_EQ(GetHandleSize(h), 4);
+    ASSERT_EQ(GetHandleSize(h), 4) << id;
     SInt32 slot;
     std::memcpy(&slot, *h, 4);
     EXPECT_EQ(static_cast<HICON>(LongToHandle(slot)), LoadIconA(nullptr, icons[id]));
   }
   EXPECT_EQ(GetResource('ICON', 3), nullptr);
-}
 
-TEST_F(ResourceManagerTest, CodeResourceRegistryStandsInForDefinitions) {
   ProcPtr procedure = reinterpret_cast<ProcPtr>(&ResError);
   EXPECT_EQ(KWE_CodeResource(1, 'MDEF', 200, procedure), procedure);
   EXPECT_EQ(KWE_CodeResource(3, 'MDEF', 200, nullptr), procedure);
@@ -363,11 +327,11 @@ TEST_F(ResourceManagerTest, CodeResourceRegistryStandsInForDefinitions) {
 
 // The system file named by the session record, then the program's own file
 // (its module path with ".RSR"); the utilities' shortcuts read from both.
-class InitResourcesTest : public ResourceManagerTest {
+class InitResourcesTest : public ResourceManager {
  protected:
   void FillRecord(KWESessionRecord& r) override { r.systemResourceFile = systemPath_; }
   void SetUp() override {
-    ResourceManagerTest::SetUp();
+    ResourceManager::SetUp();
     lstrcpynA(systemPath_, At("SYSTEM.RSR").c_str(), MAX_PATH);
   }
   char systemPath_[MAX_PATH] = "";  // the session keeps the pointer
@@ -378,22 +342,20 @@ TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
   GetModuleFileNameA(nullptr, module, MAX_PATH);
   std::string app = module;
   app = app.substr(0, app.rfind('.')) + ".RSR";
-  DeleteFileA(app.c_str());
-  MakeAt(systemPath_, {{'STR ', std::string("\x06system", 7)}, {'PAT ', std::string(8, '\x55')}},
-         128);
-  MakeAt(app,
-         {{'STR ', std::string("\013application", 12)},
-          {'STR#', std::string("\x00\x02\x03one\x03two", 10)},
-          {'PAT#', std::string("\x00\x02", 2) + std::string(8, '\x11') + std::string(8, '\x22')}},
-         128);
+  Make("SYSTEM.RSR", {MakeResource("STR ", 128, AsBytes("\x06system")),
+                      MakeResource("PAT ", 128, kwe_test::Bytes(8, 0x55))});
+  kwe_test::WriteRaw(
+      app, kwe_test::AsString(resource_builder::BuildResourceImage({
+               MakeResource("STR ", 128, AsBytes("\013application")),
+               MakeResource("STR#", 128, AsBytes(std::string("\0\2\3one\3two", 10))),
+               MakeResource("PAT#", 128, {0, 2, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 2, 2}),
+           })));
   SInt16 first = InitResources();
   ASSERT_GT(first, 0);
   EXPECT_EQ(HomeResFile(GetResource('PAT ', 128)), first);
   SInt16 appRef = CurResFile();
   EXPECT_NE(appRef, first) << "the application file is current";
-  StringHandle s = GetString(128);
-  ASSERT_NE(s, nullptr);
-  EXPECT_EQ(kwe_test::Text(*s), "application");
+  EXPECT_EQ(kwe_test::Text(*GetString(128)), "application");
   UseResFile(first);
   EXPECT_EQ(kwe_test::Text(*GetString(128)), "system");
   UseResFile(appRef);
@@ -402,10 +364,8 @@ TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
   EXPECT_EQ(kwe_test::Text(item), "two");
   Pattern pattern;
   GetIndPattern(&pattern, 128, 2);
-  EXPECT_EQ(pattern.pat[7], 0x22);
-  PatHandle plain = GetPattern(128);
-  ASSERT_NE(plain, nullptr);
-  EXPECT_EQ((**plain).pat[0], 0x55);
+  EXPECT_EQ(pattern.pat[7], 2);
+  EXPECT_EQ((**GetPattern(128)).pat[0], 0x55);
   CloseResFile(appRef);
   DeleteFileA(app.c_str());
 }
