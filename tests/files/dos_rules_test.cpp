@@ -2,9 +2,7 @@
 // DOS dates, natively; what only the DLL shows is in the other files.
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
-#include <vector>
 
 #include "files/dos_dates.h"
 #include "files/dos_path.h"
@@ -46,8 +44,6 @@ TEST(FilesPortablePath, SplittingVolumesAndNames) {
   EXPECT_EQ(VolumeOfDosPath("d:\\work").drive, 3);
   for (const char* none : {"dir\\f", "\\\\", "\\\\server", "\\\\server\\"})
     EXPECT_EQ(VolumeOfDosPath(none).kind, PathVolume::kNone) << none;
-  EXPECT_TRUE(IsVolumeRoot("\\\\server\\SHARE\\"));
-  EXPECT_FALSE(IsVolumeRoot("\\\\server\\share\\dir\\"));
   EXPECT_EQ(CanonicalDirectory("c:\\dir"), "C:\\dir\\");
   EXPECT_EQ(CanonicalDirectory("c:"), "C:\\");
   // Three upper-case characters at most; the filter's own are added as given.
@@ -56,26 +52,6 @@ TEST(FilesPortablePath, SplittingVolumesAndNames) {
   EXPECT_EQ(TypeExtension("trailing."), "");
   const char c[3] = {'C', 0, 0};
   EXPECT_EQ(WithFilterExtension("main.cpp", c, false), "main.C");
-}
-
-TEST(FilesPortablePath, ExchangeNamesStepThroughTheAlphabet) {
-  size_t position = 0;
-  std::string name = ExchangeTemporaryName("C:\\DIR\\A.TXT", &position);
-  EXPECT_EQ(name, "C:\\DIR\\A.aaa");
-  size_t other = 0;
-  EXPECT_EQ(ExchangeTemporaryName("C:\\DIR.X\\NOEXT", &other), "C:\\DIR.X\\NOEXT.aaa");
-  EXPECT_EQ(other, 17u);
-  // Each letter from the last to the first runs through b..z and '{', then
-  // rests at 'a' while the one before it runs; the steps end at the dot.
-  std::vector<std::string> names;
-  while (NextExchangeName(name, position)) names.push_back(name);
-  ASSERT_EQ(names.size(), 78u);
-  EXPECT_EQ(names[0], "C:\\DIR\\A.aab");
-  EXPECT_EQ(names[25], "C:\\DIR\\A.aa{");
-  EXPECT_EQ(names[26], "C:\\DIR\\A.aba");
-  EXPECT_EQ(names[52], "C:\\DIR\\A.baa");
-  EXPECT_EQ(names[77], "C:\\DIR\\A.{aa");
-  EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
 }
 
 uint16_t Date(int year, int month, int day) {
