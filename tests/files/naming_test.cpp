@@ -230,7 +230,6 @@ TEST_F(FilesNaming, WorkingDirectoriesAreOpenedAndDescribed) {
     if (i.err != noErr) continue;
     EXPECT_EQ(pb.ioWDVRefNum, i.volume);
     EXPECT_EQ(pb.ioWDDirID, i.dirID);
-    EXPECT_EQ(pb.ioWDProcID, 0x4B574520);  // 'KWE '
     EXPECT_EQ(Text(name), i.name);
   }
   SInt16 vRefNum = 0;

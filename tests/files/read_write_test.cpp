@@ -1,16 +1,22 @@
-// Reading, writing, the mark and the end of file, checked byte for byte
-// against what Windows reads back from disk.
+// The open-file table (slots 2 to 63 as reference numbers, the open modes
+// and their conflicts, parking), reading, writing, the mark and the end of
+// file checked byte for byte against what Windows reads back from disk, and
+// volume information against what Windows reports for the same drives.
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "Files.h"
 #include "files/files_fixture.h"
 
 namespace {
 
+using kwe_test::Exists;
+using kwe_test::Keep;
 using kwe_test::P;
 using kwe_test::ReadRaw;
 using kwe_test::WriteRaw;
@@ -229,6 +235,262 @@ TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {
   EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);
   EXPECT_EQ(pb.ioResult, fnOpnErr);
   EXPECT_EQ(GetVRefNum(ref, &vRefNum), rfNumErr);
+}
+
+using FilesTable = kwe_test::FilesTest;
+
+TEST_F(FilesTable, ReferenceNumbersAreSlotsTwoToSixtyThree) {
+  WriteRaw(At("a.txt"), "abc");
+  std::vector<SInt16> refs;
+  for (int i = 0; i < 62; ++i) {
+    SInt16 ref = 0;
+    ASSERT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), noErr) << i;
+    refs.push_back(ref);
+  }
+  EXPECT_EQ(refs.front(), 2);
+  EXPECT_EQ(refs.back(), 63);
+  SInt16 ref = 99;
+  EXPECT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), tmfoErr);
+  EXPECT_EQ(ref, 0);
+  OSErr err = noErr;
+  EXPECT_EQ(KWE_FHOpen(At("a.txt").c_str(), 0, &err), -1);
+  EXPECT_EQ(err, tmfoErr);
+  // Freeing one slot makes exactly that one available again.
+  EXPECT_EQ(FSClose(refs[10]), noErr);
+  EXPECT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), noErr);
+  EXPECT_EQ(ref, refs[10]);
+}
+
+// One writer at a time with readers beside it; fsRdWrPerm (FSOpen) denies
+// writing to everyone else through Windows' sharing, not reading. Failed
+// opens answer why and hold no slot.
+TEST_F(FilesTable, OneWriterAtATimeAndFailedOpensHoldNoSlot) {
+  WriteRaw(At("w.txt"), "data");
+  WriteRaw(At("ro.txt"), "locked");
+  SetFileAttributesA(At("ro.txt").c_str(), FILE_ATTRIBUTE_READONLY);
+  SInt16 writer = 0, reader = 0;
+  ASSERT_EQ(HOpen(0, 0, P("w.txt"), fsCurPerm, &writer), noErr);
+  EXPECT_EQ(HOpen(0, 0, P("w.txt"), fsRdPerm, &reader), noErr);
+  FSClose(reader);
+  const struct {
+    std::string name;
+    SInt8 permission;
+    OSErr err;
+  } cases[] = {
+      {"W.TXT", fsWrPerm, opWrErr},
+      {"missing.txt", fsRdPerm, fnfErr},
+      {"nodir\\x.txt", fsRdPerm, dirNFErr},
+      {"ro.txt", fsWrPerm, permErr},
+      {"ro.txt", fsRdWrPerm, permErr},
+      {"bad<name>.txt", fsRdPerm, fnfErr},
+      {"ro.txt", 9, paramErr},
+  };
+  for (const auto& c : cases) {
+    SInt16 ref = 55;
+    EXPECT_EQ(HOpen(0, 0, P(c.name), c.permission, &ref), c.err) << c.name;
+    EXPECT_EQ(ref, 0) << c.name;
+  }
+  FSClose(writer);
+  SInt16 exclusive = 0, second = 0;
+  ASSERT_EQ(FSOpen(P("w.txt"), 0, &exclusive), noErr);
+  EXPECT_EQ(FSOpen(P("w.txt"), 0, &second), opWrErr);
+  EXPECT_EQ(HOpen(0, 0, P("w.txt"), fsRdPerm, &reader), noErr);
+  EXPECT_EQ(reader, 3) << "nothing failed was left open";
+  FSClose(reader);
+  FSClose(exclusive);
+  // fsCurPerm settles for reading a read-only file.
+  SInt16 ref = 0;
+  ASSERT_EQ(HOpen(0, 0, P("ro.txt"), fsCurPerm, &ref), noErr);
+  SInt32 count = 2;
+  EXPECT_EQ(FSWrite(ref, &count, "XX"), wrPermErr);
+  EXPECT_EQ(ReadRaw(At("ro.txt")), "locked");
+  EXPECT_EQ(ReadRaw(At("w.txt")), "data");
+  EXPECT_FALSE(Exists(At("missing.txt")));
+}
+
+TEST_F(FilesTable, EveryOpenFormReachesTheSameFile) {
+  WriteRaw(At("same.txt"), "0123456789");
+  FSSpec spec;
+  ASSERT_EQ(FSMakeFSSpec(0, 0, P("same.txt"), &spec), noErr);
+  std::vector<SInt16> refs(6, 0);
+  EXPECT_EQ(FSpOpenDF(&spec, fsRdPerm, &refs[0]), noErr);
+  EXPECT_EQ(HOpenDF(0, DirID(), P("same.txt"), fsRdPerm, &refs[1]), noErr);
+  EXPECT_EQ(HOpen(WDRefNum(), 0, P("same.txt"), fsRdPerm, &refs[2]), noErr);
+  ParamBlockRec pb{};
+  pb.ioParam.ioNamePtr = Keep("same.txt");
+  pb.ioParam.ioPermssn = fsRdPerm;
+  pb.ioParam.ioResult = 1;
+  EXPECT_EQ(PBOpen(&pb, false), noErr);
+  EXPECT_EQ(pb.ioParam.ioResult, noErr);
+  refs[3] = pb.ioParam.ioRefNum;
+  HParamBlockRec hpb{};
+  hpb.ioParam.ioNamePtr = Keep("same.txt");
+  hpb.ioParam.ioPermssn = fsRdPerm;
+  hpb.fileParam.ioDirID = DirID();
+  EXPECT_EQ(PBHOpen(&hpb, true), noErr);
+  refs[4] = hpb.ioParam.ioRefNum;
+  EXPECT_EQ(HOpen(0, 0, P(At("same.txt")), fsRdPerm, &refs[5]), noErr);
+  for (size_t i = 0; i < refs.size(); ++i) {
+    char byte = 0;
+    SInt32 count = 1;
+    ASSERT_EQ(SetFPos(refs[i], fsFromStart, SInt32(i)), noErr);
+    EXPECT_EQ(FSRead(refs[i], &count, &byte), noErr);
+    EXPECT_EQ(byte, char('0' + i));
+  }
+}
+
+// A parked file has no Windows handle (others may write it) and reopens by
+// itself at its mark; one whose file went away loses its slot. KWE_FHCreate
+// makes a file, read-only when asked; a write of nothing cuts at the mark.
+TEST_F(FilesTable, ParkedFilesReopenAtTheirPlaceAndCreatedFilesKeepTheirMode) {
+  WriteRaw(At("p.txt"), "abcdefgh");
+  OSErr err = 1;
+  SInt16 slot = KWE_FHOpen(At("p.txt").c_str(), 2, &err);
+  ASSERT_EQ(err, noErr);
+  EXPECT_EQ(KWE_FHLSeek(slot, 3, 0), 3);
+  EXPECT_EQ(KWE_FHUnMap(KWE_FHMap(slot)), slot);
+  EXPECT_TRUE(KWE_FHReOpen(false, slot));
+  EXPECT_EQ(KWE_FHMap(slot), -1);
+  HANDLE h = CreateFileA(At("p.txt").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_NE(h, INVALID_HANDLE_VALUE);
+  CloseHandle(h);
+  char c[2] = {};
+  EXPECT_EQ(KWE_FHRead(slot, c, 1), 1);
+  EXPECT_EQ(c[0], 'd');
+  KWE_FHReOpenAll(false);
+  KWE_FHReOpenAll(true);
+  EXPECT_EQ(KWE_FHLSeek(slot, 0, 1), 4);
+  EXPECT_TRUE(KWE_FHReOpen(false, slot));
+  DeleteFileA(At("p.txt").c_str());
+  EXPECT_FALSE(KWE_FHReOpen(true, slot));
+  EXPECT_EQ(KWE_FHRead(slot, c, 1), -1);
+
+  slot = KWE_FHCreate(At("new.txt").c_str(), 0);
+  EXPECT_EQ(KWE_FHWrite(slot, "hello", 5), 5);
+  EXPECT_EQ(KWE_FHSetEOF0(slot), noErr);
+  EXPECT_EQ(ReadRaw(At("new.txt")), "");
+  EXPECT_EQ(KWE_FHWrite(slot, "ab", 2), 2);
+  EXPECT_EQ(KWE_FHLSeek(slot, 1, 0), 1);
+  EXPECT_EQ(KWE_FHWrite(slot, nullptr, 0), 0);
+  EXPECT_EQ(KWE_FHClose(slot), 0);
+  EXPECT_EQ(ReadRaw(At("new.txt")), "a");
+  SInt16 ro = KWE_FHCreate(At("ro.txt").c_str(), 1);
+  EXPECT_EQ(KWE_FHGetAttr(ro) & 1, 1);
+  EXPECT_EQ(KWE_FHWrite(ro, "x", 1), -1);
+  EXPECT_EQ(KWE_FHSetEOF0(ro), wrPermErr);
+  KWE_FHClose(ro);
+  EXPECT_EQ(KWE_FHGetAttr(ro), -1);
+  EXPECT_EQ(KWE_FHCreate(At("bad?.txt").c_str(), 0), -1);
+  EXPECT_EQ(KWE_FHCreate(At("nodir\\x.txt").c_str(), 0), -1);
+  EXPECT_FALSE(Exists(At("nodir")));
+}
+
+using FilesVolume = kwe_test::FilesTest;
+
+// C: as Windows counts it, after the library's rule: clusters halved and
+// the block doubled until both counts fit 15 bits; free bytes stop at
+// 0x7FFFFFFF. Free space moves as other programs write; a little is allowed.
+TEST_F(FilesVolume, FixedDrivesReportWindowsFreeSpace) {
+  DWORD spc, bps, freeClusters, clusters;
+  ASSERT_TRUE(GetDiskFreeSpaceA("C:\\", &spc, &bps, &freeClusters, &clusters));
+  UInt32 blocks = clusters, freeBlocks = freeClusters, blockSize = spc * bps;
+  while (blocks > 0x7FFF || freeBlocks > 0x7FFF) {
+    blocks /= 2;
+    freeBlocks /= 2;
+    blockSize *= 2;
+  }
+  Str255 name;
+  ParamBlockRec pb{};
+  VolumeParam& v = pb.volumeParam;
+  v.ioNamePtr = name;
+  v.ioVolIndex = 3;  // C: is the third volume
+  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
+  EXPECT_EQ(v.ioVRefNum, -3);
+  EXPECT_EQ(kwe_test::Text(name), "C:\\");
+  EXPECT_EQ(v.ioVNmAlBlks, blocks);
+  EXPECT_EQ(UInt32(v.ioVAlBlkSiz), blockSize);
+  EXPECT_NEAR(double(v.ioVFrBlk), double(freeBlocks), 64.0);
+  HParamBlockRec hpb{};
+  hpb.volumeParam.ioVRefNum = -3;
+  ASSERT_EQ(PBHGetVInfo(&hpb, false), noErr);
+  EXPECT_EQ(hpb.volumeParam.ioVNmAlBlks, blocks);
+  EXPECT_EQ(hpb.volumeParam.ioVSigWord, 0x4244);  // 'BD': an HFS volume
+  SInt16 vRefNum = 0;
+  SInt32 freeBytes = 0;
+  ASSERT_EQ(GetVInfo(3, name, &vRefNum, &freeBytes), noErr);
+  EXPECT_EQ(vRefNum, -3);
+  EXPECT_NEAR(double(freeBytes), std::min(double(freeBlocks) * blockSize, 2147483647.0),
+              64.0 * blockSize);
+  // A: is never asked without session flag 0x00004000: a fixed answer.
+  v.ioVolIndex = 1;
+  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
+  EXPECT_EQ(v.ioVRefNum, -1);
+  EXPECT_EQ(v.ioVNmAlBlks, 256);
+  EXPECT_EQ(v.ioVFrBlk, 0);
+}
+
+// A volume named by working directory, by the current directory or by a
+// path in it is the drive's; unknown ones answer nsvErr.
+TEST_F(FilesVolume, VolumesNamedByWorkingDirectoryPathOrIndex) {
+  const SInt16 volume = kwe_test::ExpectedDriveVolume(Dir()[0]);
+  const struct {
+    SInt16 index, vRefNum;
+    StringPtr name;
+    OSErr err;
+  } cases[] = {
+      {0, WDRefNum(), nullptr, noErr},
+      {0, 0, nullptr, noErr},
+      {-1, 0, Keep(At("anything.txt")), noErr},
+      {27, 0, nullptr, nsvErr},
+      {0, SInt16(0x8000 | 3000), nullptr, nsvErr},
+      {-1, 0, Keep("no volume here"), nsvErr},
+  };
+  for (const auto& c : cases) {
+    ParamBlockRec pb{};
+    VolumeParam& v = pb.volumeParam;
+    v.ioVolIndex = c.index;
+    v.ioVRefNum = c.vRefNum;
+    v.ioNamePtr = c.name;
+    v.ioResult = 1;
+    EXPECT_EQ(PBGetVInfo(&pb, false), c.err) << c.index << " " << c.vRefNum;
+    EXPECT_EQ(v.ioResult, c.err);
+    if (c.err == noErr) {
+      EXPECT_EQ(v.ioVRefNum, volume);
+    }
+  }
+  SInt16 vRefNum = 99;
+  EXPECT_EQ(GetVInfo(0, nullptr, &vRefNum, nullptr), noErr);
+  EXPECT_EQ(vRefNum, volume);
+  EXPECT_EQ(GetVInfo(27, nullptr, &vRefNum, nullptr), nsvErr);
+
+  // PBHGetVolParms: version 1 with nothing set, never past the buffer.
+  unsigned char buffer[32];
+  std::memset(buffer, 0xEE, sizeof buffer);
+  HParamBlockRec pb{};
+  pb.ioParam.ioBuffer = reinterpret_cast<Ptr>(buffer);
+  pb.ioParam.ioReqCount = sizeof buffer;
+  ASSERT_EQ(PBHGetVolParms(&pb, false), noErr);
+  const SInt32 filled = SInt32(sizeof(GetVolParmsInfoBuffer));
+  EXPECT_EQ(pb.ioParam.ioActCount, filled);
+  EXPECT_EQ(std::string(reinterpret_cast<char*>(buffer), size_t(filled + 1)),
+            std::string("\1", 1) + std::string(size_t(filled - 1), '\0') + "\xEE");
+  pb.ioParam.ioReqCount = 5;
+  EXPECT_EQ(PBHGetVolParms(&pb, false), -1);
+}
+
+class FilesVolumeAllDrives : public kwe_test::FilesTest {
+ protected:
+  UInt32 SessionFlags() const override { return kweFlagAllDrivesInfo; }
+};
+
+TEST_F(FilesVolumeAllDrives, EveryDriveIsAskedAndOneNotReadyAnswersNsvErr) {
+  DWORD spc, bps, freeClusters, clusters;
+  const bool ready = GetDiskFreeSpaceA("A:\\", &spc, &bps, &freeClusters, &clusters);
+  ParamBlockRec pb{};
+  pb.volumeParam.ioVolIndex = 1;
+  EXPECT_EQ(PBGetVInfo(&pb, false), ready ? OSErr(noErr) : OSErr(nsvErr));
+  pb.volumeParam.ioVolIndex = 3;
+  EXPECT_EQ(PBGetVInfo(&pb, false), noErr);
 }
 
 }  // namespace
