@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -36,54 +37,80 @@ class FilesReadWrite : public kwe_test::FilesTest {
   }
 };
 
-// A read past the end delivers what was there (eofErr) and leaves the rest
-// of the buffer; writes land at the mark, and nothing or less than nothing
-// writes nothing.
-TEST_F(FilesReadWrite, ReadsStopAtTheEndAndWritesLandAtTheMark) {
-  SInt16 ref = Open("w.txt", "0123456789");
-  char buffer[16];
-  std::memset(buffer, '#', sizeof buffer);
-  ASSERT_EQ(SetFPos(ref, fsFromLEOF, -3), noErr);
-  SInt32 count = 16;
-  EXPECT_EQ(FSRead(ref, &count, buffer), eofErr);
-  EXPECT_EQ(std::string(buffer, 4), "789#");
-  EXPECT_EQ(count, 3);
-  count = 5;
-  EXPECT_EQ(FSRead(ref, &count, buffer), eofErr);
-  EXPECT_EQ(count, 0);
-  EXPECT_EQ(Mark(ref), 10);
-
-  ASSERT_EQ(SetFPos(ref, fsFromStart, 4), noErr);
-  count = 3;
-  EXPECT_EQ(FSWrite(ref, &count, "abc"), noErr);
-  EXPECT_EQ(count, 3);
-  for (SInt32 none : {0, -4}) EXPECT_EQ(FSWrite(ref, &none, "zzz"), noErr);
-  EXPECT_EQ(ReadRaw(At("w.txt")), "0123abc789");
-  ASSERT_EQ(SetFPos(ref, fsFromLEOF, 0), noErr);
-  count = 2;
-  EXPECT_EQ(FSWrite(ref, &count, "!!"), noErr);
-  EXPECT_EQ(ReadRaw(At("w.txt")), "0123abc789!!");
-  EXPECT_EQ(FSWrite(ref, nullptr, "x"), paramErr);
-  EXPECT_EQ(FSClose(ref), noErr);
+// Seeded runs of writes, reads, positioning and end-of-file changes on one
+// file against a model of its bytes and mark, the disk compared after every
+// step: a read past the end delivers what was there (eofErr) and leaves the
+// rest of the buffer, a write lands at the mark (past the end after zeros),
+// fsFromLEOF past the end moves but answers eofErr, a mark before the start
+// is refused (ioErr), SetEOF grows with zeros and shrinks, pulling the mark
+// back. A failure names its seed and step.
+TEST_F(FilesReadWrite, SeededTransfersMatchAModelOfTheFile) {
+  for (unsigned seed = 1; seed <= 16; ++seed) {
+    std::mt19937 rng(seed);
+    std::string model = "0123456789";
+    SInt32 mark = 0;
+    const std::string name = "model" + std::to_string(seed) + ".bin";
+    const SInt16 ref = Open(name, model);
+    for (int step = 0; step < 40; ++step) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + " step " + std::to_string(step));
+      const SInt32 size = SInt32(model.size());
+      SInt32 count = SInt32(rng() % 20);
+      char buffer[24];
+      std::memset(buffer, '#', sizeof buffer);
+      switch (rng() % 4) {
+        case 0: {
+          const std::string bytes(size_t(count), char('a' + rng() % 26));
+          ASSERT_EQ(FSWrite(ref, &count, bytes.data()), noErr);
+          EXPECT_EQ(count, SInt32(bytes.size()));
+          if (count > 0) {  // past the end, after zeros
+            model.resize(std::max(model.size(), size_t(mark)), '\0');
+            model.replace(size_t(mark), bytes.size(), bytes);
+          }
+          mark += count;
+          break;
+        }
+        case 1: {
+          const std::string there = mark < size ? model.substr(size_t(mark), size_t(count)) : "";
+          EXPECT_EQ(FSRead(ref, &count, buffer), SInt32(there.size()) < count ? eofErr : noErr);
+          EXPECT_EQ(std::string(buffer, size_t(count) + 1), there + "#");
+          mark += count;
+          break;
+        }
+        case 2: {
+          const SInt16 mode = SInt16(fsFromStart + rng() % 3);  // from the start, the end, the mark
+          const SInt32 offset = SInt32(rng() % 30) - 15;
+          const SInt32 to = offset + (mode == fsFromStart ? 0 : mode == fsFromLEOF ? size : mark);
+          const OSErr err = to < 0                             ? OSErr(ioErr)
+                            : mode == fsFromLEOF && offset > 0 ? OSErr(eofErr)
+                                                               : OSErr(noErr);
+          EXPECT_EQ(SetFPos(ref, mode, offset), err) << mode << " " << offset;
+          if (to >= 0) mark = to;
+          break;
+        }
+        default:
+          EXPECT_EQ(SetEOF(ref, count), noErr);
+          model.resize(size_t(count), '\0');
+          mark = std::min(mark, count);
+      }
+      EXPECT_EQ(Mark(ref), mark);
+      ASSERT_EQ(ReadRaw(At(name)), model);
+    }
+  }
 }
 
-TEST_F(FilesReadWrite, PositioningModes) {
+// Writes of nothing write nothing; fsAtMark ignores its offset and the
+// high bits of a mode are not the mode's; the parameter-block forms answer
+// the mark and the end of file; Allocate lengthens the file by its count
+// of zeros.
+TEST_F(FilesReadWrite, WritesOfNothingAndTheParameterBlockForms) {
   SInt16 ref = Open("pos.txt", "0123456789");
-  const struct {
-    SInt16 mode;
-    SInt32 offset;
-    OSErr err;
-    SInt32 mark;
-  } cases[] = {
-      {fsFromStart, 6, noErr, 6},     {fsAtMark, 99, noErr, 6},   {fsFromMark, -2, noErr, 4},
-      {fsFromMark, 3, noErr, 7},      {fsFromLEOF, -1, noErr, 9}, {fsFromLEOF, 0, noErr, 10},
-      {fsFromLEOF, 2, eofErr, 12},    {fsFromStart, 0, noErr, 0}, {fsFromMark, -1, ioErr, 0},
-      {fsFromStart | 4, 3, noErr, 3},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(SetFPos(ref, c.mode, c.offset), c.err) << c.mode << " " << c.offset;
-    EXPECT_EQ(Mark(ref), c.mark) << c.mode << " " << c.offset;
-  }
+  for (SInt32 none : {0, -4}) EXPECT_EQ(FSWrite(ref, &none, "zzz"), noErr);
+  EXPECT_EQ(FSWrite(ref, nullptr, "x"), paramErr);
+  EXPECT_EQ(SetFPos(ref, fsFromStart, 6), noErr);
+  EXPECT_EQ(SetFPos(ref, fsAtMark, 99), noErr);
+  EXPECT_EQ(Mark(ref), 6);
+  EXPECT_EQ(SetFPos(ref, fsFromStart | 4, 3), noErr);
+  EXPECT_EQ(Mark(ref), 3);
   ParamBlockRec pb{};
   pb.ioParam.ioRefNum = ref;
   pb.ioParam.ioPosMode = fsFromMark;
@@ -93,6 +120,18 @@ TEST_F(FilesReadWrite, PositioningModes) {
   EXPECT_EQ(PBGetFPos(&pb, false), noErr);
   EXPECT_EQ(pb.ioParam.ioPosOffset, 5);
   EXPECT_EQ(ReadRaw(At("pos.txt")), "0123456789");
+  pb.ioParam.ioMisc = reinterpret_cast<Ptr>(static_cast<intptr_t>(12));
+  EXPECT_EQ(PBSetEOF(&pb, false), noErr);
+  pb.ioParam.ioMisc = nullptr;
+  EXPECT_EQ(PBGetEOF(&pb, false), noErr);
+  EXPECT_EQ(reinterpret_cast<intptr_t>(pb.ioParam.ioMisc), 12);
+  SInt32 length = 0;
+  EXPECT_EQ(GetEOF(ref, &length), noErr);
+  EXPECT_EQ(length, 12);
+  EXPECT_EQ(SetEOF(ref, -1), paramErr);
+  SInt32 count = 16;
+  EXPECT_EQ(Allocate(ref, &count), noErr);
+  EXPECT_EQ(ReadRaw(At("pos.txt")), "0123456789" + std::string(18, '\0'));
 }
 
 // Reference numbers that were closed or never opened, and a file opened for
@@ -134,35 +173,6 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   }
   EXPECT_EQ(ReadRaw(At("c.txt")), "keep");
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
-}
-
-// SetEOF grows the file with zeros and shrinks it, leaving the mark but
-// never past the end; Allocate grows it too.
-TEST_F(FilesReadWrite, EndOfFileGrowsWithZerosAndShrinks) {
-  SInt16 ref = Open("eof.bin", "abcdef");
-  SInt32 length = 0;
-  ASSERT_EQ(SetFPos(ref, fsFromStart, 4), noErr);
-  EXPECT_EQ(SetEOF(ref, 9), noErr);
-  EXPECT_EQ(ReadRaw(At("eof.bin")), std::string("abcdef\0\0\0", 9));
-  EXPECT_EQ(GetEOF(ref, &length), noErr);
-  EXPECT_EQ(length, 9);
-  EXPECT_EQ(Mark(ref), 4);
-  EXPECT_EQ(SetEOF(ref, 2), noErr);
-  EXPECT_EQ(ReadRaw(At("eof.bin")), "ab");
-  EXPECT_EQ(Mark(ref), 2);
-  ParamBlockRec pb{};
-  pb.ioParam.ioRefNum = ref;
-  pb.ioParam.ioMisc = reinterpret_cast<Ptr>(static_cast<intptr_t>(5));
-  EXPECT_EQ(PBSetEOF(&pb, false), noErr);
-  pb.ioParam.ioMisc = nullptr;
-  EXPECT_EQ(PBGetEOF(&pb, false), noErr);
-  EXPECT_EQ(reinterpret_cast<intptr_t>(pb.ioParam.ioMisc), 5);
-  EXPECT_EQ(SetEOF(ref, 0), noErr);
-  EXPECT_EQ(ReadRaw(At("eof.bin")), "");
-  EXPECT_EQ(SetEOF(ref, -1), paramErr);
-  SInt32 count = 16;
-  EXPECT_EQ(Allocate(ref, &count), noErr);
-  EXPECT_EQ(ReadRaw(At("eof.bin")), std::string(16, '\0'));
 }
 
 // Parameter-block reads and writes move the mark, and ioPosOffset grows by
