@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include <cstring>
-#include <functional>
 #include <string>
 
 #include "Memory.h"
@@ -31,56 +30,35 @@ kwe_test::Resource TextResource(SInt16 id, const std::string& text) {
 
 std::string Str(Handle h) { return h ? kwe_test::AsString(kwe_test::HandleBytes(h)) : "<none>"; }
 
-std::string NameOf(Handle h) {
-  Str255 name = {0};
-  GetResInfo(h, nullptr, nullptr, name);
-  return kwe_test::Text(name);
-}
-
-// Calls made in turn: the data of the handle each answers and ResError after it.
-struct Call {
-  const char* what;
-  std::function<Handle()> call;
-  std::string data;
-  OSErr err;
-};
-void ExpectCalls(std::initializer_list<Call> calls) {
-  for (const Call& c : calls) {
-    EXPECT_EQ(Str(c.call()), c.data) << c.what;
-    EXPECT_EQ(ResError(), c.err) << c.what;
-  }
+// What a call answered: the data of its handle and ResError after it.
+std::string Got(Handle h) { return Str(h) + " / " + std::to_string(ResError()); }
+std::string Answer(const std::string& data, OSErr err) {
+  return data + " / " + std::to_string(err);
 }
 
 using ResourceManager = kwe_test::ResourceFileTest;
 
 // CreateResFile writes the empty file once; a bare name is squeezed to 8.3
-// with ".rsr" in the current directory.
+// with ".rsr" in the current directory, and opens again by the same name.
 TEST_F(ResourceManager, CreateResFileWritesTheEmptyFileOnce) {
-  const std::string empty = kwe_test::AsString(resource_builder::BuildResourceImage({}));
-  CreateResFile(P(At("EMPTY.RSR")));
-  HCreateResFile(0, DirID(), P("H.RSR"));
-  EXPECT_EQ(ReadRaw(At("EMPTY.RSR")), empty);
-  EXPECT_EQ(ReadRaw(At("H.RSR")), empty);
-  SInt16 ref = Open(At("EMPTY.RSR"));
-  ASSERT_GT(ref, 0);
-  EXPECT_EQ(Count1Types(), 0);
-  EXPECT_EQ(Open(At("empty.rsr")), ref) << "the same path opens once";
-  AddResource(kwe_test::HandleWith({1, 2}), kText, 1, nullptr);
-  CloseResFile(ref);
-  const std::string written = ReadRaw(At("EMPTY.RSR"));
-  CreateResFile(P(At("EMPTY.RSR")));
-  HCreateResFile(0, DirID(), P("EMPTY.RSR"));
-  EXPECT_EQ(ReadRaw(At("EMPTY.RSR")), written) << "a file with data is left alone";
-
   for (const char* name : {"MYAPP", "a long name.dat", "notes.backup", "DATA.RES", "ABC."})
     CreateResFile(P(name));
-  EXPECT_EQ(kwe_test::Listing(Dir()),
-            "ABC DATA.RES EMPTY.RSR H.RSR MYAPP.rsr alongnam.rsr notes.rsr");
-  ref = OpenResFile(P("a long name.dat"));
-  EXPECT_EQ(ref, Open(At("alongnam.rsr")));
+  HCreateResFile(0, DirID(), P("H.RSR"));
+  EXPECT_EQ(kwe_test::Listing(Dir()), "ABC DATA.RES H.RSR MYAPP.rsr alongnam.rsr notes.rsr");
+  const std::string empty = kwe_test::AsString(resource_builder::BuildResourceImage({}));
+  EXPECT_EQ(ReadRaw(At("MYAPP.rsr")), empty);
+  EXPECT_EQ(ReadRaw(At("H.RSR")), empty);
+  const SInt16 ref = OpenResFile(P("a long name.dat"));
+  EXPECT_EQ(Open(At("ALONGNAM.RSR")), ref) << "the same file opens once";
+  AddResource(kwe_test::HandleWith({1, 2}), kText, 1, nullptr);
+  CloseResFile(ref);
+  const std::string written = ReadRaw(At("alongnam.rsr"));
+  EXPECT_NE(written, empty);
+  CreateResFile(P("a long name.dat"));
+  HCreateResFile(0, DirID(), P("alongnam.rsr"));
+  EXPECT_EQ(ReadRaw(At("alongnam.rsr")), written) << "a file with data is left alone";
   EXPECT_EQ(OpenResFile(P("NOSUCH")), -1);
   EXPECT_EQ(ResError(), fnfErr);
-  EXPECT_EQ(CurResFile(), ref);
 }
 
 // Searches run from the current file toward older ones; Get1 calls and the
@@ -91,18 +69,16 @@ TEST_F(ResourceManager, TheChainIsSearchedFromTheCurrentFileTowardOlderOnes) {
                               MakeResource("PICT", 1, {1, 2})}));
   const SInt16 newer = Open(Make("newer.rsr", {TextResource(1, "newer one")}));
   ASSERT_TRUE(older > 0 && newer > 0);
-  ExpectCalls({
-      {"GetResource 1", [] { return GetResource(kText, 1); }, "newer one", noErr},
-      {"GetResource 2", [] { return GetResource(kText, 2); }, "older two", noErr},
-      {"GetResource 77", [] { return GetResource(kText, 77); }, "<none>", resNotFound},
-      {"Get1Resource 2", [] { return Get1Resource(kText, 2); }, "<none>", noErr},
-      {"GetNamedResource", [] { return GetNamedResource(kText, P("t2")); }, "older two", noErr},
-      {"Get1NamedResource", [] { return Get1NamedResource(kText, P("t2")); }, "<none>", noErr},
-      {"GetIndResource 1", [] { return GetIndResource(kText, 1); }, "newer one", noErr},
-      {"GetIndResource 3", [] { return GetIndResource(kText, 3); }, "older two", noErr},
-      {"GetIndResource 4", [] { return GetIndResource(kText, 4); }, "<none>", resNotFound},
-      {"Get1IndResource 2", [] { return Get1IndResource(kText, 2); }, "<none>", noErr},
-  });
+  EXPECT_EQ(Got(GetResource(kText, 1)), Answer("newer one", noErr));
+  EXPECT_EQ(Got(GetResource(kText, 2)), Answer("older two", noErr));
+  EXPECT_EQ(Got(GetResource(kText, 77)), Answer("<none>", resNotFound));
+  EXPECT_EQ(Got(Get1Resource(kText, 2)), Answer("<none>", noErr));
+  EXPECT_EQ(Got(GetNamedResource(kText, P("t2"))), Answer("older two", noErr));
+  EXPECT_EQ(Got(Get1NamedResource(kText, P("t2"))), Answer("<none>", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 1)), Answer("newer one", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 3)), Answer("older two", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 4)), Answer("<none>", resNotFound));
+  EXPECT_EQ(Got(Get1IndResource(kText, 2)), Answer("<none>", noErr));
   EXPECT_EQ(Count1Resources(kText), 1);
   EXPECT_EQ(CountResources(kText), 3);
   EXPECT_EQ(CountTypes(), 3) << "every file's types";
@@ -127,33 +103,28 @@ TEST_F(ResourceManager, TheChainIsSearchedFromTheCurrentFileTowardOlderOnes) {
   EXPECT_EQ(ResError(), resFNotFound);
 }
 
-// A resource is loaded once and its handle describes it; released, it is
-// read again; with ResLoad off its handle comes empty until LoadResource.
-// Types the library converts are native in memory: a menu's definition
-// field is also marked for the library's own procedure.
+// A resource is loaded once and its handle knows its size and file;
+// released, it is read again; with ResLoad off its handle comes empty until
+// LoadResource. UniqueID answers IDs no resource of the type has.
 TEST_F(ResourceManager, HandlesComeLoadedOnceAndDescribeTheirResource) {
   const std::string path =
       Make("load.rsr",
-           {TextResource(128, "hello"), TextResource(129, "world!"), MakeResource("TEXT", -5, {}),
-            MakeResource("MENU", 128, {0, 1, 0, 0, 0, 0, 0, 0xC8, 0, 0, 0, 0, 0, 0, 0, 0})});
+           {TextResource(128, "hello"), TextResource(129, "world!"), MakeResource("TEXT", -5, {})});
   SInt16 ref = Open(path);
   Handle h = Get1Resource(kText, 129);
   EXPECT_EQ(Str(h), "world!");
   EXPECT_EQ(GetResource(kText, 129), h) << "the same handle twice";
-  SInt16 id = 0;
-  ResType type = 0;
-  GetResInfo(h, &id, &type, nullptr);
-  EXPECT_EQ(id, 129);
-  EXPECT_EQ(type, kText);
-  EXPECT_EQ(NameOf(h), "t129");
   EXPECT_EQ(SizeRsrc(h), 6);
   EXPECT_EQ(HomeResFile(h), ref);
   EXPECT_EQ(Str(Get1Resource(kText, -5)), "");
   ReleaseResource(h);
   EXPECT_EQ(Str(GetResource(kText, 129)), "world!");
-  SInt32 field;
-  std::memcpy(&field, *GetResource('MENU', 128) + 6, 4);
-  EXPECT_EQ(UInt32(field), 0x00C8FFFFu);
+  for (int i = 0; i < 200; ++i) {
+    for (SInt16 id : {UniqueID(kText), Unique1ID(kText)}) {
+      ASSERT_GE(id, 0);
+      ASSERT_EQ(Get1Resource(kText, id), nullptr) << id;
+    }
+  }
   CloseResFile(ref);
   EXPECT_EQ(ResError(), noErr);
 
@@ -245,32 +216,6 @@ TEST_F(ResourceManager, RemovalsCompactTheFileAndWrittenResourcesStayWritten) {
                       {{kText, 3}, TextResource(3, longer)}});
 }
 
-// Attributes keep only the Toolbox's bits; a new ID and a longer name are
-// written back, and the names after it stay where they belong.
-TEST_F(ResourceManager, InfoAndAttributesAreWrittenBack) {
-  const std::string path = Make("info.rsr", {TextResource(1, "x"), TextResource(2, "y")});
-  SInt16 ref = Open(path);
-  Handle h = GetResource(kText, 1);
-  SetResAttrs(h, resPurgeable | 0x81);
-  EXPECT_EQ(GetResAttrs(h), resPurgeable);
-  EXPECT_EQ(Count1Resources(kText), 2) << "0x01 never marks a resource removed";
-  SetResInfo(h, 10, P("a much longer name"));
-  EXPECT_EQ(NameOf(h), "a much longer name");
-  EXPECT_EQ(NameOf(GetResource(kText, 2)), "t2");
-  ChangedResource(h);
-  for (int i = 0; i < 200; ++i) {
-    SInt16 id = UniqueID(kText);
-    ASSERT_GE(id, 0);
-    ASSERT_EQ(Get1Resource(kText, id), nullptr) << id;
-    ASSERT_GE(Unique1ID(kText), 0);
-  }
-  EXPECT_EQ(GetResourceSizeOnDisk(h), 1);
-  EXPECT_EQ(GetMaxResourceSize(h), 1);
-  CloseResFile(ref);
-  ExpectOnDisk(path, {{{kText, 10}, MakeResource("TEXT", 10, {'x'}, "a much longer name", 0x20)},
-                      {{kText, 2}, TextResource(2, "y")}});
-}
-
 TEST_F(ResourceManager, PermissionsReachTheSameFileAndReadOnlyRefusesWrites) {
   const std::string path = Make("PERM.RSR", {TextResource(1, "perm")});
   SInt16 ref = OpenRFPerm(P(path), 0, fsRdPerm);
@@ -308,9 +253,7 @@ TEST_F(ResourceManager, SystemIconsAndRegisteredDefinitionsStandIn) {
   for (SInt16 id = 0; id < 3; ++id) {
     Handle h = GetResource('ICON', id);
     ASSERT_EQ(GetHandleSize(h), 4) << id;
-    SInt32 slot;
-    std::memcpy(&slot, *h, 4);
-    EXPECT_EQ(static_cast<HICON>(LongToHandle(slot)), LoadIconA(nullptr, icons[id]));
+    EXPECT_EQ(LongToHandle(*reinterpret_cast<SInt32*>(*h)), LoadIconA(nullptr, icons[id]));
   }
   EXPECT_EQ(GetResource('ICON', 3), nullptr);
 
@@ -326,8 +269,10 @@ TEST_F(ResourceManager, SystemIconsAndRegisteredDefinitionsStandIn) {
   EXPECT_EQ(KWE_CodeResource(1, 'CDEF', 64, procedure), nullptr) << "64 entries";
 }
 
-// The system file named by the session record, then the program's own file
-// (its module path with ".RSR"); the utilities' shortcuts read from both.
+// InitResources opens the system file the session record names, then the
+// program's own file (its module path with ".RSR"), which becomes current;
+// the utilities' shortcuts read from the chain. Without a system file it
+// reports the host's string and opens nothing.
 class InitResourcesTest : public ResourceManager {
  protected:
   void FillRecord(KWESessionRecord& r) override { r.systemResourceFile = systemPath_; }
@@ -341,8 +286,7 @@ class InitResourcesTest : public ResourceManager {
 TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
   char module[MAX_PATH];
   GetModuleFileNameA(nullptr, module, MAX_PATH);
-  std::string app = module;
-  app = app.substr(0, app.rfind('.')) + ".RSR";
+  const std::string app = std::string(module, std::strrchr(module, '.')) + ".RSR";
   Make("SYSTEM.RSR", {MakeResource("STR ", 128, AsBytes("\x06system")),
                       MakeResource("PAT ", 128, kwe_test::Bytes(8, 0x55))});
   kwe_test::WriteRaw(
@@ -351,15 +295,10 @@ TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
                MakeResource("STR#", 128, AsBytes(std::string("\0\2\3one\3two", 10))),
                MakeResource("PAT#", 128, {0, 2, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 2, 2}),
            })));
-  SInt16 first = InitResources();
-  ASSERT_GT(first, 0);
-  EXPECT_EQ(HomeResFile(GetResource('PAT ', 128)), first);
-  SInt16 appRef = CurResFile();
-  EXPECT_NE(appRef, first) << "the application file is current";
+  const SInt16 system = InitResources();
+  ASSERT_GT(system, 0);
+  EXPECT_NE(CurResFile(), system);
   EXPECT_EQ(kwe_test::Text(*GetString(128)), "application");
-  UseResFile(first);
-  EXPECT_EQ(kwe_test::Text(*GetString(128)), "system");
-  UseResFile(appRef);
   Str255 item;
   GetIndString(item, 128, 2);
   EXPECT_EQ(kwe_test::Text(item), "two");
@@ -367,8 +306,9 @@ TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
   GetIndPattern(&pattern, 128, 2);
   EXPECT_EQ(pattern.pat[7], 2);
   EXPECT_EQ((**GetPattern(128)).pat[0], 0x55);
-  CloseResFile(appRef);
+  CloseResFile(CurResFile());
   DeleteFileA(app.c_str());
+  EXPECT_EQ(kwe_test::Text(*GetString(128)), "system");
 }
 
 TEST_F(InitResourcesTest, AMissingSystemFileIsReportedWithTheHostsString) {
