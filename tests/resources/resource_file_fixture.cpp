@@ -23,6 +23,11 @@ Handle HandleWith(const Bytes& bytes) {
   return h;
 }
 
+Bytes InMemory(std::uint32_t type, Bytes data) {
+  if (type == TypeCode("STR#") && data.size() >= 2) std::swap(data[0], data[1]);
+  return data;
+}
+
 void ResourceFileTest::SetUp() {
   FilesTest::SetUp();
   // The tests open their files themselves rather than through InitResources,
@@ -79,9 +84,7 @@ void ResourceFileTest::ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& e
                  std::to_string(key.second));
     Handle h = Get1Resource(key.first, key.second);
     ASSERT_NE(h, nullptr);
-    Bytes native = want.data;
-    if (key.first == TypeCode("STR#") && native.size() >= 2) std::swap(native[0], native[1]);
-    EXPECT_EQ(HandleBytes(h), native);
+    EXPECT_EQ(HandleBytes(h), InMemory(key.first, want.data));
     SInt16 id = 0;
     ResType type = 0;
     Str255 name = {0};

@@ -29,6 +29,9 @@ Bytes HandleBytes(Handle h);
 // A new handle holding these bytes.
 Handle HandleWith(const Bytes& bytes);
 
+// The data as a loaded handle holds it: a 'STR#' count word in native order.
+Bytes InMemory(std::uint32_t type, Bytes data);
+
 // What a file should hold, by (type, ID): the data in Macintosh order, as it
 // lies on disk.
 using ExpectedFile = std::map<std::pair<std::uint32_t, std::int16_t>, Resource>;
@@ -47,8 +50,7 @@ class ResourceFileTest : public FilesTest {
   // Compares the file on disk, through the tests' reader, with what it should hold.
   void ExpectOnDisk(const std::string& path, const ExpectedFile& expected);
   // Compares the open file, through Get1Resource and GetResInfo, with what it
-  // should hold; data of 'STR#' resources is expected with its count word in
-  // native order, every other type used here is bytes only.
+  // should hold (the data as InMemory makes it).
   void ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected);
 };
 

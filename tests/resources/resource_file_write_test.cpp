@@ -1,8 +1,8 @@
 // Writing resource files never loses data: resources changed (grown, shrunk,
-// rewritten in place), added and removed come back byte for byte after
-// UpdateResFile, CloseResFile and a reopen, read both through the library
-// and from disk by the tests' own reader; a write-back that cannot finish
-// leaves a file that still holds every resource it held.
+// rewritten in place), added, renamed and removed come back byte for byte
+// after UpdateResFile, CloseResFile and a reopen, read both through the
+// library and from disk by the tests' own reader; a write-back that cannot
+// finish leaves a file that still holds every resource it held.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -22,18 +22,22 @@ using kwe_test::ExpectedFile;
 using kwe_test::MakeResource;
 using kwe_test::TypeCode;
 
+// 'STR#' is converted (its count word) on the way in and out; the rest are
+// bytes. The last type is not in the starting file.
+const char kTypes[][5] = {"TEXT", "STR ", "PAT ", "ICON", "SICN", "STR#", "ICN#"};
+
 Bytes Pattern(std::size_t size, int seed) {
   Bytes b(size);
   for (std::size_t i = 0; i < size; ++i) b[i] = static_cast<std::uint8_t>(seed * 31 + i * 7);
   return b;
 }
 
-Bytes StringList(const std::vector<std::string>& strings) {
-  Bytes b = {0, static_cast<std::uint8_t>(strings.size())};
-  for (const std::string& s : strings) {
-    b.push_back(static_cast<std::uint8_t>(s.size()));
-    resource_builder::Append(b, s);
-  }
+// Data for a resource of the type, in Macintosh order.
+Bytes DataFor(const char (&type)[5], std::size_t size, int seed) {
+  if (TypeCode(type) != TypeCode("STR#")) return Pattern(size, seed);
+  Bytes b = {0, std::uint8_t(size % 7)};
+  for (int i = 0; i < b[1]; ++i)
+    resource_builder::Append(b, std::string{'\2', char('a' + i), char('a' + seed % 26)});
   return b;
 }
 
@@ -41,15 +45,12 @@ Bytes StringList(const std::vector<std::string>& strings) {
 ExpectedFile StartingFile() {
   ExpectedFile file;
   int seed = 0;
-  const char types[][5] = {"TEXT", "STR ", "PAT ", "ICON", "SICN", "STR#"};
-  for (const auto& type : types) {
+  for (int t = 0; t < 6; ++t) {
     for (std::int16_t id = 128; id < 133; ++id, ++seed) {
-      const std::string name = id % 2 ? "" : std::string(type) + " #" + std::to_string(id);
-      file[{TypeCode(type), id}] = MakeResource(
-          type, id,
-          std::string(type) == "STR#" ? StringList({"one", std::to_string(id), "three"})
-                                      : Pattern(std::size_t(seed * 13 % 200 + 1), seed),
-          name, std::string(type) == "PAT " && id == 130 ? 0x20 : 0);
+      const std::string name = id % 2 ? "" : std::string(kTypes[t]) + " #" + std::to_string(id);
+      file[{TypeCode(kTypes[t]), id}] =
+          MakeResource(kTypes[t], id, DataFor(kTypes[t], std::size_t(seed * 13 % 200 + 1), seed),
+                       name, t == 2 && id == 130 ? resPurgeable : 0);
     }
   }
   return file;
@@ -67,59 +68,86 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
   void Change(ExpectedFile& file, const char (&type)[5], std::int16_t id, const Bytes& data) {
     Handle h = Get1Resource(TypeCode(type), id);
     ASSERT_NE(h, nullptr);
-    SetHandleSize(h, static_cast<Size>(data.size()));
+    const Bytes native = kwe_test::InMemory(TypeCode(type), data);
+    SetHandleSize(h, static_cast<Size>(native.size()));
     ASSERT_EQ(MemError(), noErr);
-    if (!data.empty()) std::memcpy(*h, data.data(), data.size());
+    if (!native.empty()) std::memcpy(*h, native.data(), native.size());
     ChangedResource(h);
     EXPECT_EQ(ResError(), noErr);
     file[{TypeCode(type), id}].data = data;
   }
 
-  void Add(ExpectedFile& file, const char (&type)[5], std::int16_t id, const std::string& name,
-           const Bytes& data) {
-    AddResource(kwe_test::HandleWith(data), TypeCode(type), id, kwe_test::P(name));
-    EXPECT_EQ(ResError(), noErr);
-    file[{TypeCode(type), id}] = MakeResource(type, id, data, name);
-  }
-
   void Remove(ExpectedFile& file, const char (&type)[5], std::int16_t id) {
     Handle h = Get1Resource(TypeCode(type), id);
     ASSERT_NE(h, nullptr);
+    // A removed reference that AddResource takes over keeps its old
+    // attributes (a library fault): none for now.
+    SetResAttrs(h, 0);
     RemoveResource(h);
     EXPECT_EQ(ResError(), noErr);
     DisposeHandle(h);
     file.erase({TypeCode(type), id});
   }
 
-  // Changes of every kind, including a growth that appends and a removal
-  // that makes the next write-back rebuild the file.
-  void ChangeEverything(ExpectedFile& file) {
-    Change(file, "TEXT", 128, Pattern(700, 1));  // grows: appended
-    Change(file, "TEXT", 129, Pattern(3, 2));    // shrinks in place
-    Bytes same = file[{TypeCode("STR "), 130}].data;
-    for (std::uint8_t& b : same) b ^= 0xFF;
-    Change(file, "STR ", 130, same);  // same size, rewritten in place
-    Bytes list = StringList({"uno", "dos", "tres", "cuatro"});
-    std::swap(list[0], list[1]);  // the handle holds the count in native order
-    Change(file, "STR#", 129, list);
-    std::swap(file[{TypeCode("STR#"), 129}].data[0], file[{TypeCode("STR#"), 129}].data[1]);
-    Add(file, "TEXT", 200, "added text", Pattern(1000, 3));
-    Add(file, "ICN#", 128, "", Pattern(256, 4));  // a new type
-    Add(file, "PAT ", 300, "added pattern", Pattern(8, 5));
+  // One edit of a kind, on a resource, the generator picks: new data, a
+  // removal, an addition (which takes over a reference removed since the
+  // last write-back), a new ID and name (a longer name moves the names after
+  // it), or attributes (only the application's bits are kept).
+  void RandomEdit(ExpectedFile& file, std::mt19937& rng) {
+    const std::uint8_t attributes[] = {0, resPreload, resPurgeable, resSysHeap | resPreload};
+    const auto& type = kTypes[rng() % 7];
+    std::vector<std::int16_t> ids;
+    for (const auto& entry : file)
+      if (entry.first.first == TypeCode(type)) ids.push_back(entry.first.second);
+    const std::int16_t id = ids.empty() ? 0 : ids[rng() % ids.size()];
+    std::int16_t fresh = std::int16_t(1000 + rng() % 500);
+    while (file.count({TypeCode(type), fresh})) ++fresh;
+    const std::string name = "n" + std::string(rng() % 20, char('a' + rng() % 26));
+    const Bytes data = DataFor(type, rng() % 900, int(rng() % 1000));
+    Handle h = ids.empty() ? nullptr : Get1Resource(TypeCode(type), id);
+    switch (ids.empty() ? 2 : rng() % 5) {
+      case 0: Change(file, type, id, data); break;
+      case 1: Remove(file, type, id); break;
+      case 2:
+        AddResource(kwe_test::HandleWith(kwe_test::InMemory(TypeCode(type), data)), TypeCode(type),
+                    fresh, kwe_test::P(name));
+        EXPECT_EQ(ResError(), noErr);
+        file[{TypeCode(type), fresh}] = MakeResource(type, fresh, data, name);
+        break;
+      case 3: {
+        const std::int16_t newID = rng() % 2 ? id : fresh;
+        SetResInfo(h, newID, kwe_test::P(name));
+        ChangedResource(h);
+        auto moved = file.extract({TypeCode(type), id});
+        moved.key().second = moved.mapped().id = newID;
+        moved.mapped().named = true;
+        moved.mapped().name = name;
+        file.insert(std::move(moved));
+        break;
+      }
+      default: {
+        const std::uint8_t a = attributes[rng() % 4];
+        SetResAttrs(h, a | 0x81);  // 0x80 and 0x01 are the library's marks
+        ChangedResource(h);
+        file[{TypeCode(type), id}].attributes = a;
+      }
+    }
+  }
+
+  // Edits that include a growth (appended) and a removal (the next
+  // write-back rebuilds the file).
+  void ChangeEverything(ExpectedFile& file, unsigned seed) {
+    std::mt19937 rng(seed);
+    Change(file, "TEXT", 128, Pattern(700, 1));
     Remove(file, "SICN", 131);
-    Remove(file, "STR ", 132);  // named: its name goes too
+    for (int edit = 0; edit < 12; ++edit) RandomEdit(file, rng);
   }
 };
 
-// Seeded rounds of edits of every kind (a removal and an addition of the
-// same type in one round reuse the removed reference; a new ID and a longer
-// name move the names after it; attributes keep only the application's
-// bits), each round written back by UpdateResFile or by closing and
-// reopening, and compared with what the file should hold, on disk and
-// through the library; a failure names its seed.
+// Seeded rounds of edits, each round written back by UpdateResFile or by
+// closing and reopening, and compared with what the file should hold, on
+// disk and through the library; a failure names its seed.
 TEST_F(ResourceFileWrite, SeededRoundsOfEditsSurviveEveryWriteBack) {
-  const char types[][5] = {"TEXT", "STR ", "PAT ", "ICON", "SICN", "ICN#"};
-  const std::uint8_t attributes[] = {0, resPreload, resPurgeable, resSysHeap | resPreload};
   for (unsigned seed = 1; seed <= 12; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 rng(seed);
@@ -127,44 +155,7 @@ TEST_F(ResourceFileWrite, SeededRoundsOfEditsSurviveEveryWriteBack) {
     const std::string path = Put("seed" + std::to_string(seed) + ".rsr", ImageOf(file));
     SInt16 ref = Open(path);
     for (int round = 0; round < 4; ++round) {
-      for (int edit = 0; edit < 10; ++edit) {
-        const auto& type = types[rng() % 6];
-        std::vector<std::int16_t> ids;
-        for (const auto& entry : file)
-          if (entry.first.first == TypeCode(type)) ids.push_back(entry.first.second);
-        const std::int16_t id = ids.empty() ? 0 : ids[rng() % ids.size()];
-        std::int16_t fresh = std::int16_t(1000 + rng() % 500);
-        while (file.count({TypeCode(type), fresh})) ++fresh;
-        const std::string name = "n" + std::string(rng() % 20, char('a' + seed));
-        Handle h = ids.empty() ? nullptr : Get1Resource(TypeCode(type), id);
-        switch (ids.empty() ? 2 : rng() % 5) {
-          case 0: Change(file, type, id, Pattern(rng() % 900, int(seed))); break;
-          case 1:
-            // A removed reference that AddResource takes over keeps its old
-            // attributes (a library fault): none for now.
-            SetResAttrs(h, 0);
-            Remove(file, type, id);
-            break;
-          case 2: Add(file, type, fresh, name, Pattern(rng() % 300, int(seed))); break;
-          case 3: {
-            const std::int16_t newID = rng() % 2 ? id : fresh;
-            SetResInfo(h, newID, kwe_test::P(name));
-            ChangedResource(h);
-            auto moved = file.extract({TypeCode(type), id});
-            moved.key().second = moved.mapped().id = newID;
-            moved.mapped().named = true;
-            moved.mapped().name = name;
-            file.insert(std::move(moved));
-            break;
-          }
-          default: {
-            const std::uint8_t a = attributes[rng() % 4];
-            SetResAttrs(h, a | 0x81);  // 0x80 and 0x01 are the library's marks
-            ChangedResource(h);
-            file[{TypeCode(type), id}].attributes = a;
-          }
-        }
-      }
+      for (int edit = 0; edit < 10; ++edit) RandomEdit(file, rng);
       if (rng() % 2) {
         UpdateResFile(ref);
       } else {
@@ -228,7 +219,7 @@ TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
       const std::string path = Put("file" + std::to_string(++number) + ".rsr", ImageOf(before));
       SInt16 ref = Open(path);
       ASSERT_NE(ref, -1) << ResError();
-      ChangeEverything(after);
+      ChangeEverything(after, unsigned(number));
       obstacle.block(path);
       if (update) UpdateResFile(ref);
       CloseResFile(ref);
@@ -244,7 +235,7 @@ TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
   const std::string path = Put("nomem.rsr", ImageOf(after));
   const std::string bytes = kwe_test::ReadRaw(path);
   SInt16 ref = Open(path);
-  ChangeEverything(after);
+  ChangeEverything(after, 99);
   KWE_SetMemoryLimits(1, 1, 0x7000, 0);
   UpdateResFile(ref);
   EXPECT_EQ(ResError(), memFullErr);

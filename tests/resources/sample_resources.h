@@ -101,46 +101,40 @@ struct Sample {
 // pattern data at 78 and the colour table at 94; 'cicn' a 16 x 16 colour
 // icon with its mask, 1-bit image, colour table and 8-bit image.
 inline const std::vector<Sample>& AllSamples() {
-  static const std::vector<Sample> samples = {
-      {"acur", "w3,0,128,0,129,0,130,0"},
-      {"ALRT", "r40,40,140,340 w129 g15,6,9,0"},
-      {"KWED", "b1,2 w0x0304 b5,6"},  // the library's own defaults record
-      {"CDEF", ""},
-      {"CURS", "f32x0F f32xF0 w7,9"},  // only the hot spot
-      {"crsr", "f20x81 f32x0F f32xF0 w3,5 f12x77"},
-      {"clut", ColourTable(3)},
-      {"DITL",
-       "w3 l0 r10,20,30,80 b4 sOK l0 r40,20,60,200 b136 sHello b0 l0 r70,20,102,52 b32,2 w1000"
-       " l0 r110,20,130,120 b7,2 w129"},
-      {"DLOG", "r50,60,250,460 w1 b1,0,1,0 l0xCAFEF00D w130 sSettings"},
-      {"FONT", ""},
-      {"ICON", ""},
-      {"ICN#", ""},
-      {"INIT", ""},
-      {"INTL", "f30x2E w0x0201"},
-      {"INTL", "f328x41 w0x4E75,2"},
-      {"MBAR", "w3,128,129,130"},
-      {"MDEF", ""},
-      {"MENU", "w128,0,0 l0,-5 sFile sOpen f4x00 b0"},
-      {"PAT ", ""},
-      {"PAT#", "w2 f8xAA f8x55"},
-      {"PICT", "w30 r0,0,100,200 f20x11"},  // opcodes stay as they are
-      {"pltt", "w2 l0 w0 l0,0 w0,0x2222,0xFFFF,2,0x5000,0 l0 w0x1000,0x2222,0xFFFF,2,0x5000,0 l0"},
-      {"ppat", "w1 l28,78,0 w0xFFFF l0 f8xA5" + PixMap(8, 2, 94) + "f16x3C" + ColourTable(1)},
-      {"STR ", ""},
-      {"STR#", "w2 sone stwo"},
-      {"WDEF", ""},
-      {"WIND", "r40,10,300,500 w8 b1,0,1,0 l0xDEADBEEF sUntitled"},
-      {"LDEF", ""},
-      {"dctb", ""},
-      {"cicn", PixMap(16, 16, 0) + "l0 w2 r0,0,16,16 l0 w2 r0,0,16,16 l0 f64xFF" + ColourTable(1) +
-                   "f256x01"},
-      {"CNTL", "r10,10,26,100 w1 b1,0 w10,0,16 l77 sCheck"},
-      {"vers", "w0x0102,0x8000,0 s1.2 s1.2-KWE"},
-      {"SICN", ""},
-      {"TEXT", ""},
-      {"wctb", ""},
-  };
+  static const std::vector<Sample> samples = [] {
+    std::vector<Sample> list = {
+        {"acur", "w3,0,128,0,129,0,130,0"},
+        {"ALRT", "r40,40,140,340 w129 g15,6,9,0"},
+        {"KWED", "b1,2 w0x0304 b5,6"},   // the library's own defaults record
+        {"CURS", "f32x0F f32xF0 w7,9"},  // only the hot spot
+        {"crsr", "f20x81 f32x0F f32xF0 w3,5 f12x77"},
+        {"clut", ColourTable(3)},
+        {"DITL",
+         "w3 l0 r10,20,30,80 b4 sOK l0 r40,20,60,200 b136 sHello b0 l0 r70,20,102,52 b32,2 w1000"
+         " l0 r110,20,130,120 b7,2 w129"},
+        {"DLOG", "r50,60,250,460 w1 b1,0,1,0 l0xCAFEF00D w130 sSettings"},
+        {"INTL", "f30x2E w0x0201"},
+        {"INTL", "f328x41 w0x4E75,2"},
+        {"MBAR", "w3,128,129,130"},
+        {"MENU", "w128,0,0 l0,-5 sFile sOpen f4x00 b0"},
+        {"PAT#", "w2 f8xAA f8x55"},
+        {"PICT", "w30 r0,0,100,200 f20x11"},  // opcodes stay as they are
+        {"pltt",
+         "w2 l0 w0 l0,0 w0,0x2222,0xFFFF,2,0x5000,0 l0 w0x1000,0x2222,0xFFFF,2,0x5000,0 l0"},
+        {"ppat", "w1 l28,78,0 w0xFFFF l0 f8xA5" + PixMap(8, 2, 94) + "f16x3C" + ColourTable(1)},
+        {"STR#", "w2 sone stwo"},
+        {"WIND", "r40,10,300,500 w8 b1,0,1,0 l0xDEADBEEF sUntitled"},
+        {"cicn", PixMap(16, 16, 0) + "l0 w2 r0,0,16,16 l0 w2 r0,0,16,16 l0 f64xFF" +
+                     ColourTable(1) + "f256x01"},
+        {"CNTL", "r10,10,26,100 w1 b1,0 w10,0,16 l77 sCheck"},
+        {"vers", "w0x0102,0x8000,0 s1.2 s1.2-KWE"},
+    };
+    // Types kept as they are: the same bytes in both forms.
+    for (const char* type : {"CDEF", "FONT", "ICON", "ICN#", "INIT", "MDEF", "PAT ", "STR ", "WDEF",
+                             "LDEF", "dctb", "SICN", "TEXT", "wctb"})
+      list.push_back({type, ""});
+    return list;
+  }();
   return samples;
 }
 
