@@ -1,6 +1,6 @@
 // KWE_ByteSwap in a session, through the DLL: the host's byte-swap
 // procedure and type list with both argument lists, 'CURS' handed to
-// QuickDraw, the reports through DebugStr; and the Rect/RECT converters.
+// QuickDraw, the reports through DebugStr.
 // The table itself is tested natively (byte_swap_table_test.cpp).
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -75,18 +75,6 @@ TEST_F(ByteSwapSession, HostTypesCursorsAndReports) {
   SetUp();
   KWE_ByteSwap(kweSwapToNative, 'BBBB', -2, 8, data.data());
   EXPECT_EQ(g_calls, (Calls{{1, 1, -2, 8}}));
-}
-
-TEST(RectConversion, ToolboxRectAndWin32RectSwapTheirOrder) {
-  Rect mac{-5, -32768, 32767, -1};
-  RECT win{};
-  KWE_ConvMRtoWR(&mac, &win);
-  EXPECT_EQ(std::vector<LONG>({win.left, win.top, win.right, win.bottom}),
-            std::vector<LONG>({-32768, -5, -1, 32767}));
-  RECT wide{0x12345, -70000, 7, -8};
-  KWE_ConvWRtoMR(&wide, &mac);  // the low 16 bits
-  EXPECT_EQ(std::vector<SInt16>({mac.left, mac.top, mac.right, mac.bottom}),
-            std::vector<SInt16>({0x2345, SInt16(-70000 & 0xFFFF), 7, -8}));
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 // KWE_ByteSwap's table natively under the sanitizers, every buffer a heap
-// block of exactly the data's size so that any byte touched past it is seen;
-// and the element converters a host calls for its own structures.
+// block of exactly the data's size so that any byte touched past it is seen.
 #include "resources/byte_swap_table.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -111,58 +109,14 @@ TEST(ByteSwapTable, EveryTypeLoadsToItsNativeFormAndWritesBackWholeOrCut) {
           << "cut to " << length;
     }
   }
-  // Every type of the table has a sample; no size touches nothing.
+  // No size touches nothing.
   g_reports.clear();
   uint8_t guard[4] = {1, 2, 3, 4};
-  for (int i = 0; i < kwe::byteswap::TableTypeCount(); ++i) {
+  for (int i = 0; i < kwe::byteswap::TableTypeCount(); ++i)
     for (SInt32 size : {0, -1, -32768})
       kwe::byteswap::SwapResource(1, kwe::byteswap::TableType(i), 0, size, guard, kHost);
-    bool sampled = false;
-    for (const auto& sample : kwe_samples::AllSamples())
-      sampled |= TypeOf(sample.type) == kwe::byteswap::TableType(i);
-    EXPECT_TRUE(sampled) << std::hex << kwe::byteswap::TableType(i);
-  }
   EXPECT_EQ(Bytes(guard, guard + 4), (Bytes{1, 2, 3, 4}));
   EXPECT_TRUE(g_reports.empty());
-}
-
-// Each converter reverses whole elements of its width and leaves the bytes
-// after them; the counted forms round down, and FLOATS' signed count below
-// zero converts nothing.
-TEST(ByteSwapElements, EachConverterReversesWholeElementsOnly) {
-  const struct {
-    const char* name;
-    void (*swap)(void*);
-    int width, elements;
-  } cases[] = {
-      {"WORD", KWE_ByteSwapWORD, 2, 1},
-      {"LONG", KWE_ByteSwapLONG, 4, 1},
-      {"FLOAT", KWE_ByteSwapFLOAT, 4, 1},
-      {"DOUBLE", KWE_ByteSwapDOUBLE, 8, 1},
-      {"EXTENDED", KWE_ByteSwapEXTENDED, 10, 1},
-      {"881", KWE_ByteSwap881, 12, 1},
-      {"Rect", KWE_ByteSwapRect, 2, 4},
-      {"WORDS of 5", [](void* b) { KWE_ByteSwapWORDS(b, 5); }, 2, 2},
-      {"LONGS of 7", [](void* b) { KWE_ByteSwapLONGS(b, 7); }, 4, 1},
-      {"FLOATS of 8", [](void* b) { KWE_ByteSwapFLOATS(b, 8); }, 4, 2},
-      {"FLOATS of -8", [](void* b) { KWE_ByteSwapFLOATS(b, -8); }, 4, 0},
-  };
-  for (const auto& c : cases) {
-    Bytes b(14), expected(14);
-    for (int i = 0; i < 14; ++i) b[i] = expected[i] = uint8_t(i + 1);
-    for (int e = 0; e < c.elements; ++e)
-      std::reverse(expected.begin() + e * c.width, expected.begin() + (e + 1) * c.width);
-    c.swap(b.data());
-    EXPECT_EQ(b, expected) << c.name;
-  }
-  const uint8_t bytes[] = {0x12, 0x34, 0x56, 0x78, 0xFF, 0xF6, 0x00, 0x14};
-  EXPECT_EQ(KWE_GetByteSwapLONG(bytes), 0x12345678u);
-  EXPECT_EQ(KWE_GetByteSwapWORD(bytes), 0x1234u);
-  Rect r;
-  std::memcpy(&r, bytes, sizeof r);
-  KWE_GetByteSwapRect(&r, &r);  // in place: the Rect's own bytes are big-endian
-  EXPECT_EQ(r.bottom, -10);
-  EXPECT_EQ(r.right, 20);
 }
 
 }  // namespace

@@ -188,14 +188,12 @@ TEST_F(ResourceFileDamage, FilesAtTheEdgesStillOpen) {
   CloseResFile(ref);
   CloseResFile(empty);
   EXPECT_EQ(kwe_test::ReadRaw(At("empty.rsr")), kwe_test::AsString(BuildResourceImage({})));
-  resource_builder::ResourceListing listing = ListOnDisk(path);
-  ASSERT_EQ(listing.resources.size(), list.size());
-  for (const Resource& r : list) {
-    const resource_builder::ListedResource* got = FindListed(listing, r.type, r.id);
-    ASSERT_NE(got, nullptr) << r.id;
-    EXPECT_EQ(got->name, r.name);
-    EXPECT_EQ(got->data, list[r.sharesDataOf < 0 ? &r - &list[0] : r.sharesDataOf].data);
+  kwe_test::ExpectedFile expected;
+  for (Resource r : list) {
+    if (r.sharesDataOf >= 0) r.data = list[r.sharesDataOf].data;
+    expected[{r.type, r.id}] = r;
   }
+  ExpectOnDisk(path, expected);
 }
 
 // A resource file inside another open file (system value 8 names it, 10 its

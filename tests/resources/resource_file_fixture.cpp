@@ -84,7 +84,10 @@ void ResourceFileTest::ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& e
                  std::to_string(key.second));
     Handle h = Get1Resource(key.first, key.second);
     ASSERT_NE(h, nullptr);
+    EXPECT_EQ(GetResource(key.first, key.second), h) << "the same handle twice";
     EXPECT_EQ(HandleBytes(h), InMemory(key.first, want.data));
+    EXPECT_EQ(SizeRsrc(h), SInt32(want.data.size()));
+    EXPECT_EQ(HomeResFile(h), refNum);
     SInt16 id = 0;
     ResType type = 0;
     Str255 name = {0};

@@ -49,8 +49,9 @@ class ResourceFileTest : public FilesTest {
   resource_builder::ResourceListing ListOnDisk(const std::string& path);
   // Compares the file on disk, through the tests' reader, with what it should hold.
   void ExpectOnDisk(const std::string& path, const ExpectedFile& expected);
-  // Compares the open file, through Get1Resource and GetResInfo, with what it
-  // should hold (the data as InMemory makes it).
+  // Compares the open file, through the counts, Get1Resource, GetResInfo,
+  // SizeRsrc and HomeResFile, with what it should hold (the data as InMemory
+  // makes it).
   void ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected);
 };
 

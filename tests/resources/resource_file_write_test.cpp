@@ -142,6 +142,13 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
     Remove(file, "SICN", 131);
     for (int edit = 0; edit < 12; ++edit) RandomEdit(file, rng);
   }
+
+  // Complete, either what it held before or what the application made of it
+  // (which removed 'SICN' 131).
+  void ExpectOldOrNew(const std::string& path, const ExpectedFile& before,
+                      const ExpectedFile& after) {
+    ExpectOnDisk(path, FindListed(ListOnDisk(path), TypeCode("SICN"), 131) ? before : after);
+  }
 };
 
 // Seeded rounds of edits, each round written back by UpdateResFile or by
@@ -192,7 +199,8 @@ TEST_F(ResourceFileWrite, AFullMapRefusesMoreAndWritesWhatItHolds) {
 // Write-backs that cannot finish: the file made read-only from outside
 // while open, the sibling a rebuild goes through ("...rs2") taken by a
 // directory, no memory for the scratch handle. Each leaves all the old
-// resources or all the new ones.
+// resources or all the new ones (UpdateResFile answering why), and once the
+// obstacle is gone the changes are written in full.
 TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
   const auto sibling = [](const std::string& path) {
     return path.substr(0, path.size() - 1) + "2";
@@ -200,15 +208,16 @@ TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
   const struct {
     const char* what;
     std::function<void(const std::string&path)> block, unblock;
+    OSErr error;
   } obstacles[] = {
       {"read-only",
        [](const std::string& p) { SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_READONLY); },
-       [](const std::string& p) { SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_NORMAL); }},
+       [](const std::string& p) { SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_NORMAL); }, noErr},
       {"sibling taken",
        [&](const std::string& p) { CreateDirectoryA(sibling(p).c_str(), nullptr); },
-       [&](const std::string& p) { EXPECT_TRUE(kwe_test::IsDirectoryOnDisk(sibling(p))); }},
+       [&](const std::string& p) { EXPECT_TRUE(RemoveDirectoryA(sibling(p).c_str())); }, ioErr},
       {"no memory", [](const std::string&) { KWE_SetMemoryLimits(1, 1, 0x7000, 0); },
-       [](const std::string&) { KWE_SetMemoryLimits(0, 0, 0, 0); }},
+       [](const std::string&) { KWE_SetMemoryLimits(0, 0, 0, 0); }, memFullErr},
   };
   int number = 0;
   for (const auto& obstacle : obstacles) {
@@ -217,34 +226,25 @@ TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
       const ExpectedFile before = StartingFile();
       ExpectedFile after = before;
       const std::string path = Put("file" + std::to_string(++number) + ".rsr", ImageOf(before));
+      const std::string bytes = kwe_test::ReadRaw(path);
       SInt16 ref = Open(path);
       ASSERT_NE(ref, -1) << ResError();
       ChangeEverything(after, unsigned(number));
       obstacle.block(path);
-      if (update) UpdateResFile(ref);
-      CloseResFile(ref);
-      obstacle.unblock(path);
-      // Complete, either what it held before or what the application made of it.
-      ExpectOnDisk(path, ListOnDisk(path).resources.size() == before.size() ? before : after);
+      if (update) {
+        UpdateResFile(ref);
+        EXPECT_EQ(ResError(), obstacle.error);
+        ExpectOldOrNew(path, before, after);
+        obstacle.unblock(path);
+        CloseResFile(ref);
+        ExpectOnDisk(path, after);
+      } else {
+        CloseResFile(ref);
+        obstacle.unblock(path);
+        ExpectOldOrNew(path, before, after);
+      }
     }
   }
-
-  // Without memory nothing at all is written (memFullErr); once it is back
-  // the same changes are written in full.
-  ExpectedFile after = StartingFile();
-  const std::string path = Put("nomem.rsr", ImageOf(after));
-  const std::string bytes = kwe_test::ReadRaw(path);
-  SInt16 ref = Open(path);
-  ChangeEverything(after, 99);
-  KWE_SetMemoryLimits(1, 1, 0x7000, 0);
-  UpdateResFile(ref);
-  EXPECT_EQ(ResError(), memFullErr);
-  EXPECT_EQ(kwe_test::ReadRaw(path), bytes);
-  KWE_SetMemoryLimits(0, 0, 0, 0);
-  UpdateResFile(ref);
-  EXPECT_EQ(ResError(), noErr);
-  CloseResFile(ref);
-  ExpectOnDisk(path, after);
 }
 
 }  // namespace

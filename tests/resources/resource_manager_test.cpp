@@ -61,76 +61,24 @@ TEST_F(ResourceManager, CreateResFileWritesTheEmptyFileOnce) {
   EXPECT_EQ(ResError(), fnfErr);
 }
 
-// Searches run from the current file toward older ones; Get1 calls and the
-// counts and indexes of one file see only the current one.
-TEST_F(ResourceManager, TheChainIsSearchedFromTheCurrentFileTowardOlderOnes) {
-  const SInt16 older =
-      Open(Make("older.rsr", {TextResource(1, "older one"), TextResource(2, "older two"),
-                              MakeResource("PICT", 1, {1, 2})}));
-  const SInt16 newer = Open(Make("newer.rsr", {TextResource(1, "newer one")}));
-  ASSERT_TRUE(older > 0 && newer > 0);
-  EXPECT_EQ(Got(GetResource(kText, 1)), Answer("newer one", noErr));
-  EXPECT_EQ(Got(GetResource(kText, 2)), Answer("older two", noErr));
-  EXPECT_EQ(Got(GetResource(kText, 77)), Answer("<none>", resNotFound));
-  EXPECT_EQ(Got(Get1Resource(kText, 2)), Answer("<none>", noErr));
-  EXPECT_EQ(Got(GetNamedResource(kText, P("t2"))), Answer("older two", noErr));
-  EXPECT_EQ(Got(Get1NamedResource(kText, P("t2"))), Answer("<none>", noErr));
-  EXPECT_EQ(Got(GetIndResource(kText, 1)), Answer("newer one", noErr));
-  EXPECT_EQ(Got(GetIndResource(kText, 3)), Answer("older two", noErr));
-  EXPECT_EQ(Got(GetIndResource(kText, 4)), Answer("<none>", resNotFound));
-  EXPECT_EQ(Got(Get1IndResource(kText, 2)), Answer("<none>", noErr));
-  EXPECT_EQ(Count1Resources(kText), 1);
-  EXPECT_EQ(CountResources(kText), 3);
-  EXPECT_EQ(CountTypes(), 3) << "every file's types";
-  ResType type = 'none';
-  Get1IndType(&type, 2);
-  EXPECT_EQ(type, 0u) << "out of range in the current file";
-  GetIndType(&type, 3);
-  EXPECT_EQ(type, ResType('PICT')) << "counted from the newest file on";
-  GetIndType(&type, 4);
-  EXPECT_EQ(type, ResType('PICT')) << "out of range leaves the type";
-  EXPECT_EQ(GetResource('PACK', 3), reinterpret_cast<Handle>(intptr_t(-1)));
-
-  UseResFile(older);
-  EXPECT_EQ(Str(GetResource(kText, 1)), "older one") << "the newer file is not searched";
-  UseResFile(12345);
-  EXPECT_EQ(ResError(), resFNotFound);
-  EXPECT_EQ(CurResFile(), older);
-  UseResFile(newer);
-  CloseResFile(newer);
-  EXPECT_EQ(CurResFile(), older) << "the next older file becomes current";
-  EXPECT_EQ(GetResFileAttrs(newer), 0);
-  EXPECT_EQ(ResError(), resFNotFound);
-}
-
-// A resource is loaded once and its handle knows its size and file;
-// released, it is read again; with ResLoad off its handle comes empty until
-// LoadResource. UniqueID answers IDs no resource of the type has.
-TEST_F(ResourceManager, HandlesComeLoadedOnceAndDescribeTheirResource) {
+// A released resource is read again; with ResLoad off its handle comes
+// empty until LoadResource. UniqueID answers IDs no resource of the type has.
+TEST_F(ResourceManager, ReleasedAndUnloadedResourcesAreReadAgain) {
   const std::string path =
-      Make("load.rsr",
-           {TextResource(128, "hello"), TextResource(129, "world!"), MakeResource("TEXT", -5, {})});
+      Make("load.rsr", {TextResource(128, "hello"), TextResource(129, "world!")});
   SInt16 ref = Open(path);
-  Handle h = Get1Resource(kText, 129);
-  EXPECT_EQ(Str(h), "world!");
-  EXPECT_EQ(GetResource(kText, 129), h) << "the same handle twice";
-  EXPECT_EQ(SizeRsrc(h), 6);
-  EXPECT_EQ(HomeResFile(h), ref);
-  EXPECT_EQ(Str(Get1Resource(kText, -5)), "");
-  ReleaseResource(h);
+  ReleaseResource(Get1Resource(kText, 129));
   EXPECT_EQ(Str(GetResource(kText, 129)), "world!");
   for (int i = 0; i < 200; ++i) {
-    for (SInt16 id : {UniqueID(kText), Unique1ID(kText)}) {
-      ASSERT_GE(id, 0);
-      ASSERT_EQ(Get1Resource(kText, id), nullptr) << id;
-    }
+    const SInt16 id = i % 2 ? UniqueID(kText) : Unique1ID(kText);
+    ASSERT_TRUE(id >= 0 && !Get1Resource(kText, id)) << id;
   }
   CloseResFile(ref);
   EXPECT_EQ(ResError(), noErr);
 
   SetResLoad(false);
   ref = Open(path);
-  h = GetResource(kText, 128);
+  Handle h = GetResource(kText, 128);
   SetResLoad(true);
   EXPECT_EQ(Str(h), "");
   LoadResource(h);
@@ -226,8 +174,6 @@ TEST_F(ResourceManager, PermissionsReachTheSameFileAndReadOnlyRefusesWrites) {
   EXPECT_EQ(ResError(), noErr);
   EXPECT_EQ(GetResFileAttrs(ref) & mapReadOnly, 0);
   EXPECT_EQ(OpenRFPerm(P("PERM.RSR"), WDRefNum(), fsRdWrPerm), ref) << "no extension added";
-  EXPECT_EQ(HOpenResFile(0, DirID(), P("NOPE.RSR"), fsRdPerm), -1);
-  EXPECT_EQ(ResError(), fnfErr);
   CloseResFile(ref);
 
   const std::string before = ReadRaw(path);
@@ -270,9 +216,11 @@ TEST_F(ResourceManager, SystemIconsAndRegisteredDefinitionsStandIn) {
 }
 
 // InitResources opens the system file the session record names, then the
-// program's own file (its module path with ".RSR"), which becomes current;
-// the utilities' shortcuts read from the chain. Without a system file it
-// reports the host's string and opens nothing.
+// program's own file (its module path with ".RSR"), which becomes current.
+// Searches run from the current file toward older ones; Get1 calls and the
+// counts and indexes of one file see only the current one; the utilities'
+// shortcuts read from the chain. Without a system file InitResources reports
+// the host's string and opens nothing.
 class InitResourcesTest : public ResourceManager {
  protected:
   void FillRecord(KWESessionRecord& r) override { r.systemResourceFile = systemPath_; }
@@ -283,21 +231,45 @@ class InitResourcesTest : public ResourceManager {
   char systemPath_[MAX_PATH] = "";  // the session keeps the pointer
 };
 
-TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
+TEST_F(InitResourcesTest, TheChainRunsFromTheProgramsOwnFileToTheSystemFile) {
   char module[MAX_PATH];
   GetModuleFileNameA(nullptr, module, MAX_PATH);
   const std::string app = std::string(module, std::strrchr(module, '.')) + ".RSR";
-  Make("SYSTEM.RSR", {MakeResource("STR ", 128, AsBytes("\x06system")),
+  Make("SYSTEM.RSR", {TextResource(1, "older one"), TextResource(2, "older two"),
+                      MakeResource("STR ", 128, AsBytes("\x06system")),
                       MakeResource("PAT ", 128, kwe_test::Bytes(8, 0x55))});
   kwe_test::WriteRaw(
       app, kwe_test::AsString(resource_builder::BuildResourceImage({
+               TextResource(1, "newer one"),
                MakeResource("STR ", 128, AsBytes("\013application")),
                MakeResource("STR#", 128, AsBytes(std::string("\0\2\3one\3two", 10))),
                MakeResource("PAT#", 128, {0, 2, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 2, 2}),
            })));
-  const SInt16 system = InitResources();
-  ASSERT_GT(system, 0);
-  EXPECT_NE(CurResFile(), system);
+  const SInt16 older = InitResources();
+  ASSERT_GT(older, 0);
+  const SInt16 newer = CurResFile();
+  EXPECT_NE(newer, older);
+  EXPECT_EQ(Got(GetResource(kText, 1)), Answer("newer one", noErr));
+  EXPECT_EQ(Got(GetResource(kText, 2)), Answer("older two", noErr));
+  EXPECT_EQ(Got(GetResource(kText, 77)), Answer("<none>", resNotFound));
+  EXPECT_EQ(Got(Get1Resource(kText, 2)), Answer("<none>", noErr));
+  EXPECT_EQ(Got(GetNamedResource(kText, P("t2"))), Answer("older two", noErr));
+  EXPECT_EQ(Got(Get1NamedResource(kText, P("t2"))), Answer("<none>", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 1)), Answer("newer one", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 3)), Answer("older two", noErr));
+  EXPECT_EQ(Got(GetIndResource(kText, 4)), Answer("<none>", resNotFound));
+  EXPECT_EQ(Got(Get1IndResource(kText, 2)), Answer("<none>", noErr));
+  EXPECT_EQ(Count1Resources(kText), 1);
+  EXPECT_EQ(CountResources(kText), 3);
+  EXPECT_EQ(CountTypes(), 7) << "every file's types";
+  ResType type = 'none';
+  Get1IndType(&type, 5);
+  EXPECT_EQ(type, 0u) << "out of range in the current file";
+  GetIndType(&type, 7);
+  EXPECT_EQ(type, ResType('PAT ')) << "counted from the newest file on";
+  GetIndType(&type, 8);
+  EXPECT_EQ(type, ResType('PAT ')) << "out of range leaves the type";
+  EXPECT_EQ(GetResource('PACK', 3), reinterpret_cast<Handle>(intptr_t(-1)));
   EXPECT_EQ(kwe_test::Text(*GetString(128)), "application");
   Str255 item;
   GetIndString(item, 128, 2);
@@ -306,9 +278,19 @@ TEST_F(InitResourcesTest, OpensTheSystemFileThenTheProgramsOwnAndSearchesBoth) {
   GetIndPattern(&pattern, 128, 2);
   EXPECT_EQ(pattern.pat[7], 2);
   EXPECT_EQ((**GetPattern(128)).pat[0], 0x55);
-  CloseResFile(CurResFile());
+
+  UseResFile(older);
+  EXPECT_EQ(Str(GetResource(kText, 1)), "older one") << "the newer file is not searched";
+  UseResFile(12345);
+  EXPECT_EQ(ResError(), resFNotFound);
+  EXPECT_EQ(CurResFile(), older);
+  UseResFile(newer);
+  CloseResFile(newer);
   DeleteFileA(app.c_str());
+  EXPECT_EQ(CurResFile(), older) << "the next older file becomes current";
   EXPECT_EQ(kwe_test::Text(*GetString(128)), "system");
+  EXPECT_EQ(GetResFileAttrs(newer), 0);
+  EXPECT_EQ(ResError(), resFNotFound);
 }
 
 TEST_F(InitResourcesTest, AMissingSystemFileIsReportedWithTheHostsString) {
