@@ -64,6 +64,36 @@ Bytes ImageOf(const ExpectedFile& file) {
 
 class ResourceFileWrite : public kwe_test::ResourceFileTest {
  protected:
+  // Compares the open file, through the counts, Get1Resource, GetResInfo,
+  // SizeRsrc and HomeResFile, with what it should hold.
+  void ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected) {
+    const SInt16 saved = CurResFile();
+    UseResFile(refNum);
+    std::map<std::uint32_t, long> counts;
+    for (const auto& entry : expected) ++counts[entry.first.first];
+    EXPECT_EQ(Count1Types(), static_cast<SInt16>(counts.size()));
+    for (const auto& [type, count] : counts)
+      EXPECT_EQ(Count1Resources(type), count) << kwe_test::TypeText(type);
+    for (const auto& [key, want] : expected) {
+      SCOPED_TRACE("through the library: '" + kwe_test::TypeText(key.first) + "' " +
+                   std::to_string(key.second));
+      Handle h = Get1Resource(key.first, key.second);
+      ASSERT_NE(h, nullptr);
+      EXPECT_EQ(GetResource(key.first, key.second), h) << "the same handle twice";
+      EXPECT_EQ(kwe_test::HandleBytes(h), kwe_test::InMemory(key.first, want.data));
+      EXPECT_EQ(SizeRsrc(h), SInt32(want.data.size()));
+      EXPECT_EQ(HomeResFile(h), refNum);
+      SInt16 id = 0;
+      ResType type = 0;
+      Str255 name = {0};
+      GetResInfo(h, &id, &type, name);
+      EXPECT_EQ(id, key.second);
+      EXPECT_EQ(type, key.first);
+      EXPECT_EQ(kwe_test::Text(name), want.name);
+    }
+    UseResFile(saved);
+  }
+
   // Gives a resource new bytes (any size) in its handle and marks it changed.
   void Change(ExpectedFile& file, const char (&type)[5], std::int16_t id, const Bytes& data) {
     Handle h = Get1Resource(TypeCode(type), id);
