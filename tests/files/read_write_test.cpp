@@ -37,13 +37,17 @@ class FilesReadWrite : public kwe_test::FilesTest {
   }
 };
 
-// Seeded runs of writes, reads, positioning and end-of-file changes on one
-// file against a model of its bytes and mark, the disk compared after every
-// step: a read past the end delivers what was there (eofErr) and leaves the
-// rest of the buffer, a write lands at the mark (past the end after zeros),
-// fsFromLEOF past the end moves but answers eofErr, a mark before the start
-// is refused (ioErr), SetEOF grows with zeros and shrinks, pulling the mark
-// back. A failure names its seed and step.
+// Seeded runs of transfers on one file, each through the plain call or its
+// parameter block, against a model of the file's bytes and mark, the disk
+// compared after every step; a failure names its seed and step. A read past
+// the end delivers what was there (eofErr) and leaves the rest of the
+// buffer; in newline mode it stops just past the newline character. A write
+// lands at the mark (past the end after zeros); one of nothing writes
+// nothing. Positioning from the end past it moves but answers eofErr, a mark
+// before the start is refused (ioErr), fsAtMark ignores its offset and the
+// high bits of a mode are not the mode's. SetEOF grows with zeros, shrinks
+// pulling the mark back, and refuses a negative length; Allocate adds zeros.
+// A block's ioPosOffset grows by what it moved (PBSetFPos: the new mark).
 TEST_F(FilesReadWrite, SeededTransfersMatchAModelOfTheFile) {
   for (unsigned seed = 1; seed <= 16; ++seed) {
     std::mt19937 rng(seed);
@@ -51,87 +55,106 @@ TEST_F(FilesReadWrite, SeededTransfersMatchAModelOfTheFile) {
     SInt32 mark = 0;
     const std::string name = "model" + std::to_string(seed) + ".bin";
     const SInt16 ref = Open(name, model);
-    for (int step = 0; step < 40; ++step) {
+    for (int step = 0; step < 60; ++step) {
       SCOPED_TRACE("seed " + std::to_string(seed) + " step " + std::to_string(step));
       const SInt32 size = SInt32(model.size());
-      SInt32 count = SInt32(rng() % 20);
+      SInt32 count = SInt32(rng() % 22) - 2;
+      const bool block = rng() % 2, newline = block && rng() % 3 == 0;
+      ParamBlockRec pb{};
+      IOParam& io = pb.ioParam;
+      io.ioRefNum = ref;
+      io.ioReqCount = count;
+      io.ioPosMode = SInt16(newline ? (13 << 8) | newLineBit : 0);
+      io.ioPosOffset = SInt32(rng() % 5);  // ignored at the mark
+      io.ioResult = 1;
+      const unsigned op = rng() % 5;  // write, read, position, SetEOF, Allocate
+      if (block && op < 2 && rng() % 2) {
+        io.ioPosMode |= fsFromStart;
+        io.ioPosOffset = mark = SInt32(rng() % (size + 4));
+      }
+      SCOPED_TRACE("op " + std::to_string(op) + " count " + std::to_string(count) +
+                   (block ? " in a block" : "") + (newline ? " in newline mode" : ""));
       char buffer[24];
       std::memset(buffer, '#', sizeof buffer);
-      switch (rng() % 4) {
+      OSErr got, want = noErr;
+      SInt32 posOffset = io.ioPosOffset;  // what a block's ioPosOffset should come back as
+      switch (op) {
         case 0: {
-          const std::string bytes(size_t(count), char('a' + rng() % 26));
-          ASSERT_EQ(FSWrite(ref, &count, bytes.data()), noErr);
-          EXPECT_EQ(count, SInt32(bytes.size()));
-          if (count > 0) {  // past the end, after zeros
+          const std::string bytes(size_t(std::max(count, 0)), "ab\r"[rng() % 3]);
+          io.ioBuffer = const_cast<char*>(bytes.data());
+          got = block ? PBWrite(&pb, false) : FSWrite(ref, &count, bytes.data());
+          EXPECT_EQ(block ? io.ioActCount : std::max(count, 0), SInt32(bytes.size()));
+          if (!bytes.empty()) {  // past the end, after zeros
             model.resize(std::max(model.size(), size_t(mark)), '\0');
             model.replace(size_t(mark), bytes.size(), bytes);
           }
-          mark += count;
+          mark += SInt32(bytes.size());
+          posOffset += SInt32(bytes.size());
           break;
         }
         case 1: {
-          const std::string there = mark < size ? model.substr(size_t(mark), size_t(count)) : "";
-          EXPECT_EQ(FSRead(ref, &count, buffer), SInt32(there.size()) < count ? eofErr : noErr);
-          EXPECT_EQ(std::string(buffer, size_t(count) + 1), there + "#");
-          mark += count;
+          std::string there =
+              count > 0 && mark < size ? model.substr(size_t(mark), size_t(count)) : "";
+          const size_t cut = newline ? there.find('\r') : std::string::npos;
+          if (cut != std::string::npos) there.resize(cut + 1);
+          want = count < 0                                                  ? OSErr(paramErr)
+                 : cut == std::string::npos && SInt32(there.size()) < count ? OSErr(eofErr)
+                                                                            : OSErr(noErr);
+          io.ioBuffer = buffer;
+          got = block ? PBRead(&pb, false) : FSRead(ref, &count, buffer);
+          EXPECT_EQ(std::string(buffer, size_t(block ? io.ioActCount : count)), there);
+          // The rest of the buffer is left (a newline-mode read may fill it first).
+          EXPECT_TRUE(newline || buffer[there.size()] == '#');
+          mark += SInt32(there.size());
+          posOffset += SInt32(there.size());
           break;
         }
         case 2: {
-          const SInt16 mode = SInt16(fsFromStart + rng() % 3);  // from the start, the end, the mark
-          const SInt32 offset = SInt32(rng() % 30) - 15;
-          const SInt32 to = offset + (mode == fsFromStart ? 0 : mode == fsFromLEOF ? size : mark);
-          const OSErr err = to < 0                             ? OSErr(ioErr)
-                            : mode == fsFromLEOF && offset > 0 ? OSErr(eofErr)
-                                                               : OSErr(noErr);
-          EXPECT_EQ(SetFPos(ref, mode, offset), err) << mode << " " << offset;
-          if (to >= 0) mark = to;
+          const SInt16 mode = SInt16(rng() % 4 | (rng() % 2 ? 4 : 0));
+          const SInt32 by = SInt32(rng() % 30) - 15, from[] = {0, 0, size, mark};
+          const SInt32 to = (mode & 3) == fsAtMark ? mark : by + from[mode & 3];
+          want = to < 0                               ? OSErr(ioErr)
+                 : (mode & 3) == fsFromLEOF && by > 0 ? OSErr(eofErr)
+                                                      : OSErr(noErr);
+          io.ioPosMode = mode;
+          io.ioPosOffset = by;
+          got = block ? PBSetFPos(&pb, false) : SetFPos(ref, mode, by);
+          posOffset = mark = to < 0 ? mark : to;
           break;
         }
+        case 3:
+          io.ioMisc = reinterpret_cast<Ptr>(static_cast<intptr_t>(count));
+          got = block ? PBSetEOF(&pb, false) : SetEOF(ref, count);
+          want = count < 0 ? OSErr(paramErr) : OSErr(noErr);
+          if (count >= 0) {
+            model.resize(size_t(count), '\0');
+            mark = std::min(mark, count);
+          }
+          break;
         default:
-          EXPECT_EQ(SetEOF(ref, count), noErr);
-          model.resize(size_t(count), '\0');
-          mark = std::min(mark, count);
+          got = io.ioResult = Allocate(ref, &count);
+          model.append(size_t(std::max(count, 0)), '\0');
       }
-      EXPECT_EQ(Mark(ref), mark);
+      EXPECT_EQ(got, want);
+      if (block) {
+        EXPECT_EQ(io.ioResult, got);
+        EXPECT_EQ(io.ioPosOffset, posOffset);
+      }
+      SInt32 at = -1, length = -1;
+      if (block) {
+        EXPECT_EQ(PBGetFPos(&pb, false), noErr);
+        EXPECT_EQ(PBGetEOF(&pb, false), noErr);
+        at = io.ioPosOffset;
+        length = SInt32(reinterpret_cast<intptr_t>(io.ioMisc));
+      } else {
+        EXPECT_EQ(GetFPos(ref, &at), noErr);
+        EXPECT_EQ(GetEOF(ref, &length), noErr);
+      }
+      EXPECT_EQ(at, mark);
+      EXPECT_EQ(length, SInt32(model.size()));
       ASSERT_EQ(ReadRaw(At(name)), model);
     }
   }
-}
-
-// Writes of nothing write nothing; fsAtMark ignores its offset and the
-// high bits of a mode are not the mode's; the parameter-block forms answer
-// the mark and the end of file; Allocate lengthens the file by its count
-// of zeros.
-TEST_F(FilesReadWrite, WritesOfNothingAndTheParameterBlockForms) {
-  SInt16 ref = Open("pos.txt", "0123456789");
-  for (SInt32 none : {0, -4}) EXPECT_EQ(FSWrite(ref, &none, "zzz"), noErr);
-  EXPECT_EQ(FSWrite(ref, nullptr, "x"), paramErr);
-  EXPECT_EQ(SetFPos(ref, fsFromStart, 6), noErr);
-  EXPECT_EQ(SetFPos(ref, fsAtMark, 99), noErr);
-  EXPECT_EQ(Mark(ref), 6);
-  EXPECT_EQ(SetFPos(ref, fsFromStart | 4, 3), noErr);
-  EXPECT_EQ(Mark(ref), 3);
-  ParamBlockRec pb{};
-  pb.ioParam.ioRefNum = ref;
-  pb.ioParam.ioPosMode = fsFromMark;
-  pb.ioParam.ioPosOffset = 2;
-  EXPECT_EQ(PBSetFPos(&pb, false), noErr);
-  EXPECT_EQ(pb.ioParam.ioPosOffset, 5);
-  EXPECT_EQ(PBGetFPos(&pb, false), noErr);
-  EXPECT_EQ(pb.ioParam.ioPosOffset, 5);
-  EXPECT_EQ(ReadRaw(At("pos.txt")), "0123456789");
-  pb.ioParam.ioMisc = reinterpret_cast<Ptr>(static_cast<intptr_t>(12));
-  EXPECT_EQ(PBSetEOF(&pb, false), noErr);
-  pb.ioParam.ioMisc = nullptr;
-  EXPECT_EQ(PBGetEOF(&pb, false), noErr);
-  EXPECT_EQ(reinterpret_cast<intptr_t>(pb.ioParam.ioMisc), 12);
-  SInt32 length = 0;
-  EXPECT_EQ(GetEOF(ref, &length), noErr);
-  EXPECT_EQ(length, 12);
-  EXPECT_EQ(SetEOF(ref, -1), paramErr);
-  SInt32 count = 16;
-  EXPECT_EQ(Allocate(ref, &count), noErr);
-  EXPECT_EQ(ReadRaw(At("pos.txt")), "0123456789" + std::string(18, '\0'));
 }
 
 // Reference numbers that were closed or never opened, and a file opened for
@@ -173,49 +196,6 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   }
   EXPECT_EQ(ReadRaw(At("c.txt")), "keep");
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
-}
-
-// Parameter-block reads and writes move the mark, and ioPosOffset grows by
-// what they moved (the new mark when they position from the start); in
-// newline mode a read stops just past the newline character.
-TEST_F(FilesReadWrite, ParameterBlockTransfersAndNewlineMode) {
-  SInt16 ref = Open("pb.txt", "0123\r56789");
-  char buffer[16] = {};
-  ParamBlockRec pb{};
-  IOParam& io = pb.ioParam;
-  io.ioRefNum = ref;
-  io.ioBuffer = buffer;
-  io.ioResult = 1;
-  const struct {
-    SInt16 mode;
-    SInt32 offset, request;
-    OSErr err;
-    const char* read;
-    SInt32 mark;
-  } reads[] = {
-      {fsFromStart, 3, 4, noErr, "3\r56", 7},
-      {fsAtMark, 0, 8, eofErr, "789", 10},
-      {SInt16((13 << 8) | newLineBit | fsFromStart), 0, 16, noErr, "0123\r", 5},
-      {SInt16((13 << 8) | newLineBit | fsAtMark), 0, 16, eofErr, "56789", 10},
-  };
-  for (const auto& r : reads) {
-    io.ioPosMode = r.mode;
-    io.ioPosOffset = r.offset;
-    io.ioReqCount = r.request;
-    EXPECT_EQ(PBRead(&pb, false), r.err) << r.read;
-    EXPECT_EQ(io.ioResult, r.err);
-    EXPECT_EQ(std::string(buffer, size_t(io.ioActCount)), r.read);
-    EXPECT_EQ(io.ioPosOffset, r.offset + io.ioActCount) << r.read;
-    EXPECT_EQ(Mark(ref), r.mark);
-  }
-  io.ioBuffer = const_cast<Ptr>("XY");
-  io.ioReqCount = 2;
-  io.ioPosMode = fsFromStart;
-  io.ioPosOffset = 1;
-  EXPECT_EQ(PBWrite(&pb, false), noErr);
-  EXPECT_EQ(io.ioActCount, 2);
-  EXPECT_EQ(io.ioPosOffset, 3);
-  EXPECT_EQ(ReadRaw(At("pb.txt")), "0XY3\r56789");
 }
 
 TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {
