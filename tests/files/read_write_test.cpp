@@ -166,10 +166,8 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   EXPECT_EQ(PBClose(&pb, false), noErr);
   EXPECT_EQ(PBClose(&pb, false), ioErr);
   EXPECT_EQ(pb.ioParam.ioResult, ioErr);
-  pb.ioParam.ioRefNum = 0;
-  EXPECT_EQ(PBClose(&pb, false), fnOpnErr);
   const SInt16 readOnly = Open("ro.txt", "original", fsRdPerm);
-  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), SInt16(500), readOnly}) {
+  for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), readOnly}) {
     const OSErr err = bad == readOnly ? wrPermErr : ioErr;
     char buffer[4] = {'#', '#', '#', '#'};
     SInt32 count = 4, mark = 77;
@@ -194,11 +192,13 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
     EXPECT_EQ(PBWrite(&pb, false), err);
     EXPECT_EQ(pb.ioParam.ioActCount, 0);
   }
+  EXPECT_EQ(FSWrite(readOnly, nullptr, "x"), paramErr);
   EXPECT_EQ(ReadRaw(At("c.txt")), "keep");
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
 }
 
-TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {
+// PBGetFCBInfo describes an open file; a parked or closed one is not open.
+TEST_F(FilesReadWrite, FileControlBlockInformation) {
   SInt16 ref = Open("fcb.txt", "12345");
   SetFPos(ref, fsFromStart, 2);
   Str63 name;
@@ -214,13 +214,9 @@ TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {
   SInt16 vRefNum = 0;
   EXPECT_EQ(GetVRefNum(ref, &vRefNum), noErr);
   EXPECT_EQ(vRefNum, kwe_test::ExpectedDriveVolume(Dir()[0]));
-  ParamBlockRec flush{};
-  flush.ioParam.ioRefNum = ref;
-  EXPECT_EQ(PBFlushFile(&flush, false), noErr);
-  EXPECT_EQ(FlushVol(nullptr, 0), noErr);
   EXPECT_EQ(FlushVol(nullptr, -26), nsvErr);
   KWE_FHReOpen(false, ref);
-  EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);  // parked counts as not open
+  EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);
   FSClose(ref);
   EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);
   EXPECT_EQ(pb.ioResult, fnOpnErr);
@@ -229,25 +225,48 @@ TEST_F(FilesReadWrite, FlushAndFileControlBlockInformation) {
 
 using FilesTable = kwe_test::FilesTest;
 
-TEST_F(FilesTable, ReferenceNumbersAreSlotsTwoToSixtyThree) {
-  WriteRaw(At("a.txt"), "abc");
+// Every form of opening reaches the same file, each open taking a reference
+// number from 2 to 63; the next one answers tmfoErr, and a freed number is
+// the one taken again.
+TEST_F(FilesTable, EveryOpenFormTakesASlotFromTwoToSixtyThree) {
+  WriteRaw(At("same.txt"), "0123456789");
+  FSSpec spec;
+  ASSERT_EQ(FSMakeFSSpec(0, 0, P("same.txt"), &spec), noErr);
+  ParamBlockRec pb{};
+  pb.ioParam.ioNamePtr = Keep("same.txt");
+  pb.ioParam.ioPermssn = fsRdPerm;
+  HParamBlockRec hpb{};
+  hpb.ioParam.ioNamePtr = Keep("same.txt");
+  hpb.ioParam.ioPermssn = fsRdPerm;
+  hpb.fileParam.ioDirID = DirID();
   std::vector<SInt16> refs;
   for (int i = 0; i < 62; ++i) {
     SInt16 ref = 0;
-    ASSERT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), noErr) << i;
+    const OSErr err = i % 6 == 0   ? HOpen(0, 0, P("same.txt"), fsRdPerm, &ref)
+                      : i % 6 == 1 ? HOpenDF(0, DirID(), P("same.txt"), fsRdPerm, &ref)
+                      : i % 6 == 2 ? HOpen(WDRefNum(), 0, P(At("same.txt")), fsRdPerm, &ref)
+                      : i % 6 == 3 ? FSpOpenDF(&spec, fsRdPerm, &ref)
+                      : i % 6 == 4 ? PBOpen(&pb, false)
+                                   : PBHOpen(&hpb, true);
+    ASSERT_EQ(err, noErr) << i;
+    ref = i % 6 == 4 ? pb.ioParam.ioRefNum : i % 6 == 5 ? hpb.ioParam.ioRefNum : ref;
+    EXPECT_EQ(ref, 2 + i);
+    char byte = 0;
+    SInt32 count = 1;
+    ASSERT_EQ(SetFPos(ref, fsFromStart, i % 10), noErr);
+    EXPECT_EQ(FSRead(ref, &count, &byte), noErr);
+    EXPECT_EQ(byte, char('0' + i % 10)) << i;
     refs.push_back(ref);
   }
-  EXPECT_EQ(refs.front(), 2);
-  EXPECT_EQ(refs.back(), 63);
+  EXPECT_EQ(pb.ioParam.ioResult, noErr);
   SInt16 ref = 99;
-  EXPECT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), tmfoErr);
+  EXPECT_EQ(HOpen(0, 0, P("same.txt"), fsRdPerm, &ref), tmfoErr);
   EXPECT_EQ(ref, 0);
   OSErr err = noErr;
-  EXPECT_EQ(KWE_FHOpen(At("a.txt").c_str(), 0, &err), -1);
+  EXPECT_EQ(KWE_FHOpen(At("same.txt").c_str(), 0, &err), -1);
   EXPECT_EQ(err, tmfoErr);
-  // Freeing one slot makes exactly that one available again.
   EXPECT_EQ(FSClose(refs[10]), noErr);
-  EXPECT_EQ(HOpen(0, 0, P("a.txt"), fsRdPerm, &ref), noErr);
+  EXPECT_EQ(HOpen(0, 0, P("same.txt"), fsRdPerm, &ref), noErr);
   EXPECT_EQ(ref, refs[10]);
 }
 
@@ -296,37 +315,6 @@ TEST_F(FilesTable, OneWriterAtATimeAndFailedOpensHoldNoSlot) {
   EXPECT_EQ(ReadRaw(At("ro.txt")), "locked");
   EXPECT_EQ(ReadRaw(At("w.txt")), "data");
   EXPECT_FALSE(Exists(At("missing.txt")));
-}
-
-TEST_F(FilesTable, EveryOpenFormReachesTheSameFile) {
-  WriteRaw(At("same.txt"), "0123456789");
-  FSSpec spec;
-  ASSERT_EQ(FSMakeFSSpec(0, 0, P("same.txt"), &spec), noErr);
-  std::vector<SInt16> refs(6, 0);
-  EXPECT_EQ(FSpOpenDF(&spec, fsRdPerm, &refs[0]), noErr);
-  EXPECT_EQ(HOpenDF(0, DirID(), P("same.txt"), fsRdPerm, &refs[1]), noErr);
-  EXPECT_EQ(HOpen(WDRefNum(), 0, P("same.txt"), fsRdPerm, &refs[2]), noErr);
-  ParamBlockRec pb{};
-  pb.ioParam.ioNamePtr = Keep("same.txt");
-  pb.ioParam.ioPermssn = fsRdPerm;
-  pb.ioParam.ioResult = 1;
-  EXPECT_EQ(PBOpen(&pb, false), noErr);
-  EXPECT_EQ(pb.ioParam.ioResult, noErr);
-  refs[3] = pb.ioParam.ioRefNum;
-  HParamBlockRec hpb{};
-  hpb.ioParam.ioNamePtr = Keep("same.txt");
-  hpb.ioParam.ioPermssn = fsRdPerm;
-  hpb.fileParam.ioDirID = DirID();
-  EXPECT_EQ(PBHOpen(&hpb, true), noErr);
-  refs[4] = hpb.ioParam.ioRefNum;
-  EXPECT_EQ(HOpen(0, 0, P(At("same.txt")), fsRdPerm, &refs[5]), noErr);
-  for (size_t i = 0; i < refs.size(); ++i) {
-    char byte = 0;
-    SInt32 count = 1;
-    ASSERT_EQ(SetFPos(refs[i], fsFromStart, SInt32(i)), noErr);
-    EXPECT_EQ(FSRead(refs[i], &count, &byte), noErr);
-    EXPECT_EQ(byte, char('0' + i));
-  }
 }
 
 // A parked file has no Windows handle (others may write it) and reopens by
