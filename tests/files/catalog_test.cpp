@@ -10,6 +10,7 @@
 #include <string>
 
 #include "Files.h"
+#include "StandardFile.h"
 #include "files/files_fixture.h"
 
 namespace {
@@ -144,13 +145,14 @@ TEST_F(FilesCatalog, ExchangeSwapsContentsAndOpenFilesFollow) {
   EXPECT_EQ(ReadRaw(At("A.txt")), "second");
 }
 
-constexpr OSType kText = 0x54455854, kUnknown = 0x3F3F3F3F;
+constexpr OSType kText = 0x54455854, kPict = 0x50494354, kUnknown = 0x3F3F3F3F;
 
 class FilesInfo : public kwe_test::FilesTest {
  protected:
   void SetUp() override {
     FilesTest::SetUp();
-    static const KWEFileTypeEntry types[] = {{kText, {'T', 'X', 'T'}, "Text"}, {0, {}, ""}};
+    static const KWEFileTypeEntry types[] = {
+        {kText, {'T', 'X', 'T'}, "Text"}, {kPict, {'P', 'C', 'T'}, "Picture"}, {0, {}, ""}};
     KWE_Set_Tovel(types, nullptr);
     CreateDirectoryA(At("Sub").c_str(), nullptr);
     CreateDirectoryA(At("Sub\\Inner").c_str(), nullptr);
@@ -315,6 +317,51 @@ TEST_F(FilesInfo, IndexesWalkTheDirectory) {
   pb.hFileInfo.ioDirID = 0;
   pb.hFileInfo.ioVRefNum = SInt16(0x8000 | 3000);
   EXPECT_EQ(PBGetCatInfo(&pb, false), nsvErr);
+}
+
+// A path a host's file dialog chose becomes a reply in its directory, with
+// the type of its extension, or of the chosen filter when it is
+// remembered; filters' extensions are added or replace the name's own.
+TEST_F(FilesInfo, APathFromAFileDialogBecomesAReplyInItsDirectory) {
+  SFReply reply;
+  KWE_DosFSpec2MacSFReply(false, false, -1, true, false, At("Sub\\doc.txt").c_str(), &reply);
+  EXPECT_TRUE(reply.good);
+  EXPECT_FALSE(reply.copy);
+  EXPECT_EQ(Text(reply.fName), "doc.txt");
+  EXPECT_EQ(reply.fType, kText);
+  SInt16 subWD = 0;
+  EXPECT_EQ(vars.CurDirStore, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD));
+  EXPECT_EQ(reply.vRefNum, subWD);
+  std::memset(&reply, 0x5A, sizeof reply);
+  KWE_DosFSpec2MacSFReply(false, false, -1, false, false, At("Sub\\").c_str(), &reply);
+  EXPECT_FALSE(reply.good);
+  EXPECT_EQ(reply.vRefNum, 0);
+  EXPECT_EQ(reply.fName[0], 0);
+
+  const struct {
+    bool add, replace;
+    SInt16 filter;
+    const char *name, *result;
+  } cases[] = {
+      {true, false, 0, "report", "report.TXT"},     {true, false, 0, "report.doc", "report.doc"},
+      {true, true, 0, "report.doc", "report.TXT"},  {true, true, 1, "a.b.c", "a.PCT"},
+      {true, true, 2, "report.doc", "report.doc"},  // no such filter
+      {false, true, 0, "report.doc", "report.doc"},
+  };
+  for (const auto& c : cases) {
+    KWE_DosFSpec2MacSFReply(c.add, c.replace, c.filter, false, false, At(c.name).c_str(), &reply);
+    EXPECT_EQ(Text(reply.fName), c.result) << c.name;
+  }
+
+  WriteRaw(At("drawing.xyz"), "x");
+  WriteRaw(At("other.xyz"), "x");
+  KWE_DosFSpec2MacSFReply(false, false, 1, false, true, At("drawing.xyz").c_str(), &reply);
+  EXPECT_EQ(reply.fType, kPict);
+  FInfo info;
+  EXPECT_EQ(GetFInfo(P("DRAWING.XYZ"), 0, &info), noErr);
+  EXPECT_EQ(info.fdType, kPict);
+  EXPECT_EQ(GetFInfo(P("other.xyz"), 0, &info), noErr);
+  EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
 }
 
 class FilesInfoWithDirectoryIDs : public FilesInfo {

@@ -10,7 +10,6 @@
 
 #include "Files.h"
 #include "Folders.h"
-#include "StandardFile.h"
 #include "files/files_fixture.h"
 
 namespace {
@@ -70,8 +69,6 @@ TEST_F(FilesNaming, VolumesAreDrivesAndWorkingDirectoriesAreNumberedInOrder) {
   EXPECT_EQ(KWE_DirIDFromPath(shouted.c_str(), &v, &wd), sub);
   EXPECT_EQ(wd, subWD);
   EXPECT_EQ(v, volume);
-  EXPECT_NE(DirID(), 2);
-  EXPECT_NE(DirID(), sub);
   // A full name makes a record for its directory; one too long makes none.
   EXPECT_NE(KWE_DirIDFromPath("c:\\dir", nullptr, &wd), 0);
   EXPECT_LT(wd, 0);
@@ -99,7 +96,6 @@ TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
       {0, subWD, "F.TXT", At("Sub\\F.TXT"), noErr},
       {0, 0, "F.TXT", At("F.TXT"), noErr},
       {0, 0, "", Dir().substr(0, Dir().size() - 1), noErr},
-      {2, volume, "", Dir().substr(0, 3), noErr},
       {sub, 0, "C:\\DIR\\F.TXT", "C:\\DIR\\F.TXT", noErr},
       {0, 0, "C:\\\\DIR\\\\\\F", "C:\\DIR\\F", noErr},
       {0, 0, "C:\\", "C:\\", noErr},
@@ -151,20 +147,6 @@ TEST_F(FilesNaming, FSMakeFSSpecSplitsIntoParentAndName) {
     EXPECT_EQ(Text(spec.name), c.leaf) << c.name;
   }
   EXPECT_EQ(FSMakeFSSpec(0, 0, P("x"), nullptr), paramErr);
-}
-
-// The session's globals start at the current directory; KWE_CurDirvRefNum
-// moves CurDirStore, never Windows' own current directory.
-TEST_F(FilesNaming, StartupGlobalsAndCurDirvRefNumMovingCurDirStore) {
-  EXPECT_EQ(vars.CurrentVolume, ExpectedDriveVolume(StartDirectory()[0]));
-  EXPECT_EQ(vars.SFSaveDisk, -vars.CurrentVolume);
-  EXPECT_EQ(KWE_CurDirvRefNum(nullptr), WDRefNum());
-  EXPECT_EQ(vars.CurDirStore, DirID());
-  EXPECT_EQ(KWE_CurDirvRefNum("C:\\"), -3);
-  EXPECT_EQ(vars.CurDirStore, 2);
-  EXPECT_EQ(KWE_CurDirvRefNum(At("Sub").c_str()), subWD);
-  EXPECT_EQ(vars.CurDirStore, sub);
-  EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
 }
 
 TEST_F(FilesNaming, ALongCurrentDirectoryIsStillADirectory) {
@@ -232,11 +214,6 @@ TEST_F(FilesNaming, WorkingDirectoriesAreOpenedAndDescribed) {
     EXPECT_EQ(pb.ioWDDirID, i.dirID);
     EXPECT_EQ(Text(name), i.name);
   }
-  SInt16 vRefNum = 0;
-  SInt32 dirID = 0, procID = 0;
-  EXPECT_EQ(GetWDInfo(WDRefNum(), &vRefNum, &dirID, &procID), noErr);
-  EXPECT_EQ(dirID, DirID());
-  EXPECT_EQ(vRefNum, volume);
 
   WriteRaw(At("plain.txt"), "x");
   for (const char* name : {"Sub", "Missing", "plain.txt"}) {
@@ -254,9 +231,20 @@ TEST_F(FilesNaming, WorkingDirectoriesAreOpenedAndDescribed) {
   }
 }
 
-// GetVol names the drive root of the current directory; SetVol and HSetVol
-// move Windows' current directory, and refuse bad names leaving it alone.
+// The session's globals start at the current directory; KWE_CurDirvRefNum
+// moves CurDirStore, never Windows' own current directory. GetVol names the
+// drive root of the current directory; SetVol and HSetVol move Windows'
+// current directory, and refuse bad names leaving it alone.
 TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
+  EXPECT_EQ(vars.CurrentVolume, ExpectedDriveVolume(StartDirectory()[0]));
+  EXPECT_EQ(vars.SFSaveDisk, -vars.CurrentVolume);
+  EXPECT_EQ(KWE_CurDirvRefNum(nullptr), WDRefNum());
+  EXPECT_EQ(vars.CurDirStore, DirID());
+  EXPECT_EQ(KWE_CurDirvRefNum("C:\\"), -3);
+  EXPECT_EQ(vars.CurDirStore, 2);
+  EXPECT_EQ(KWE_CurDirvRefNum(At("Sub").c_str()), subWD);
+  EXPECT_EQ(vars.CurDirStore, sub);
+  EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
   Str255 name;
   SInt16 vRefNum = 0;
   SInt32 dirID = 0;
@@ -318,66 +306,6 @@ TEST_F(FilesNaming, MacintoshCharactersAreAnsiCharactersOnDisk) {
   FSSpec spec;
   EXPECT_EQ(FSMakeFSSpec(0, 0, P("r\x8Esum\x8E.txt"), &spec), noErr);
   EXPECT_EQ(Text(spec.name), "r\x8Esum\x8E.txt");
-}
-
-// A path a host's file dialog chose becomes a reply in its directory, with
-// the type of its extension, or of the chosen filter when it is
-// remembered; filters' extensions are added or replace the name's own.
-class FilesReply : public kwe_test::FilesTest {
- protected:
-  void SetUp() override {
-    FilesTest::SetUp();
-    KWE_Set_Tovel(kTypes, nullptr);
-  }
-  static constexpr OSType kText = 0x54455854, kPict = 0x50494354;
-  static const KWEFileTypeEntry kTypes[3];
-};
-const KWEFileTypeEntry FilesReply::kTypes[3] = {
-    {kText, {'T', 'X', 'T'}, "Text"}, {kPict, {'P', 'C', 'T'}, "Picture"}, {0, {}, ""}};
-
-TEST_F(FilesReply, APathBecomesAReplyInItsDirectory) {
-  CreateDirectoryA(At("Sub").c_str(), nullptr);
-  SFReply reply;
-  KWE_DosFSpec2MacSFReply(false, false, -1, true, false, At("Sub\\doc.txt").c_str(), &reply);
-  EXPECT_TRUE(reply.good);
-  EXPECT_FALSE(reply.copy);
-  EXPECT_EQ(Text(reply.fName), "doc.txt");
-  EXPECT_EQ(reply.fType, kText);
-  SInt16 subWD = 0;
-  EXPECT_EQ(vars.CurDirStore, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD));
-  EXPECT_EQ(reply.vRefNum, subWD);
-  EXPECT_EQ(vars.CurrentVolume, ExpectedDriveVolume(Dir()[0]));
-  EXPECT_EQ(vars.SFSaveDisk, -vars.CurrentVolume);
-  std::memset(&reply, 0x5A, sizeof reply);
-  KWE_DosFSpec2MacSFReply(false, false, -1, false, false, At("Sub\\").c_str(), &reply);
-  EXPECT_FALSE(reply.good);
-  EXPECT_EQ(reply.vRefNum, 0);
-  EXPECT_EQ(reply.fName[0], 0);
-
-  const struct {
-    bool add, replace;
-    SInt16 filter;
-    const char *name, *result;
-  } cases[] = {
-      {true, false, 0, "report", "report.TXT"},     {true, false, 0, "report.doc", "report.doc"},
-      {true, true, 0, "report.doc", "report.TXT"},  {true, true, 1, "a.b.c", "a.PCT"},
-      {true, true, 2, "report.doc", "report.doc"},  // no such filter
-      {false, true, 0, "report.doc", "report.doc"},
-  };
-  for (const auto& c : cases) {
-    KWE_DosFSpec2MacSFReply(c.add, c.replace, c.filter, false, false, At(c.name).c_str(), &reply);
-    EXPECT_EQ(Text(reply.fName), c.result) << c.name;
-  }
-
-  WriteRaw(At("drawing.xyz"), "x");
-  WriteRaw(At("other.xyz"), "x");
-  KWE_DosFSpec2MacSFReply(false, false, 1, false, true, At("drawing.xyz").c_str(), &reply);
-  EXPECT_EQ(reply.fType, kPict);
-  FInfo info;
-  EXPECT_EQ(GetFInfo(P("DRAWING.XYZ"), 0, &info), noErr);
-  EXPECT_EQ(info.fdType, kPict);
-  EXPECT_EQ(GetFInfo(P("other.xyz"), 0, &info), noErr);
-  EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
 }
 
 }  // namespace
