@@ -160,6 +160,7 @@ class FilesInfo : public kwe_test::FilesTest {
     WriteRaw(At("Sub\\b.bin"), "bbbb");
     sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, nullptr);
   }
+  UInt32 SessionFlags() const override { return directoryIDs ? kweFlagDirectoryIDs : 0; }
   // PBGetCatInfo of an index (0: by name, negative: the directory itself).
   OSErr CatInfo(SInt32 dirID, SInt16 index, CInfoPBRec& pb, Str63 name) {
     pb = CInfoPBRec{};
@@ -172,28 +173,31 @@ class FilesInfo : public kwe_test::FilesTest {
     return err;
   }
   SInt32 sub = 0;
+  bool directoryIDs = false;
 };
 
-// The type comes from the extension through the host's table, in any case;
-// everything else of the Finder information is empty.
+// The type comes from the extension through the host's table, in any case,
+// by every form of the call; the creator is unknown.
 TEST_F(FilesInfo, FinderTypesComeFromTheExtension) {
   const std::pair<const char*, OSType> cases[] = {
       {"README.TXT", kText}, {"notes.txt", kText}, {"data.bin", kUnknown}, {"noext", kUnknown}};
   for (const auto& [name, type] : cases) {
     WriteRaw(At(name), "x");
-    FInfo info;
-    std::memset(&info, 0x5A, sizeof info);
-    ASSERT_EQ(GetFInfo(P(name), 0, &info), noErr) << name;
-    EXPECT_EQ(info.fdType, type) << name;
-    EXPECT_EQ(info.fdCreator, kUnknown);
+    FSSpec spec;
+    FSMakeFSSpec(0, 0, P(name), &spec);
+    for (int form = 0; form < 3; ++form) {
+      FInfo info;
+      std::memset(&info, 0x5A, sizeof info);
+      ASSERT_EQ(form == 0   ? GetFInfo(P(name), 0, &info)
+                : form == 1 ? HGetFInfo(0, DirID(), P(name), &info)
+                            : FSpGetFInfo(&spec, &info),
+                noErr)
+          << name << " " << form;
+      EXPECT_EQ(info.fdType, type) << name;
+      EXPECT_EQ(info.fdCreator, kUnknown);
+    }
   }
   FInfo info;
-  EXPECT_EQ(HGetFInfo(0, DirID(), P("notes.txt"), &info), noErr);
-  EXPECT_EQ(info.fdType, kText);
-  FSSpec spec;
-  FSMakeFSSpec(0, 0, P("README.TXT"), &spec);
-  EXPECT_EQ(FSpGetFInfo(&spec, &info), noErr);
-  EXPECT_EQ(info.fdType, kText);
   EXPECT_EQ(GetFInfo(P("missing.txt"), 0, &info), fnfErr);
   EXPECT_EQ(HSetFInfo(0, 0, P("notes.txt"), &info), noErr);
 }
@@ -317,6 +321,14 @@ TEST_F(FilesInfo, IndexesWalkTheDirectory) {
   pb.hFileInfo.ioDirID = 0;
   pb.hFileInfo.ioVRefNum = SInt16(0x8000 | 3000);
   EXPECT_EQ(PBGetCatInfo(&pb, false), nsvErr);
+
+  TearDown();  // a new session, where directory entries carry their own ID
+  directoryIDs = true;
+  SetUp();
+  std::memcpy(name, "\x05Inner", 6);
+  ASSERT_EQ(CatInfo(sub, 0, pb, name), noErr);
+  EXPECT_EQ(pb.dirInfo.ioDrDirID, KWE_DirIDFromPath(At("Sub\\Inner").c_str(), nullptr, nullptr));
+  EXPECT_EQ(pb.dirInfo.ioDrParID, sub);
 }
 
 // A path a host's file dialog chose becomes a reply in its directory, with
@@ -362,26 +374,6 @@ TEST_F(FilesInfo, APathFromAFileDialogBecomesAReplyInItsDirectory) {
   EXPECT_EQ(info.fdType, kPict);
   EXPECT_EQ(GetFInfo(P("other.xyz"), 0, &info), noErr);
   EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
-}
-
-class FilesInfoWithDirectoryIDs : public FilesInfo {
- protected:
-  UInt32 SessionFlags() const override { return kweFlagDirectoryIDs; }
-};
-
-TEST_F(FilesInfoWithDirectoryIDs, DirectoryEntriesCarryTheirOwnID) {
-  const SInt32 inner = KWE_DirIDFromPath(At("Sub\\Inner").c_str(), nullptr, nullptr);
-  CInfoPBRec pb;
-  Str63 name;
-  std::memcpy(name, "\x05Inner", 6);
-  ASSERT_EQ(CatInfo(sub, 0, pb, name), noErr);
-  EXPECT_EQ(pb.dirInfo.ioDrDirID, inner);
-  EXPECT_EQ(pb.dirInfo.ioDrParID, sub);
-  HParamBlockRec hpb{};
-  hpb.fileParam.ioNamePtr = Keep("Inner");
-  hpb.fileParam.ioDirID = sub;
-  ASSERT_EQ(PBHGetFInfo(&hpb, false), noErr);
-  EXPECT_EQ(hpb.fileParam.ioDirID, inner);
 }
 
 }  // namespace
