@@ -171,48 +171,39 @@ TEST_F(FilesNaming, ALongCurrentDirectoryIsStillADirectory) {
 }
 
 // OpenWD answers the working directory of a volume and directory (the
-// volume itself for a root); PBGetWDInfo describes one, closed or not;
+// volume itself for a root), which PBGetWDInfo describes, closed or not;
 // PBOpenWD joins a name that must be an existing directory.
 TEST_F(FilesNaming, WorkingDirectoriesAreOpenedAndDescribed) {
   const struct {
     SInt16 vRefNum;
     SInt32 dirID;
     OSErr err;
-    SInt16 wd;
+    SInt16 wd, volume;
+    SInt32 wdDirID;
+    std::string name;
   } opens[] = {
-      {-3, DirID(), noErr, WDRefNum()},        {-3, 2, noErr, -3},
-      {WDRefNum(), 0, noErr, WDRefNum()},      {0, 0x12345, dirNFErr, 0},
-      {SInt16(0x8000 | 3000), 0, dirNFErr, 0},
+      {-3, DirID(), noErr, WDRefNum(), volume, DirID(), Dir()},
+      {-3, 2, noErr, -3, -3, 2, "C:\\"},
+      {WDRefNum(), 0, noErr, WDRefNum(), volume, DirID(), Dir()},
+      {0, 0x12345, dirNFErr, 0, 0, 0, ""},
+      {SInt16(0x8000 | 3000), 0, dirNFErr, 0, 0, 0, ""},
   };
   for (const auto& o : opens) {
+    SCOPED_TRACE(std::to_string(o.vRefNum) + " " + std::to_string(o.dirID));
     SInt16 wd = 1;
-    EXPECT_EQ(OpenWD(o.vRefNum, o.dirID, 0, &wd), o.err) << o.vRefNum << " " << o.dirID;
+    EXPECT_EQ(OpenWD(o.vRefNum, o.dirID, 0, &wd), o.err);
     EXPECT_EQ(wd, o.wd);
-  }
-  EXPECT_EQ(CloseWD(WDRefNum()), noErr);  // closing never forgets one
-  const struct {
-    SInt16 vRefNum;
-    OSErr err;
-    SInt16 volume;
-    SInt32 dirID;
-    std::string name;
-  } infos[] = {
-      {WDRefNum(), noErr, volume, DirID(), Dir()},
-      {-3, noErr, -3, 2, "C:\\"},
-      {SInt16(0x8000 | 3000), dirNFErr, 0, 0, ""},
-  };
-  for (const auto& i : infos) {
+    EXPECT_EQ(CloseWD(wd), noErr);  // closing never forgets one
     Str255 name = {0};
     WDPBRec pb{};
     pb.ioResult = 1;
     pb.ioNamePtr = name;
-    pb.ioVRefNum = i.vRefNum;
-    EXPECT_EQ(PBGetWDInfo(&pb, false), i.err) << i.name;
-    EXPECT_EQ(pb.ioResult, i.err);
-    if (i.err != noErr) continue;
-    EXPECT_EQ(pb.ioWDVRefNum, i.volume);
-    EXPECT_EQ(pb.ioWDDirID, i.dirID);
-    EXPECT_EQ(Text(name), i.name);
+    pb.ioVRefNum = o.err ? SInt16(0x8000 | 3000) : wd;
+    EXPECT_EQ(PBGetWDInfo(&pb, false), o.err);
+    EXPECT_EQ(pb.ioResult, o.err);
+    EXPECT_EQ(pb.ioWDVRefNum, o.volume);
+    EXPECT_EQ(pb.ioWDDirID, o.wdDirID);
+    EXPECT_EQ(Text(name), o.name);
   }
 
   WriteRaw(At("plain.txt"), "x");

@@ -30,11 +30,6 @@ class FilesReadWrite : public kwe_test::FilesTest {
     EXPECT_EQ(HOpen(0, 0, P(name), permission, &ref), noErr);
     return ref;
   }
-  static SInt32 Mark(SInt16 ref) {
-    SInt32 mark = -1;
-    EXPECT_EQ(GetFPos(ref, &mark), noErr);
-    return mark;
-  }
 };
 
 // Seeded runs of transfers on one file, each through the plain call or its
@@ -136,12 +131,10 @@ TEST_F(FilesReadWrite, SeededTransfersMatchAModelOfTheFile) {
           model.append(size_t(std::max(count, 0)), '\0');
       }
       EXPECT_EQ(got, want);
+      SInt32 at = -1, length = -1;
       if (block) {
         EXPECT_EQ(io.ioResult, got);
         EXPECT_EQ(io.ioPosOffset, posOffset);
-      }
-      SInt32 at = -1, length = -1;
-      if (block) {
         EXPECT_EQ(PBGetFPos(&pb, false), noErr);
         EXPECT_EQ(PBGetEOF(&pb, false), noErr);
         at = io.ioPosOffset;
