@@ -149,27 +149,6 @@ TEST_F(FilesNaming, FSMakeFSSpecSplitsIntoParentAndName) {
   EXPECT_EQ(FSMakeFSSpec(0, 0, P("x"), nullptr), paramErr);
 }
 
-TEST_F(FilesNaming, ALongCurrentDirectoryIsStillADirectory) {
-  std::string deep = Dir();
-  for (int i = 0; deep.size() < 160; ++i) {
-    deep += "level_" + std::to_string(i) + "_with_a_long_name\\";
-    ASSERT_TRUE(CreateDirectoryA(deep.c_str(), nullptr));
-  }
-  ASSERT_TRUE(SetCurrentDirectoryA(deep.c_str()));
-  WriteRaw(deep + "f.txt", "deep");
-  FSSpec spec;
-  EXPECT_EQ(FSMakeFSSpec(0, 0, P("f.txt"), &spec), noErr);
-  EXPECT_EQ(spec.parID, KWE_DirIDFromPath(deep.c_str(), nullptr, nullptr));
-  SInt16 ref = 0;
-  char text[4];
-  SInt32 count = 4;
-  ASSERT_EQ(FSpOpenDF(&spec, fsRdPerm, &ref), noErr);
-  EXPECT_EQ(FSRead(ref, &count, text), noErr);
-  EXPECT_EQ(std::string(text, 4), "deep");
-  FSClose(ref);
-  SetCurrentDirectoryA(Dir().c_str());
-}
-
 // OpenWD answers the working directory of a volume and directory (the
 // volume itself for a root), which PBGetWDInfo describes, closed or not;
 // PBOpenWD joins a name that must be an existing directory.
@@ -254,9 +233,19 @@ TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
   EXPECT_EQ(HSetVol(nullptr, 0, 0x12345), nsvErr);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
 
-  EXPECT_EQ(HSetVol(nullptr, 0, sub), noErr);
-  EXPECT_EQ(WindowsCurrentDirectory(), At("Sub"));
-  EXPECT_EQ(vars.CurDirStore, sub);
+  // Into a directory deeper than 160 characters, where names still resolve.
+  std::string deep = At("Sub\\");
+  while (deep.size() < 160) {
+    deep += "level_with_a_long_name\\";
+    ASSERT_TRUE(CreateDirectoryA(deep.c_str(), nullptr));
+  }
+  const SInt32 deepID = KWE_DirIDFromPath(deep.c_str(), nullptr, nullptr);
+  EXPECT_EQ(HSetVol(nullptr, 0, deepID), noErr);
+  EXPECT_EQ(WindowsCurrentDirectory() + "\\", deep);
+  EXPECT_EQ(vars.CurDirStore, deepID);
+  FSSpec spec;
+  EXPECT_EQ(FSMakeFSSpec(0, 0, P("f.txt"), &spec), fnfErr);
+  EXPECT_EQ(spec.parID, deepID);
   EXPECT_EQ(SetVol(nullptr, WDRefNum()), noErr);
   EXPECT_EQ(WindowsCurrentDirectory() + "\\", Dir());
   ParamBlockRec pb{};
