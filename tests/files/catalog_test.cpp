@@ -178,8 +178,11 @@ class FilesInfo : public kwe_test::FilesTest {
 // The type comes from the extension through the host's table, in any case,
 // by every form of the call; the creator is unknown.
 TEST_F(FilesInfo, FinderTypesComeFromTheExtension) {
-  const std::pair<const char*, OSType> cases[] = {
-      {"README.TXT", kText}, {"notes.txt", kText}, {"data.bin", kUnknown}, {"noext", kUnknown}};
+  const std::pair<const char*, OSType> cases[] = {{"README.TXT", kText},
+                                                  {"notes.txt", kText},
+                                                  {"long.txts", kText},  // three at most
+                                                  {"data.bin", kUnknown},
+                                                  {"noext", kUnknown}};
   for (const auto& [name, type] : cases) {
     WriteRaw(At(name), "x");
     FSSpec spec;

@@ -44,14 +44,6 @@ TEST(FilesPortablePath, SplittingVolumesAndNames) {
   EXPECT_EQ(VolumeOfDosPath("d:\\work").drive, 3);
   for (const char* none : {"dir\\f", "\\\\", "\\\\server", "\\\\server\\"})
     EXPECT_EQ(VolumeOfDosPath(none).kind, PathVolume::kNone) << none;
-  EXPECT_EQ(CanonicalDirectory("c:\\dir"), "C:\\dir\\");
-  EXPECT_EQ(CanonicalDirectory("c:"), "C:\\");
-  // Three upper-case characters at most; the filter's own are added as given.
-  EXPECT_EQ(TypeExtension("page.html"), "HTM");
-  EXPECT_EQ(TypeExtension("a.b.c"), "C");
-  EXPECT_EQ(TypeExtension("trailing."), "");
-  const char c[3] = {'C', 0, 0};
-  EXPECT_EQ(WithFilterExtension("main.cpp", c, false), "main.C");
 }
 
 uint16_t Date(int year, int month, int day) {
