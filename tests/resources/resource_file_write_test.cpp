@@ -26,16 +26,12 @@ using kwe_test::TypeCode;
 // bytes. The last type is not in the starting file.
 const char kTypes[][5] = {"TEXT", "STR ", "PAT ", "ICON", "SICN", "STR#", "ICN#"};
 
-Bytes Pattern(std::size_t size, int seed) {
-  Bytes b(size);
-  for (std::size_t i = 0; i < size; ++i) b[i] = static_cast<std::uint8_t>(seed * 31 + i * 7);
-  return b;
-}
-
 // Data for a resource of the type, in Macintosh order.
 Bytes DataFor(const char (&type)[5], std::size_t size, int seed) {
-  if (TypeCode(type) != TypeCode("STR#")) return Pattern(size, seed);
-  Bytes b = {0, std::uint8_t(size % 7)};
+  Bytes b(size);
+  for (std::size_t i = 0; i < size; ++i) b[i] = static_cast<std::uint8_t>(seed * 31 + i * 7);
+  if (TypeCode(type) != TypeCode("STR#")) return b;
+  b = {0, std::uint8_t(size % 7)};
   for (int i = 0; i < b[1]; ++i)
     resource_builder::Append(b, std::string{'\2', char('a' + i), char('a' + seed % 26)});
   return b;
@@ -64,8 +60,9 @@ Bytes ImageOf(const ExpectedFile& file) {
 
 class ResourceFileWrite : public kwe_test::ResourceFileTest {
  protected:
-  // Compares the open file, through the counts, Get1Resource, GetResInfo,
-  // SizeRsrc and HomeResFile, with what it should hold.
+  // Compares the open file, through the counts, Get1Resource (with ResLoad
+  // off, then LoadResource), GetResInfo, SizeRsrc and HomeResFile, with what
+  // it should hold.
   void ExpectThroughLibrary(SInt16 refNum, const ExpectedFile& expected) {
     const SInt16 saved = CurResFile();
     UseResFile(refNum);
@@ -77,8 +74,12 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
     for (const auto& [key, want] : expected) {
       SCOPED_TRACE("through the library: '" + kwe_test::TypeText(key.first) + "' " +
                    std::to_string(key.second));
+      SetResLoad(false);  // a handle not loaded yet comes empty, for LoadResource
       Handle h = Get1Resource(key.first, key.second);
+      SetResLoad(true);
       ASSERT_NE(h, nullptr);
+      LoadResource(h);
+      EXPECT_EQ(ResError(), noErr);
       EXPECT_EQ(GetResource(key.first, key.second), h) << "the same handle twice";
       EXPECT_EQ(kwe_test::HandleBytes(h), kwe_test::InMemory(key.first, want.data));
       EXPECT_EQ(SizeRsrc(h), SInt32(want.data.size()));
@@ -168,7 +169,7 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
   // write-back rebuilds the file).
   void ChangeEverything(ExpectedFile& file, unsigned seed) {
     std::mt19937 rng(seed);
-    Change(file, "TEXT", 128, Pattern(700, 1));
+    Change(file, "TEXT", 128, DataFor("TEXT", 700, 1));
     Remove(file, "SICN", 131);
     for (int edit = 0; edit < 12; ++edit) RandomEdit(file, rng);
   }

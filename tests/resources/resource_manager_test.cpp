@@ -64,31 +64,6 @@ TEST_F(ResourceManager, CreateResFileWritesTheEmptyFileOnce) {
   EXPECT_EQ(ResError(), fnfErr);
 }
 
-// A released resource is read again; with ResLoad off its handle comes
-// empty until LoadResource. UniqueID answers IDs no resource of the type has.
-TEST_F(ResourceManager, ReleasedAndUnloadedResourcesAreReadAgain) {
-  const std::string path =
-      Make("load.rsr", {TextResource(128, "hello"), TextResource(129, "world!")});
-  SInt16 ref = Open(path);
-  ReleaseResource(Get1Resource(kText, 129));
-  EXPECT_EQ(Str(GetResource(kText, 129)), "world!");
-  for (int i = 0; i < 200; ++i) {
-    const SInt16 id = i % 2 ? UniqueID(kText) : Unique1ID(kText);
-    ASSERT_TRUE(id >= 0 && !Get1Resource(kText, id)) << id;
-  }
-  CloseResFile(ref);
-  EXPECT_EQ(ResError(), noErr);
-
-  SetResLoad(false);
-  ref = Open(path);
-  Handle h = GetResource(kText, 128);
-  SetResLoad(true);
-  EXPECT_EQ(Str(h), "");
-  LoadResource(h);
-  EXPECT_EQ(ResError(), noErr);
-  EXPECT_EQ(Str(h), "hello");
-}
-
 // Handles that are no live resources are refused (resNotFound, nothing
 // disposed); AddResource takes only a handle that is no resource yet; a
 // detached or disposed resource leaves its file as it was.
@@ -191,30 +166,6 @@ TEST_F(ResourceManager, PermissionsReachTheSameFileAndReadOnlyRefusesWrites) {
   CloseResFile(ref);
   SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
   EXPECT_EQ(ReadRaw(path), before);
-}
-
-// With no file holding them, 'ICON' 0-2 are the system's alert icons (a
-// 4-byte resource holding the icon); definitions registered by the host
-// stand in for code resources, 64 at most.
-TEST_F(ResourceManager, SystemIconsAndRegisteredDefinitionsStandIn) {
-  const LPCSTR icons[] = {IDI_HAND, IDI_ASTERISK, IDI_QUESTION};
-  for (SInt16 id = 0; id < 3; ++id) {
-    Handle h = GetResource('ICON', id);
-    ASSERT_EQ(GetHandleSize(h), 4) << id;
-    EXPECT_EQ(LongToHandle(*reinterpret_cast<SInt32*>(*h)), LoadIconA(nullptr, icons[id]));
-  }
-  EXPECT_EQ(GetResource('ICON', 3), nullptr);
-
-  ProcPtr procedure = reinterpret_cast<ProcPtr>(&ResError);
-  EXPECT_EQ(KWE_CodeResource(1, 'MDEF', 200, procedure), procedure);
-  EXPECT_EQ(KWE_CodeResource(3, 'MDEF', 200, nullptr), procedure);
-  EXPECT_EQ(KWE_CodeResource(5, 'MDEF', 0, procedure), procedure);
-  EXPECT_EQ(KWE_CodeResource(5, 'WDEF', 0, procedure), nullptr);
-  KWE_CodeResource(0, 'MDEF', 200, nullptr);
-  EXPECT_EQ(KWE_CodeResource(3, 'MDEF', 200, nullptr), nullptr);
-  for (int i = 0; i < 64; ++i)
-    ASSERT_NE(KWE_CodeResource(1, 'CDEF', SInt16(i), procedure), nullptr);
-  EXPECT_EQ(KWE_CodeResource(1, 'CDEF', 64, procedure), nullptr) << "64 entries";
 }
 
 // InitResources opens the system file the session record names, then the
