@@ -233,23 +233,6 @@ TEST_F(FilesInfo, FileInformationReportsSizeDateAndOpenState) {
   f.ioDirID = 0;
   f.ioVRefNum = SInt16(0x8000 | 3000);
   EXPECT_EQ(PBHGetFInfo(&pb, false), nsvErr);
-
-  // A volume's root and a directory (named back with index 1) are directories.
-  f.ioVRefNum = -3;
-  f.ioDirID = 2;
-  f.ioNamePtr = nullptr;
-  ASSERT_EQ(PBHGetFInfo(&pb, false), noErr);
-  EXPECT_EQ(UInt8(f.ioFlAttrib), 0x10);
-  EXPECT_EQ(f.ioFlMdDat, 0u);
-  Str63 name;
-  std::memcpy(name, "\x03Sub", 4);
-  f.ioNamePtr = name;
-  f.ioDirID = DirID();
-  f.ioFDirIndex = 1;
-  ASSERT_EQ(PBHGetFInfo(&pb, false), noErr);
-  EXPECT_EQ(UInt8(f.ioFlAttrib), 0x10);
-  EXPECT_EQ(Text(name), "Sub");
-  EXPECT_EQ(f.ioDirID, DirID());  // without flag 0x00010000 no ID of its own
 }
 
 // A modification date is written to the file (in local time) and read
@@ -334,8 +317,8 @@ TEST_F(FilesInfo, IndexesWalkTheDirectory) {
 }
 
 // A path a host's file dialog chose becomes a reply in its directory, with
-// the type of its extension, or of the chosen filter when it is
-// remembered; filters' extensions are added or replace the name's own.
+// the type of its extension; filters' extensions are added or replace the
+// name's own.
 TEST_F(FilesInfo, APathFromAFileDialogBecomesAReplyInItsDirectory) {
   SFReply reply;
   KWE_DosFSpec2MacSFReply(false, false, -1, true, false, At("Sub\\doc.txt").c_str(), &reply);
@@ -366,16 +349,6 @@ TEST_F(FilesInfo, APathFromAFileDialogBecomesAReplyInItsDirectory) {
     KWE_DosFSpec2MacSFReply(c.add, c.replace, c.filter, false, false, At(c.name).c_str(), &reply);
     EXPECT_EQ(Text(reply.fName), c.result) << c.name;
   }
-
-  WriteRaw(At("drawing.xyz"), "x");
-  WriteRaw(At("other.xyz"), "x");
-  KWE_DosFSpec2MacSFReply(false, false, 1, false, true, At("drawing.xyz").c_str(), &reply);
-  EXPECT_EQ(reply.fType, kPict);
-  FInfo info;
-  EXPECT_EQ(GetFInfo(P("DRAWING.XYZ"), 0, &info), noErr);
-  EXPECT_EQ(info.fdType, kPict);
-  EXPECT_EQ(GetFInfo(P("other.xyz"), 0, &info), noErr);
-  EXPECT_EQ(info.fdType, 0x3F3F3F3Fu);
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <string>
 
 #include "Files.h"
-#include "Folders.h"
 #include "files/files_fixture.h"
 
 namespace {
@@ -257,24 +256,6 @@ TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
   EXPECT_EQ(GetVol(name, &vRefNum), noErr);
   EXPECT_EQ(vRefNum, -3);
   EXPECT_EQ(Text(name), "C:\\");
-}
-
-TEST_F(FilesNaming, FindFolderMapsSpecialFoldersOnWindowsDirectories) {
-  char windows[MAX_PATH], temp[MAX_PATH];
-  GetWindowsDirectoryA(windows, sizeof windows);
-  GetTempPathA(sizeof temp, temp);
-  const std::pair<OSType, std::string> cases[] = {
-      {kPreferencesFolderType, windows}, {kSystemFolderType, windows},
-      {kStartupFolderType, windows},     {kTemporaryFolderType, temp},
-      {kTrashFolderType, Dir()},         {kFontsFolderType, Dir()},
-  };
-  for (const auto& [type, directory] : cases) {
-    SInt16 wd = 0, expectedWD = 0;
-    SInt32 dirID = 0;
-    ASSERT_EQ(FindFolder(kOnSystemDisk, type, kCreateFolder, &wd, &dirID), noErr);
-    EXPECT_EQ(dirID, KWE_DirIDFromPath(directory.c_str(), nullptr, &expectedWD)) << directory;
-    EXPECT_EQ(wd, expectedWD);
-  }
 }
 
 // Names cross into Windows through the character tables: Macintosh e acute

@@ -309,9 +309,8 @@ TEST_F(FilesTable, OneWriterAtATimeAndFailedOpensHoldNoSlot) {
 }
 
 // A parked file has no Windows handle (others may write it) and reopens by
-// itself at its mark; one whose file went away loses its slot. KWE_FHCreate
-// makes a file, read-only when asked; a write of nothing cuts at the mark.
-TEST_F(FilesTable, ParkedFilesReopenAtTheirPlaceAndCreatedFilesKeepTheirMode) {
+// itself at its mark; one whose file went away loses its slot.
+TEST_F(FilesTable, ParkedFilesReopenAtTheirPlace) {
   WriteRaw(At("p.txt"), "abcdefgh");
   OSErr err = 1;
   SInt16 slot = KWE_FHOpen(At("p.txt").c_str(), 2, &err);
@@ -333,22 +332,6 @@ TEST_F(FilesTable, ParkedFilesReopenAtTheirPlaceAndCreatedFilesKeepTheirMode) {
   DeleteFileA(At("p.txt").c_str());
   EXPECT_FALSE(KWE_FHReOpen(true, slot));
   EXPECT_EQ(KWE_FHRead(slot, c, 1), -1);
-
-  slot = KWE_FHCreate(At("new.txt").c_str(), 0);
-  EXPECT_EQ(KWE_FHWrite(slot, "hello", 5), 5);
-  EXPECT_EQ(KWE_FHSetEOF0(slot), noErr);
-  EXPECT_EQ(ReadRaw(At("new.txt")), "");
-  EXPECT_EQ(KWE_FHWrite(slot, "ab", 2), 2);
-  EXPECT_EQ(KWE_FHLSeek(slot, 1, 0), 1);
-  EXPECT_EQ(KWE_FHWrite(slot, nullptr, 0), 0);
-  EXPECT_EQ(KWE_FHClose(slot), 0);
-  EXPECT_EQ(ReadRaw(At("new.txt")), "a");
-  SInt16 ro = KWE_FHCreate(At("ro.txt").c_str(), 1);
-  EXPECT_EQ(KWE_FHGetAttr(ro) & 1, 1);
-  EXPECT_EQ(KWE_FHWrite(ro, "x", 1), -1);
-  EXPECT_EQ(KWE_FHSetEOF0(ro), wrPermErr);
-  KWE_FHClose(ro);
-  EXPECT_EQ(KWE_FHCreate(At("bad?.txt").c_str(), 0), -1);
 }
 
 using FilesVolume = kwe_test::FilesTest;
@@ -387,12 +370,6 @@ TEST_F(FilesVolume, FixedDrivesReportWindowsFreeSpace) {
   EXPECT_EQ(vRefNum, -3);
   EXPECT_NEAR(double(freeBytes), std::min(double(freeBlocks) * blockSize, 2147483647.0),
               64.0 * blockSize);
-  // A: is never asked without session flag 0x00004000: a fixed answer.
-  v.ioVolIndex = 1;
-  ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
-  EXPECT_EQ(v.ioVRefNum, -1);
-  EXPECT_EQ(v.ioVNmAlBlks, 256);
-  EXPECT_EQ(v.ioVFrBlk, 0);
 }
 
 // A volume named by working directory, by the current directory or by a
