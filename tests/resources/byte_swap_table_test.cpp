@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -38,12 +39,6 @@ Bytes Swapped(const Bytes& data, UInt32 direction, const char* type,
                                                    SInt32(data.size()), block.get(), kHost);
   if (outcome) *outcome = result;
   return Bytes(block.get(), block.get() + data.size());
-}
-
-Bytes MacSample(const char* type) {
-  for (const auto& sample : kwe_samples::AllSamples())
-    if (TypeOf(sample.type) == TypeOf(type)) return sample.make(true);
-  return {};
 }
 
 struct Case {
@@ -81,7 +76,11 @@ TEST(ByteSwapTable, EveryTypeLoadsToItsNativeFormAndWritesBackWholeOrCut) {
   damaged("32,767 palette entries", "pltt", mac("w0x7FFF f14x00 b1,2,3"));
   damaged("32,767 frames", "acur", mac("w0x7FFF,0,1,2,3"));
   damaged("16,384 menus", "MBAR", mac("w0x4000,1,2 b0"));
-  Bytes ppat = MacSample("ppat"), cicn = MacSample("cicn");
+  const auto sample = [&](const char* type) {
+    return std::find_if(cases.begin(), cases.end(), [&](const Case& c) { return c.what == type; })
+        ->mac;
+  };
+  Bytes ppat = sample("ppat"), cicn = sample("cicn");
   for (int i = 70; i < 74; ++i) ppat[i] = 0;
   damaged("ppat colour table offset 0, inside its header", "ppat", ppat);
   ppat[70] = 0x7F;
