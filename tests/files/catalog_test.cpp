@@ -13,7 +13,6 @@
 #include <string>
 
 #include "Files.h"
-#include "StandardFile.h"
 #include "files/files_fixture.h"
 
 namespace {
@@ -161,17 +160,16 @@ std::string WindowsCurrentDirectory() {
   return path;
 }
 
-constexpr OSType kText = 0x54455854, kPict = 0x50494354, kUnknown = 0x3F3F3F3F;
+constexpr OSType kText = 0x54455854, kUnknown = 0x3F3F3F3F;
 
 // A directory "Sub" holding "Inner", "a.txt" and "b.bin"; the test
 // directory is the first working directory, Sub the second; the host's type
-// table knows TXT and PCT.
+// table knows TXT.
 class FilesNaming : public kwe_test::FilesTest {
  protected:
   void SetUp() override {
     FilesTest::SetUp();
-    static const KWEFileTypeEntry types[] = {
-        {kText, {'T', 'X', 'T'}, "Text"}, {kPict, {'P', 'C', 'T'}, "Picture"}, {0, {}, ""}};
+    static const KWEFileTypeEntry types[] = {{kText, {'T', 'X', 'T'}, "Text"}, {0, {}, ""}};
     KWE_Set_Tovel(types, nullptr);
     DirID();
     CreateDirectoryA(At("Sub").c_str(), nullptr);
@@ -245,11 +243,6 @@ TEST_F(FilesInfo, FileInformationReportsSizeDateAndOpenState) {
   EXPECT_EQ(f.ioFlFndrInfo.fdType, kText);
   EXPECT_GT(f.ioFlMdDat, 0xA0000000u);  // later than 1989
   FSClose(ref);
-  ParamBlockRec plain{};
-  plain.fileParam.ioNamePtr = Keep("f.txt");
-  ASSERT_EQ(PBGetFInfo(&plain, false), noErr);
-  EXPECT_EQ(UInt8(plain.fileParam.ioFlAttrib), 0x01);
-  EXPECT_EQ(plain.fileParam.ioFRefNum, 0);
   for (const char* name : {"missing", "*.txt"}) {
     f.ioNamePtr = Keep(name);
     EXPECT_EQ(PBHGetFInfo(&pb, false), fnfErr) << name;
@@ -340,41 +333,6 @@ TEST_F(FilesInfo, IndexesWalkTheDirectory) {
   EXPECT_EQ(pb.dirInfo.ioDrParID, sub);
 }
 
-// A path a host's file dialog chose becomes a reply in its directory, with
-// the type of its extension; filters' extensions are added or replace the
-// name's own.
-TEST_F(FilesInfo, APathFromAFileDialogBecomesAReplyInItsDirectory) {
-  SFReply reply;
-  KWE_DosFSpec2MacSFReply(false, false, -1, true, false, At("Sub\\doc.txt").c_str(), &reply);
-  EXPECT_TRUE(reply.good);
-  EXPECT_FALSE(reply.copy);
-  EXPECT_EQ(Text(reply.fName), "doc.txt");
-  EXPECT_EQ(reply.fType, kText);
-  SInt16 subWD = 0;
-  EXPECT_EQ(vars.CurDirStore, KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD));
-  EXPECT_EQ(reply.vRefNum, subWD);
-  std::memset(&reply, 0x5A, sizeof reply);
-  KWE_DosFSpec2MacSFReply(false, false, -1, false, false, At("Sub\\").c_str(), &reply);
-  EXPECT_FALSE(reply.good);
-  EXPECT_EQ(reply.vRefNum, 0);
-  EXPECT_EQ(reply.fName[0], 0);
-
-  const struct {
-    bool add, replace;
-    SInt16 filter;
-    const char *name, *result;
-  } cases[] = {
-      {true, false, 0, "report", "report.TXT"},     {true, false, 0, "report.doc", "report.doc"},
-      {true, true, 0, "report.doc", "report.TXT"},  {true, true, 1, "a.b.c", "a.PCT"},
-      {true, true, 2, "report.doc", "report.doc"},  // no such filter
-      {false, true, 0, "report.doc", "report.doc"},
-  };
-  for (const auto& c : cases) {
-    KWE_DosFSpec2MacSFReply(c.add, c.replace, c.filter, false, false, At(c.name).c_str(), &reply);
-    EXPECT_EQ(Text(reply.fName), c.result) << c.name;
-  }
-}
-
 // Volumes are the drives in letter order with A: and B: always counted;
 // working directories are numbered from 0x8001 in the order they are first
 // named, found again without regard to case.
@@ -427,7 +385,6 @@ TEST_F(FilesNaming, FullPathsComeFromEveryWayOfNamingADirectory) {
       {0, 0, "", Dir().substr(0, Dir().size() - 1), noErr},
       {sub, 0, "C:\\DIR\\F.TXT", "C:\\DIR\\F.TXT", noErr},
       {0, 0, "C:\\\\DIR\\\\\\F", "C:\\DIR\\F", noErr},
-      {0, 0, "C:\\", "C:\\", noErr},
       {0x12345, 0, "F", "", fnfErr},                            // a made-up directory ID
       {0, SInt16(0x8000 | 4000), "F", "", fnfErr},              // a working directory never made
       {2, -26, "F", "", nsvErr},                                // a volume position past the table
@@ -551,11 +508,6 @@ TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
   EXPECT_EQ(vRefNum, WDRefNum());
   EXPECT_EQ(Text(name), Dir().substr(0, 3));
   EXPECT_EQ(dirID, DirID());
-  WDPBRec wd{};
-  wd.ioNamePtr = name;
-  EXPECT_EQ(PBHGetVol(&wd, false), noErr);
-  EXPECT_EQ(wd.ioWDDirID, DirID());
-  EXPECT_EQ(wd.ioWDVRefNum, volume);
 
   for (const char* bad : {"ABCD", "AB", "C:X", ":"}) EXPECT_EQ(SetVol(P(bad), 0), nsvErr) << bad;
   EXPECT_EQ(SetVol(nullptr, SInt16(0x8000 | 3000)), nsvErr);

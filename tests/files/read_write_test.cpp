@@ -67,8 +67,6 @@ TEST_F(FilesReadWrite, SeededTransfersMatchAModelOfTheFile) {
         io.ioPosMode |= fsFromStart;
         io.ioPosOffset = mark = SInt32(rng() % (size + 4));
       }
-      SCOPED_TRACE("op " + std::to_string(op) + " count " + std::to_string(count) +
-                   (block ? " in a block" : "") + (newline ? " in newline mode" : ""));
       char buffer[24];
       std::memset(buffer, '#', sizeof buffer);
       OSErr got, want = noErr;
@@ -158,7 +156,6 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   pb.ioParam.ioRefNum = ref;
   EXPECT_EQ(PBClose(&pb, false), noErr);
   EXPECT_EQ(PBClose(&pb, false), ioErr);
-  EXPECT_EQ(pb.ioParam.ioResult, ioErr);
   const SInt16 readOnly = Open("ro.txt", "original", fsRdPerm);
   for (SInt16 bad : {ref, SInt16(0), SInt16(1), SInt16(64), SInt16(-7), readOnly}) {
     const OSErr err = bad == readOnly ? wrPermErr : ioErr;
@@ -186,32 +183,6 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   EXPECT_EQ(FSWrite(readOnly, nullptr, "x"), paramErr);
   EXPECT_EQ(ReadRaw(At("c.txt")), "keep");
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
-}
-
-// PBGetFCBInfo describes an open file; a parked or closed one is not open.
-TEST_F(FilesReadWrite, FileControlBlockInformation) {
-  SInt16 ref = Open("fcb.txt", "12345");
-  SetFPos(ref, fsFromStart, 2);
-  Str63 name;
-  FCBPBRec pb{};
-  pb.ioRefNum = ref;
-  pb.ioNamePtr = name;
-  EXPECT_EQ(PBGetFCBInfo(&pb, false), noErr);
-  EXPECT_EQ(kwe_test::Text(name), "fcb.txt");
-  EXPECT_EQ(pb.ioFCBParID, DirID());
-  EXPECT_EQ(pb.ioFCBVRefNum, WDRefNum());
-  EXPECT_EQ(pb.ioFCBEOF, 5);
-  EXPECT_EQ(pb.ioFCBCrPs, 2);
-  SInt16 vRefNum = 0;
-  EXPECT_EQ(GetVRefNum(ref, &vRefNum), noErr);
-  EXPECT_EQ(vRefNum, kwe_test::ExpectedDriveVolume(Dir()[0]));
-  EXPECT_EQ(FlushVol(nullptr, -26), nsvErr);
-  KWE_FHReOpen(false, ref);
-  EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);
-  FSClose(ref);
-  EXPECT_EQ(PBGetFCBInfo(&pb, false), fnOpnErr);
-  EXPECT_EQ(pb.ioResult, fnOpnErr);
-  EXPECT_EQ(GetVRefNum(ref, &vRefNum), rfNumErr);
 }
 
 using FilesTable = kwe_test::FilesTest;
@@ -401,6 +372,8 @@ TEST_F(FilesVolume, VolumesNamedByWorkingDirectoryPathOrIndex) {
       EXPECT_EQ(v.ioVRefNum, volume);
     }
   }
+
+  EXPECT_EQ(FlushVol(nullptr, -26), nsvErr);
 
   // PBHGetVolParms: version 1 with nothing set, never past the buffer.
   unsigned char buffer[32];
