@@ -81,7 +81,9 @@ KWE_API void KWE_CALL AddResource(Handle theData, ResType theType, SInt16 theID,
   if (FindRemoved(*file, theType, &place)) {
     Reference& ref = file->map.At(place);
     ref.id = theID;
-    ref.attributes = UInt8((ref.attributes & ~kMarkRemoved) | kAttrChanged);
+    // A new resource: none of the removed one's attributes, only the mark
+    // that its old block is dead until the file is packed.
+    ref.attributes = UInt8((ref.attributes & kMarkShrunk) | kAttrChanged);
     if (!nameLength) {
       ref.nameOffset = -1;
     } else if (ref.nameOffset >= 0 && file->map.NameOf(ref)[0] >= nameLength) {

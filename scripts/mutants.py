@@ -29,9 +29,11 @@ LIST = os.path.join(ROOT, "tests", "mutants.txt")
 BACKUP = os.path.join(WORK, "original")
 JOBS = os.environ.get("JOBS", "2")
 TREES = ["native", "x86_64"]
-# Folders whose tests carry their name as a CTest label; a mutant elsewhere
-# (include/, tools/) runs the whole suite in one stage.
-LABELLED = {"frame", "memory", "resources", "files", "events", "quickdraw"}
+# Folders whose tests carry their name as a CTest label (every manager with a
+# folder under tests/); a mutant elsewhere (include/) runs the whole
+# suite in one stage.
+LABELLED = {d for d in os.listdir(os.path.join(ROOT, "tests"))
+            if os.path.isdir(os.path.join(ROOT, "tests", d)) and d != "support"}
 
 
 class Mutant:

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 
 #include "Files.h"
@@ -17,7 +18,10 @@ namespace kwe_test {
 // arguments only.
 class P {
  public:
-  P(const std::string& text);
+  P(const std::string& text)
+      : bytes_{static_cast<unsigned char>(std::min<size_t>(text.size(), 255))} {
+    text.copy(reinterpret_cast<char*>(bytes_ + 1), bytes_[0]);
+  }
   operator ConstStr255Param() const { return bytes_; }
 
  private:
@@ -28,13 +32,16 @@ class P {
 // which keep the pointer past the statement.
 StringPtr Keep(const std::string& text);
 
-std::string Text(const unsigned char* text);
+inline std::string Text(const unsigned char* text) {
+  return std::string(reinterpret_cast<const char*>(text) + 1, text[0]);
+}
 
 void WriteRaw(const std::string& path, const std::string& bytes);
 // The file's bytes; "<missing>" when it cannot be read.
 std::string ReadRaw(const std::string& path);
-bool Exists(const std::string& path);
-bool IsDirectoryOnDisk(const std::string& path);
+inline bool Exists(const std::string& path) {
+  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 // The volume reference number Windows' drives give a letter: A: and B:
 // always count, then every present drive in letter order. 0 when absent.
 SInt16 ExpectedDriveVolume(char letter);
@@ -49,8 +56,12 @@ class FilesTest : public SessionTest {
   const std::string& Dir() const { return dir_; }
   std::string At(const std::string& name) const { return dir_ + name; }
   // Its directory ID and working-directory number, as the library gives them.
-  SInt32 DirID();
-  SInt16 WDRefNum();
+  SInt32 DirID() { return KWE_DirIDFromPath(dir_.c_str(), nullptr, nullptr); }
+  SInt16 WDRefNum() {
+    SInt16 number = 0;
+    KWE_DirIDFromPath(dir_.c_str(), nullptr, &number);
+    return number;
+  }
   // The current directory the session started in.
   std::string StartDirectory() const { return previous_; }
 

@@ -43,6 +43,8 @@ TEST_F(Regions, EmptyAndRectangularRegions) {
   SetRectRgn(r, 30, 30, 10, 10);  // inverted: the empty region, equal to any other
   EXPECT_TRUE(EmptyRgn(r));
   EXPECT_TRUE(EqualRgn(r, empty));
+  SetRectRgn(r, 1, 2, 30, 40);  // left, top, right, bottom
+  EXPECT_EQ(BoxOf(r), std::make_tuple(2, 1, 40, 30));
   // Stored coordinates never leave -16383..16383.
   SetRectRgn(r, -32000, -30000, 32000, 30000);
   EXPECT_EQ(BoxOf(r), std::make_tuple(-16383, -16383, 16383, 16383));
