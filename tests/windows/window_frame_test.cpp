@@ -65,6 +65,35 @@ TEST_F(FrameInput, CloseAndZoomBoxesBecomePartsTheTrackCallsAnswerOnce) {
   EXPECT_FALSE(NextMouseDown(&e));
 }
 
+// A real click in the content of a window behind is one mouseDown, at the
+// point, in that window's content: Windows' activation of it adds no drag.
+TEST_F(FrameInput, AContentClickOnAWindowBehindIsOneMouseDownInItsContent) {
+  WindowPtr back = Make(documentProc, {60, 30, 160, 190});
+  Make(zoomDocProc, {90, 120, 190, 300});
+  Drain();
+  RECT r;
+  GetWindowRect(KWE_GethWnd(back), &r);
+  SendMouse(MOUSEEVENTF_MOVE, POINT{r.left + 20, r.bottom - 20});
+  SendMouse(MOUSEEVENTF_LEFTDOWN);
+  SendMouse(MOUSEEVENTF_LEFTUP);
+  EventRecord e{};
+  WindowPtr found = nullptr;
+  ASSERT_TRUE(NextMouseDown(&e));
+  EXPECT_EQ(FindWindow(e.where, &found), inContent);
+  EXPECT_EQ(found, back);
+  EXPECT_FALSE(NextMouseDown(&e));
+}
+
+// PinRect keeps each coordinate within its own two edges, both included.
+TEST(PinRect, EachCoordinateIsClampedToItsOwnEdges) {
+  const Rect r{10, 20, 50, 200};  // top, left, bottom, right
+  const struct {
+    SInt16 h, v, pinnedH, pinnedV;
+  } cases[] = {{100, 30, 100, 30}, {5, 100, 20, 50}, {300, 0, 200, 10}, {200, 50, 200, 50}};
+  for (const auto& c : cases)
+    EXPECT_EQ(PinRect(&r, Pt(c.h, c.v)), SInt32(c.pinnedV << 16 | c.pinnedH)) << c.h << "," << c.v;
+}
+
 // A real press on the title bar of a window behind, a move and a release:
 // Windows moves it, the application gets inDrag for it, and DragWindow brings
 // it to the front and activates it; zooming returns to where it was dragged.

@@ -101,6 +101,18 @@ TEST_F(Updates, AWindowUncoveredByAMoveGetsOneUpdateForThatPart) {
   EXPECT_EQ(Pixel(back, 10, 10), RGB(255, 255, 255));
 }
 
+// A hidden window in front hides nothing: an update's drawing reaches the
+// whole port, also under it.
+TEST_F(Updates, AHiddenWindowInFrontTakesNothingFromTheVisibleRegion) {
+  WindowPtr back = Make(documentProc, {40, 40, 140, 200});
+  Make(noGrowDocProc, {60, 60, 120, 150}, false);
+  Drain();
+  SetPort(back);
+  InvalRect(&back->portRect);
+  EXPECT_EQ(PaintUpdates()[back], 1);
+  EXPECT_EQ(Cells(back), "XXXXXXXXXXXXXXXX");
+}
+
 // Disposing of the window being updated ends its update: the current port is
 // not left on it, and the next window's update works as always.
 TEST_F(Updates, DisposingTheWindowInItsUpdateEndsTheUpdate) {
