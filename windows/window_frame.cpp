@@ -176,7 +176,8 @@ KWE_API LRESULT KWE_CALL KWE_WindChange(HWND hwnd, UINT msg, WPARAM wParam, LPAR
         if (!(d->flags & kToolWindowFlag)) Peek(w)->spareFlag = false;
         if (!st.dragWindow) PostDragPseudoPoint(w, w);
       }
-      if (w) RefreshAllRegions();
+      // The main window's children move on the screen with it.
+      if (w || hwnd == TheSession().mainWindow) RefreshAllRegions();
       break;
     case WM_SIZE:
       if (ours && wParam != SIZE_MINIMIZED) {
@@ -192,7 +193,7 @@ KWE_API LRESULT KWE_CALL KWE_WindChange(HWND hwnd, UINT msg, WPARAM wParam, LPAR
           d->userState.bottom = SInt16(d->userState.top + height);
         }
       }
-      if (w) RefreshAllRegions();
+      if (w || hwnd == TheSession().mainWindow) RefreshAllRegions();
       break;
     case WM_ERASEBKGND:
       if (w) st.regionsDirty = true;

@@ -101,12 +101,17 @@ TEST_F(Updates, AWindowUncoveredByAMoveGetsOneUpdateForThatPart) {
   EXPECT_EQ(Pixel(back, 10, 10), RGB(255, 255, 255));
 }
 
-// A hidden window in front hides nothing: an update's drawing reaches the
-// whole port, also under it.
+// A hidden window in front hides nothing: CalcVis makes the visible region
+// behind it the whole port, and an update's drawing reaches all of it.
 TEST_F(Updates, AHiddenWindowInFrontTakesNothingFromTheVisibleRegion) {
   WindowPtr back = Make(documentProc, {40, 40, 140, 200});
   Make(noGrowDocProc, {60, 60, 120, 150}, false);
   Drain();
+  CalcVis(back);
+  RgnHandle port = NewRgn();
+  RectRgn(port, &back->portRect);
+  EXPECT_TRUE(EqualRgn(back->visRgn, port));
+  DisposeRgn(port);
   SetPort(back);
   InvalRect(&back->portRect);
   EXPECT_EQ(PaintUpdates()[back], 1);
