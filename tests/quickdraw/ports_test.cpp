@@ -2,7 +2,6 @@
 // with the pen and in shapes, read back pixel by pixel.
 #include <gtest/gtest.h>
 #include <windows.h>
-#include <winternl.h>
 
 #include <string>
 #include <tuple>
@@ -22,29 +21,6 @@ namespace {
 using namespace kwe_test;
 
 class Ports : public PortTest {};
-
-// Live GDI objects of this process, counted in the GDI handle table that the
-// PEB shares with user mode (GetGuiResources is a stub under Wine): an entry
-// is 24 bytes on x86_64 with its type byte at offset 14. -1 when there is
-// no table to count in (a 32-bit build).
-int LiveGdiObjects() {
-  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
-  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
-  PROCESS_BASIC_INFORMATION basic{};
-  if (sizeof(void*) != 8 || !query ||
-      query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0)
-    return -1;
-  auto* peb = reinterpret_cast<const unsigned char*>(basic.PebBaseAddress);
-  auto* table = *reinterpret_cast<const unsigned char* const*>(peb + 0xF8);
-  if (!table) return -1;
-  int live = 0;
-  for (int i = 0; i < 0x10000; ++i) {
-    unsigned char t = table[i * 24 + 14];
-    live += t != 0;
-  }
-  return live;
-}
 
 Point Pt(int h, int v) { return Point{SInt16(v), SInt16(h)}; }
 

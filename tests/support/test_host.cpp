@@ -1,83 +1,38 @@
 #include "support/test_host.h"
 
-#include "KWEEvents.h"
-#include "KWEWindows.h"
+#include <winternl.h>
 
 namespace kwe_test {
 
 HINSTANCE TestInstance() { return GetModuleHandleA(nullptr); }
 
-namespace {
-
-// Every message the Window Manager and the translators take goes to them;
-// the rest to the class's default procedure.
-LRESULT Forward(HWND w, UINT msg, WPARAM wParam, LPARAM lParam, WNDPROC defaultProc) {
-  switch (msg) {
-    case WM_PAINT:
-      if (KWE_EventUpdate(w)) return 0;
-      break;
-    case WM_MOUSEACTIVATE: return KWE_EventActivate(w, msg, wParam, lParam);
-    case WM_ACTIVATE:
-    case WM_MDIACTIVATE:
-    case WM_CHILDACTIVATE: KWE_EventActivate(w, msg, wParam, lParam); break;
-    case WM_NCCALCSIZE:
-    case WM_NCHITTEST:
-    case WM_NCPAINT:
-    case WM_NCACTIVATE: return KWE_NCMessage(w, msg, wParam, lParam);
-    case WM_SYSCOMMAND:
-      if (KWE_SysCommand(0, w, UINT(wParam))) return 0;
-      break;
-    case WM_MOVE:
-    case WM_SIZE:
-    case WM_ERASEBKGND:
-    case WM_HSCROLL:
-    case WM_VSCROLL: return KWE_WindChange(w, msg, wParam, lParam);
-    case WM_GETMINMAXINFO:
-      defaultProc(w, msg, wParam, lParam);
-      return KWE_GetMinMaxInfo(w, reinterpret_cast<MINMAXINFO*>(lParam));
-    default: break;
-  }
-  if ((msg >= WM_MOUSEFIRST && msg <= WM_MOUSELAST) ||
-      (msg >= WM_NCMOUSEMOVE && msg <= WM_NCMBUTTONDBLCLK) || msg == WM_SETCURSOR)
-    return KWE_EventMouse(w, msg, wParam, lParam);
-  if (msg >= WM_KEYFIRST && msg <= WM_KEYLAST) {
-    KWE_EventKey(w, msg, wParam, lParam);
-    if (msg == WM_SYSKEYDOWN || msg == WM_SYSKEYUP || msg == WM_SYSCHAR)
-      return defaultProc(w, msg, wParam, lParam);
-    return 0;
-  }
-  return defaultProc(w, msg, wParam, lParam);
-}
-
-LRESULT CALLBACK LibraryMdiWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
-  return Forward(w, msg, wParam, lParam, DefMDIChildProcA);
-}
-
-}  // namespace
-
-LRESULT CALLBACK LibraryWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
-  return Forward(w, msg, wParam, lParam, DefWindowProcA);
+int LiveGdiObjects() {
+  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
+  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
+  PROCESS_BASIC_INFORMATION basic{};
+  if (sizeof(void*) != 8 || !query ||
+      query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0)
+    return -1;
+  // 24-byte entries on x86_64, the object type in byte 14 (0: free).
+  auto* table = *reinterpret_cast<const UInt8* const*>(
+      reinterpret_cast<const UInt8*>(basic.PebBaseAddress) + 0xF8);
+  int live = 0;
+  for (int i = 0; table && i < 0x10000; ++i) live += table[i * 24 + 14] != 0;
+  return table ? live : -1;
 }
 
 void RegisterHostClasses() {
   static bool registered = false;
   if (registered) return;
-  const struct {
-    const char* name;
-    WNDPROC procedure;
-  } classes[] = {{"KWEMainWndClass", DefWindowProcA},
-                 {"KWESubWndClass", LibraryWindowProc},
-                 {"KWESubMDIWndClass", LibraryMdiWindowProc}};
-  for (const auto& c : classes) {
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = c.procedure;
-    wc.cbWndExtra = 32;
-    wc.hInstance = TestInstance();
-    wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-    wc.lpszClassName = c.name;
-    RegisterClassA(&wc);
-  }
+  WNDCLASSA wc{};
+  wc.lpfnWndProc = DefWindowProcA;
+  wc.hInstance = TestInstance();
+  wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+  wc.lpszClassName = "KWEMainWndClass";
+  RegisterClassA(&wc);
+  RegisterLibraryWindowClasses(TestInstance());
   registered = true;
 }
 

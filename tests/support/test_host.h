@@ -7,6 +7,7 @@
 
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
+#include "library_windows.h"
 #include "support/diagnostic_capture.h"
 
 namespace kwe_test {
@@ -15,12 +16,14 @@ using HostVariables = KWELowMemoryGlobals;
 
 HINSTANCE TestInstance();
 
-// The window procedure of the library's window classes, as a host shell
-// writes it: the Window Manager's and the translators' messages go to them.
-LRESULT CALLBACK LibraryWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam);
+// Live GDI objects of this process, counted in the GDI handle table the PEB
+// shares with user mode (GetGuiResources answers 0 under Wine); -1 without
+// one (the 32-bit build).
+int LiveGdiObjects();
 
-// Registers KWEMainWndClass, KWESubWndClass and KWESubMDIWndClass once (the
-// library's two with 32 extra bytes and LibraryWindowProc).
+// Registers KWEMainWndClass once, and the library's two window classes with
+// the demonstration host's procedures (LibraryWindowProc, as a host shell
+// writes it).
 void RegisterHostClasses();
 HWND CreateMainWindow();
 

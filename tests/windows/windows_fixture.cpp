@@ -1,7 +1,5 @@
 #include "windows/windows_fixture.h"
 
-#include <winternl.h>
-
 #include "Memory.h"
 
 namespace kwe_test {
@@ -35,22 +33,6 @@ int CountUserWindows() {
   int count = 0;
   EnumThreadWindows(GetCurrentThreadId(), CountOne, reinterpret_cast<LPARAM>(&count));
   return count;
-}
-
-int LiveGdiObjects() {
-  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
-  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
-  PROCESS_BASIC_INFORMATION basic{};
-  if (sizeof(void*) != 8 || !query ||
-      query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0)
-    return -1;
-  // 24-byte entries on x86_64, the object type in byte 14 (0: free).
-  auto* table = *reinterpret_cast<const UInt8* const*>(
-      reinterpret_cast<const UInt8*>(basic.PebBaseAddress) + 0xF8);
-  int live = 0;
-  for (int i = 0; table && i < 0x10000; ++i) live += table[i * 24 + 14] != 0;
-  return table ? live : -1;
 }
 
 std::ostream& operator<<(std::ostream& out, const Footprint& f) {

@@ -23,9 +23,6 @@ constexpr int kQuietPasses = 40;
 
 // Windows of this thread and all their descendants.
 int CountUserWindows();
-// Live GDI objects of this process, counted in the GDI handle table the PEB
-// shares with user mode (GetGuiResources answers 0 under Wine); -1 without one.
-int LiveGdiObjects();
 
 // What a test sees of all the library holds: USER's windows, GDI's objects,
 // the Memory Manager's bytes and the window list.
