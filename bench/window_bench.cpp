@@ -8,7 +8,9 @@
 //   SelectWindow between two overlapping windows against
 //     SetWindowPos(HWND_TOP) + SetActiveWindow, the repaints each causes
 //     dispatched on both sides (SetActiveWindow leaves a child window's
-//     caption alone: the raw side repaints no caption, the library two);
+//     caption alone: the raw side repaints no caption, the library two),
+//     and against SetWindowPos(HWND_TOP) and the two caption repaints
+//     SetActiveWindow makes for top-level windows (WM_NCACTIVATE to each);
 //   BeginUpdate, one PaintRect and EndUpdate on a window Windows has
 //     invalidated, against BeginPaint, FillRect and EndPaint.
 #include <windows.h>
@@ -98,6 +100,25 @@ void Select(HWND main, const Win32Shape& front, const Win32Shape& behind) {
         for (int i = 0; i < kSelections; ++i) {
           SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
           SetActiveWindow(raw[i & 1]);
+          Pump();
+        }
+      });
+  // What SetActiveWindow does for top-level windows, and what a Toolbox
+  // selection calls for: the old front window's caption drawn inactive, the
+  // new one's active.
+  Compare(
+      "SelectWindow vs SetWindowPos(TOP)+both captions", kSelections,
+      [&] {
+        for (int i = 0; i < kSelections; ++i) {
+          SelectWindow(windows[i & 1]);
+          Pump();
+        }
+      },
+      [&] {
+        for (int i = 0; i < kSelections; ++i) {
+          SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+          SendMessageA(raw[~i & 1], WM_NCACTIVATE, FALSE, 0);
+          SendMessageA(raw[i & 1], WM_NCACTIVATE, TRUE, 0);
           Pump();
         }
       });
