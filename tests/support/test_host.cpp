@@ -32,6 +32,7 @@ LRESULT Forward(HWND w, UINT msg, WPARAM wParam, LPARAM lParam, WNDPROC defaultP
     case WM_ERASEBKGND:
     case WM_HSCROLL:
     case WM_VSCROLL: return KWE_WindChange(w, msg, wParam, lParam);
+    case WM_COMMAND: KWE_EventCommand(w, msg, wParam, reinterpret_cast<HWND>(lParam)); return 0;
     case WM_GETMINMAXINFO:
       defaultProc(w, msg, wParam, lParam);
       return KWE_GetMinMaxInfo(w, reinterpret_cast<MINMAXINFO*>(lParam));
