@@ -200,7 +200,7 @@ ControlHandle Create(WindowPtr w, const Rect* bounds, ConstStr255Param title, bo
     FillPopUp(c, child);
     SendMessageA(child, CB_SETEXTENDEDUI, 1, 0);
     SendMessageA(child, CB_SETITEMHEIGHT, WPARAM(-1), std::max(fontHeight + 2, height));
-    p->contrlValue = Clamp(p->contrlValue, p->contrlMin, p->contrlMax);
+    p->contrlValue = Clamp(value, p->contrlMin, p->contrlMax);
   }
   if (kind == kScrollBar) {
     SetScrollRange(child, SB_CTL, min, max, FALSE);

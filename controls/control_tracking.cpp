@@ -199,6 +199,10 @@ LRESULT ScrollBarMessage(HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
     CallAction(c, part);
   else
     ++t.calls;
+  // A release Windows' loop did not see (it came before the loop began)
+  // would leave the loop repeating for ever.
+  if (t.inTrackControl && t.windowsTracking && ArrowOrPage(part) && !Button())
+    SendMessageA(bar, WM_CANCELMODE, 0, 0);
   return 0;
 }
 
@@ -268,7 +272,9 @@ KWE_API SInt16 KWE_CALL TrackControl(ControlHandle theControl, Point thePoint, P
   t.part = part;
   t.inTrackControl = true;
   t.calls = 0;
-  if (ArrowOrPage(part) && StillDown()) RunWindowsLoop(theControl);
+  // Windows' loop ends only on a button release it sees itself: it is
+  // started only while the button is really down.
+  if (ArrowOrPage(part) && Button()) RunWindowsLoop(theControl);
   if (t.actionKind != ActionKind::None && t.calls <= 0) CallAction(theControl, part);
   ReleaseAction();
   t = Tracking{};

@@ -67,8 +67,10 @@ void RangeChanged(ControlHandle c) {
     p->contrlValue = std::max(p->contrlMin, std::min(p->contrlValue, p->contrlMax));
     HWND child = ChildOf(c);
     if (p->contrlMax > p->contrlMin) {
-      EnableScrollBar(c);
+      // A new range enables the bar in Windows' eyes: an inactive one is
+      // disabled again after it.
       SetScrollRange(child, SB_CTL, p->contrlMin, p->contrlMax, TRUE);
+      EnableScrollBar(c);
     } else {
       SetScrollRange(child, SB_CTL, 0, 0, FALSE);
       if (IsWindowEnabled(child)) EnableWindow(child, FALSE);

@@ -54,4 +54,20 @@ Point ControlTest::Centre(ControlHandle c) {
   return Point{SInt16((r.top + r.bottom) / 2), SInt16((r.left + r.right) / 2)};
 }
 
+SInt16 ControlTest::HandleClick(ProcPtr action, ControlHandle* hit, DWORD waitMs) {
+  EventRecord e;
+  for (DWORD start = GetTickCount(); GetTickCount() - start < waitMs;) {
+    if (!GetNextEvent(mDownMask, &e)) continue;
+    WindowPtr w = nullptr;
+    if (FindWindow(e.where, &w) != inContent || w != window) continue;
+    Point local = e.where;
+    GlobalToLocal(&local);
+    ControlHandle c = nullptr;
+    if (!FindControl(local, w, &c) || !c) continue;
+    if (hit) *hit = c;
+    return TrackControl(c, local, action);
+  }
+  return -1;
+}
+
 }  // namespace kwe_test

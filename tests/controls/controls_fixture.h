@@ -28,8 +28,13 @@ class ControlTest : public WindowTest {
   void SetUp() override;
   ControlHandle Make(SInt16 procID, Rect bounds, SInt16 value = 0, SInt16 min = 0, SInt16 max = 1,
                      const char* title = "\x02OK", SInt32 refCon = 0, bool visible = true);
-  // The control's part at the centre of the child window, as a user aims.
+  // The centre of the control's rectangle, local coordinates.
   Point Centre(ControlHandle c);
+  // The application's event loop for one click: the next mouseDown in the
+  // window's content found with FindControl and tracked with TrackControl.
+  // The part TrackControl answers, or -1 when no mouseDown reached a
+  // control within waitMs.
+  SInt16 HandleClick(ProcPtr action = nullptr, ControlHandle* hit = nullptr, DWORD waitMs = 3000);
 
   WindowPtr window = nullptr;
 };
