@@ -206,7 +206,9 @@ ControlHandle Create(WindowPtr w, const Rect* bounds, ConstStr255Param title, bo
     SetScrollRange(child, SB_CTL, min, max, FALSE);
     EnableScrollBar(c);
   }
-  PushValue(c);
+  // A new button is unchecked and unpressed already: each message it is
+  // sent costs a repaint request.
+  if (p->contrlValue != 0 || kind == kScrollBar || kind == kPopUp || cdef) PushValue(c);
   return c;
 }
 

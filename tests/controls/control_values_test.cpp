@@ -115,7 +115,7 @@ TEST_F(ControlTest, ValuesAndRangesSweepStaysInStepWithUser) {
 }
 
 // Clicks a user makes (BM_CLICK, as Windows sends it for a click or the
-// space bar) come back as a mouseDown whose FindControl and TrackControl
+// space bar, and a double click) come back as a mouseDown whose FindControl and TrackControl
 // answer the part; the application's answer shows in USER's check state.
 TEST_F(ControlTest, ClicksComeBackThroughTrackControl) {
   ControlHandle push = Make(pushButProc, Rect{10, 10, 30, 90});
@@ -126,16 +126,17 @@ TEST_F(ControlTest, ClicksComeBackThroughTrackControl) {
                              Make(radioButProc, Rect{100, 10, 120, 120}, 0, 0, 1, "\x03Two")};
   const struct {
     ControlHandle c;
+    UINT message;
     SInt16 part;
     const char* checks;  // check box, radio one, radio two after the click
-  } clicks[] = {{check, inCheckBox, "110"},
-                {radios[1], inCheckBox, "101"},
-                {check, inCheckBox, "001"},
-                {radios[0], inCheckBox, "010"},
-                {push, inButton, "010"}};
+  } clicks[] = {{check, BM_CLICK, inCheckBox, "110"},
+                {radios[1], BM_CLICK, inCheckBox, "101"},
+                {check, BM_CLICK, inCheckBox, "001"},
+                {radios[0], WM_LBUTTONDBLCLK, inCheckBox, "010"},
+                {push, BM_CLICK, inButton, "010"}};
   for (const auto& k : clicks) {
     std::string where = "click " + std::to_string(&k - clicks);
-    SendMessageA(ChildWindow(k.c), BM_CLICK, 0, 0);
+    SendMessageA(ChildWindow(k.c), k.message, k.message == BM_CLICK ? 0 : MK_LBUTTON, 0);
     ControlHandle hit = nullptr;
     ASSERT_EQ(HandleClick(nullptr, &hit), k.part) << where;
     EXPECT_EQ(hit, k.c) << where;
