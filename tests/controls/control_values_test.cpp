@@ -19,13 +19,16 @@ TEST_F(ControlTest, KindsBecomeTheirWin32Controls) {
     SInt16 procID;
     const char* cls;
     LONG style;
+    Rect bounds = Rect{10, 10, 110, 26};
   } kinds[] = {{pushButProc, "button", BS_PUSHBUTTON},
                {checkBoxProc, "button", BS_CHECKBOX},
                {radioButProc, "button", BS_RADIOBUTTON},
                {scrollBarProc, "scrollbar", SBS_VERT},
+               {scrollBarProc, "scrollbar", SBS_VERT, Rect{10, 10, 26, 26}},
+               {scrollBarProc, "scrollbar", SBS_HORZ, Rect{10, 10, 26, 100}},
                {pushButProc | useWFont, "button", BS_PUSHBUTTON}};
   for (const auto& k : kinds) {
-    ControlHandle c = Make(k.procID, Rect{10, 10, 110, 26});
+    ControlHandle c = Make(k.procID, k.bounds);
     ASSERT_NE(c, nullptr) << k.procID;
     HWND child = ChildWindow(c);
     EXPECT_EQ(GetParent(child), KWE_GethWnd(window)) << k.procID;
