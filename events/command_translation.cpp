@@ -1,6 +1,7 @@
 // WM_COMMAND: menu and accelerator commands are handed to the Menu Manager;
-// a click on a library dialog's control becomes a mouseDown and a mouseUp
-// inside the control, which ModalDialog and DialogSelect then find.
+// a click on a control of a Toolbox window or a library dialog becomes a
+// mouseDown and a mouseUp inside the control, which FindControl,
+// ModalDialog and DialogSelect then find.
 #include <windows.h>
 
 #include "KWEEvents.h"
@@ -15,6 +16,7 @@ KWE_API void KWE_CALL KWE_EventCommand(HWND dialog, UINT, WPARAM wParam, HWND co
   }
   menus::RecordMenuCommand(0);
   Rect clickRect;
-  if (dialogs::ControlCommand(dialog, control, HIWORD(wParam), &clickRect))
+  if (controls::ControlClicked(control, HIWORD(wParam), &clickRect) ||
+      dialogs::ControlCommand(dialog, control, HIWORD(wParam), &clickRect))
     events::PostSyntheticClick(clickRect);
 }

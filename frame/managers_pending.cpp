@@ -8,11 +8,6 @@
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
 
-namespace kwe::controls {
-// No scroll-bar controls yet: the scroll messages have no Toolbox effect.
-LRESULT ScrollBarMessage(HWND, UINT, WPARAM, LPARAM) { return 0; }
-}  // namespace kwe::controls
-
 namespace kwe::dialogs {
 void ResetErrorSound() {}
 bool InModalDialog() { return false; }

@@ -76,6 +76,13 @@ HWND WindowHandleOf(WindowPtr window);
 namespace kwe::controls {
 // WM_HSCROLL and WM_VSCROLL of a window's scroll-bar controls (tracking).
 LRESULT ScrollBarMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);
+// A window's highlighting changed: its scroll bars follow it.
+void WindowHiliteChanged(WindowPtr window, bool on);
+// A window closes: its controls go first.
+void DisposeWindowControls(WindowPtr window);
+// A control's WM_COMMAND notification: true when it is a click of a Toolbox
+// window's control, posted as mouseDown and mouseUp inside *screenRect.
+bool ControlClicked(HWND control, UINT notification, Rect* screenRect);
 }  // namespace kwe::controls
 
 namespace kwe::menus {

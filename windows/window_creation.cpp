@@ -448,6 +448,7 @@ void KWE_CALL CloseWindowDefault(WindowPtr w) {
   WindowPeek p = Peek(w);
   HWND hwnd = HwndOf(w);
   bool mdiChild = d->flags & kMdiChildFlag;
+  controls::DisposeWindowControls(w);
   st.beingClosed = w;
   st.beingClosedHwnd = hwnd;
   if (p->visible) HideWindow(w);

@@ -151,6 +151,7 @@ bool SetCaptionState(WindowPtr w, bool on) {
   WindowPeek p = Peek(w);
   if (bool(p->hilited) == on) return false;
   p->hilited = on;
+  controls::WindowHiliteChanged(w, on);
   // WM_NCACTIVATE with -1 changes the caption's state without drawing it.
   if (HWND hwnd = HwndOf(w)) SendMessageA(hwnd, WM_NCACTIVATE, on, -1);
   return true;

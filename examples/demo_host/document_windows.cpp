@@ -6,6 +6,7 @@
 #include "Resources.h"
 #include "TextUtils.h"
 #include "ToolUtils.h"
+#include "document_controls.h"
 
 namespace {
 
@@ -133,7 +134,9 @@ void Draw(int which) {
   WindowPtr w = g_windows[which];
   EraseRect(&w->portRect);
   if (which == 0) {
+    BeginScrolledDrawing(w);
     DrawShapes();
+    EndScrolledDrawing(w);
     DrawGrowIcon(w);
     DrawSizeBoxGlyph(w);
   } else {
@@ -149,7 +152,8 @@ std::string Click(short part, WindowPtr w, const EventRecord& e) {
   Rect limits{64, 64, 32767, 32767};
   switch (part) {
     case inContent:
-      if (w == FrontWindow()) return "inContent";
+      if (w == FrontWindow())
+        return TrackDocumentControls(w, e.where) ? "inContent, control" : "inContent";
       SelectWindow(w);
       return "inContent, SelectWindow";
     case inDrag: DragWindow(w, e.where, &limits); return "inDrag";
@@ -189,6 +193,7 @@ void OpenDocumentWindows(SInt16 h, SInt16 v) {
     g_windows[i] = NewWindow(nullptr, &made[i].bounds, Pascal(kTitles[i], title), true,
                              made[i].procID, reinterpret_cast<WindowPtr>(-1), true, i);
   }
+  AddDocumentControls(g_windows[0]);
 }
 
 void CloseDocumentWindows() {

@@ -24,6 +24,9 @@ LRESULT ForwardToLibrary(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, WN
     case WM_ERASEBKGND:
     case WM_HSCROLL:
     case WM_VSCROLL: return KWE_WindChange(window, msg, wParam, lParam);
+    case WM_COMMAND:  // clicks in the window's controls
+      KWE_EventCommand(window, msg, wParam, reinterpret_cast<HWND>(lParam));
+      return 0;
     case WM_GETMINMAXINFO:
       defaultProc(window, msg, wParam, lParam);
       return KWE_GetMinMaxInfo(window, reinterpret_cast<MINMAXINFO*>(lParam));
