@@ -109,7 +109,8 @@ KWE_API SInt32 KWE_CALL MenuKey(SInt16 ch) {
     if (!Valid(m)) return 0;
     UInt32 enable = EnableFlags(m);
     ItemView v;
-    for (int i = 1; Item(m, i, &v); ++i) {
+    for (ItemCursor c = Items(m); c.Next(&v);) {
+      int i = c.Index();
       if (i < 32 && !ItemEnabled(enable, i)) continue;
       if (v.key <= sicnItemCmd || !matches(v.key)) continue;
       return SInt32(UInt32(UInt16(MenuIDOf(m))) << 16 | UInt16(i));

@@ -109,6 +109,8 @@ inline UInt32 EnableFlags(MenuHandle m) { return ReadLong(Bytes(m) + kEnableFlag
 inline SInt16 MenuIDOf(MenuHandle m) { return SInt16(ReadWord(Bytes(m) + kMenuIdOffset)); }
 int ItemCount(MenuHandle m);
 bool Item(MenuHandle m, int item, ItemView* view);
+// The items of a valid menu in one walk.
+inline ItemCursor Items(MenuHandle m) { return ItemCursor(Bytes(m), RecordSize(m)); }
 // A usable menu handle: not null, its data there and its title whole.
 bool Valid(MenuHandle m);
 // Items whose texts are taken as they are (no metacharacters), after item

@@ -42,6 +42,22 @@ bool ReadItem(const UInt8* record, size_t size, int item, ItemView* view) {
   return true;
 }
 
+ItemCursor::ItemCursor(const UInt8* record, size_t size) : record_(record) {
+  MenuShape shape = WalkMenu(record, size);
+  at_ = shape.firstItem;
+  count_ = shape.count;
+}
+
+bool ItemCursor::Next(ItemView* view) {
+  if (index_ >= count_) return false;
+  const UInt8* tail = record_ + at_ + record_[at_];
+  *view = ItemView{record_ + at_, tail[kIconField], tail[kKeyField], tail[kMarkField],
+                   tail[kStyleField]};
+  at_ += 1 + record_[at_] + kItemTail;
+  ++index_;
+  return true;
+}
+
 UInt32 ShiftInEnableBits(UInt32 flags, int after, int count, UInt32 disabledMask) {
   if (count <= 0) return flags;
   if (after < 0) after = 0;

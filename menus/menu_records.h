@@ -44,6 +44,20 @@ struct ItemView {
 };
 bool ReadItem(const UInt8* record, size_t size, int item, ItemView* view);
 
+// The whole items in order, in one walk: for (ItemCursor c(r, n); c.Next(&v);).
+class ItemCursor {
+ public:
+  ItemCursor(const UInt8* record, size_t size);
+  bool Next(ItemView* view);
+  int Index() const { return index_; }  // the item Next last gave, from 1
+
+ private:
+  const UInt8* record_;
+  size_t at_;
+  int index_ = 0;
+  int count_;
+};
+
 inline UInt16 ReadWord(const UInt8* p) {
   UInt16 v;
   __builtin_memcpy(&v, p, 2);

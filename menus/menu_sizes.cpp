@@ -88,7 +88,7 @@ KWE_API void KWE_CALL CalcMenuSize(MenuHandle theMenu) {
   }
   int width = 0, height = 0;
   ItemView v;
-  for (int i = 1; Item(theMenu, i, &v); ++i) {
+  for (ItemCursor c = Items(theMenu); c.Next(&v);) {
     int w = TextWidthOf(v.text);
     if (v.icon & 0x7F) w += IconSize(v.icon, v.key).cx + 8;
     width = std::max(width, w);

@@ -24,7 +24,7 @@ constexpr int kStartSlop = 4;  // the mouse must move this far before tracking s
 int HeightAbove(MenuHandle menu, int item) {
   int height = 0;
   ItemView v;
-  for (int i = 1; i < item && Item(menu, i, &v); ++i) height += ItemHeight(v);
+  for (ItemCursor c = Items(menu); c.Index() + 1 < item && c.Next(&v);) height += ItemHeight(v);
   return height;
 }
 

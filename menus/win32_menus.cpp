@@ -129,7 +129,8 @@ struct Builder {
     bool digitKeys = SessionFlag(kweFlagDigitCommandKeys);
     int rows = 0, appended = 0;
     ItemView v;
-    for (int i = 0; i < count && Item(menu, i + 1, &v); ++i) {
+    for (ItemCursor c = Items(menu); c.Next(&v);) {
+      int i = c.Index() - 1;
       UINT_PTR id = UInt16(base | i);
       if (quitNamed && id == quitByOverride) s.quitCommand = UInt16(id);
       UINT flags = MF_STRING;

@@ -133,7 +133,7 @@ TEST(MenuText, MnemonicsAndSubstitutions) {
     bool keep;
   } cases[] = {
       {"Save As & Quit", "", "&Save As && Quit", false},
-      {"Save", "S", "S&ave", false},  // no free word start: a consonant first
+      {"Save", "S", "Sa&ve", false},  // no free word start: a consonant first
       {"Save As", "S", "Save &As", false},
       {"Sea", "SE", "Se&a", false},     // only a vowel left
       {"Oui", "O", "O&ui", false},      // vowels only: the first free one
@@ -156,7 +156,7 @@ TEST(MenuText, MnemonicsAndSubstitutions) {
   TextOptions options;
   std::string first = Win32MenuText(reinterpret_cast<const UInt8*>("File"), 4, &used, options);
   std::string second = Win32MenuText(reinterpret_cast<const UInt8*>("Font"), 4, &used, options);
-  EXPECT_EQ(first + "|" + second, "&File|F&ont");
+  EXPECT_EQ(first + "|" + second, "&File|Fo&nt");
   std::string popUp = Win32MenuText(reinterpret_cast<const UInt8*>("A&B"), 3, nullptr, options);
   EXPECT_EQ(popUp, "A&&B");
 }
