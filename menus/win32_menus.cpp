@@ -284,12 +284,31 @@ using namespace kwe::menus;
 
 namespace kwe::menus {
 
+namespace {
+
+// HiliteMenuItem, and where the window system answers it by selecting the
+// item whatever the flag says (Wine), the item's state set and the bar drawn
+// again, so that the title shows what was asked.
+void HiliteBarItem(HWND main, HMENU bar, int position, bool on) {
+  HiliteMenuItem(main, bar, UINT(position), MF_BYPOSITION | (on ? MF_HILITE : MF_UNHILITE));
+  bool lit = (GetMenuState(bar, UINT(position), MF_BYPOSITION) & MF_HILITE) != 0;
+  if (lit == on) return;
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_STATE;
+  if (!GetMenuItemInfoA(bar, UINT(position), TRUE, &info)) return;
+  info.fState = on ? info.fState | MFS_HILITE : info.fState & ~UINT(MFS_HILITE);
+  SetMenuItemInfoA(bar, UINT(position), TRUE, &info);
+  DrawMenuBar(main);
+}
+
+}  // namespace
+
 void KWE_CALL HiliteMenuDefault(SInt16 menuID) {
   ManagerState& s = State();
   HWND main = TheSession().mainWindow;
   HMENU bar = s.bar;
-  if (s.hilitedPosition >= 0 && main && bar)
-    HiliteMenuItem(main, bar, UINT(s.hilitedPosition), MF_BYPOSITION | MF_UNHILITE);
+  if (s.hilitedPosition >= 0 && main && bar) HiliteBarItem(main, bar, s.hilitedPosition, false);
   s.hilitedPosition = -1;
   lowmem::At<SInt16>(lowmem::Slot::TheMenu) = menuID;
   if (!menuID || !main || !bar) return;
@@ -302,7 +321,7 @@ void KWE_CALL HiliteMenuDefault(SInt16 menuID) {
     position = index < kBarPositions ? Win32PositionOf(s.barPopups[index]) : -1;
   if (position < 0) return;
   s.hilitedPosition = position;
-  HiliteMenuItem(main, bar, UINT(position), MF_BYPOSITION | MF_HILITE);
+  HiliteBarItem(main, bar, position, true);
 }
 
 void KWE_CALL DrawMenuBarDefault() {

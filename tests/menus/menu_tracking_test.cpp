@@ -69,11 +69,15 @@ TEST_F(Tracking, MenuSelectAnswersTheItemChosenInWindowsTracking) {
     }
     EXPECT_EQ(MenuSelect(Point{-1, -1}), c.expected);
     EXPECT_EQ(MenuSelect(Point{-1, -1}), 0);
+    HMENU bar = GetMenu(mainWindow);
+    int position = c.expected >> 16 == 129 ? 0 : 1;
     if (c.expected) {
       EXPECT_EQ(vars.TheMenu, SInt16(c.expected >> 16));
+      EXPECT_TRUE(GetMenuState(bar, UINT(position), MF_BYPOSITION) & MF_HILITE);
     }
     HiliteMenu(0);
     EXPECT_EQ(vars.TheMenu, 0);
+    EXPECT_FALSE(GetMenuState(bar, UINT(position), MF_BYPOSITION) & MF_HILITE);
   }
 }
 
