@@ -119,7 +119,9 @@ SInt32 TrackInWindow(MenuHandle menu, SInt16 top, SInt16 left, SInt16 popUpItem)
   SetCapture(hwnd);
   CallDefinition(menu, mDrawMsg, &r, Point{top, left}, &which);
   Point start = Mouse();
-  while (Button()) {
+  // The button's real state, which the messages may not have told yet.
+  Button();
+  while (StillDown() && GetCapture() == hwnd) {
     Point p = Mouse();
     if (std::abs(p.h - start.h) > kStartSlop || std::abs(p.v - start.v) > kStartSlop ||
         Inside(r, p))
@@ -128,7 +130,8 @@ SInt32 TrackInWindow(MenuHandle menu, SInt16 top, SInt16 left, SInt16 popUpItem)
   }
   bool started = false;
   which = 0;
-  while (WaitMouseUp()) {
+  // Tracking also ends when another window takes the capture away.
+  while (WaitMouseUp() && GetCapture() == hwnd) {
     Point p = Mouse();
     if (which == 0 && !Inside(r, p)) {
       if (s.hook) s.hook();
