@@ -1,7 +1,6 @@
 // Bars and menus from resources and from AppendMenu, as USER holds them
 // after DrawMenuBar and WM_INITMENUPOPUP; bad resources and arguments.
 #include <gtest/gtest.h>
-#include <winternl.h>
 
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "OSUtils.h"
 #include "Resources.h"
 #include "menus/menus_fixture.h"
+#include "windows/windows_fixture.h"
 
 namespace {
 
@@ -325,20 +325,6 @@ TEST_F(MenuBar, ManySubmenusAndASelfNamingSubmenu) {
   EXPECT_EQ(KWE_SearchHierMenuList(1), sub);
   EXPECT_EQ(KWE_SearchHierMenuList(0), self);
   EXPECT_EQ(KWE_SearchHierMenuList(0), nullptr);
-}
-
-int LiveGdiObjects() {
-  using Query = LONG(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
-  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll"), "NtQueryInformationProcess")));
-  PROCESS_BASIC_INFORMATION basic{};
-  if (!query || query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr))
-    return -1;
-  auto* table = *reinterpret_cast<const UInt8* const*>(
-      reinterpret_cast<const UInt8*>(basic.PebBaseAddress) + 0xF8);
-  int live = 0;
-  for (int i = 0; table && i < 0x10000; ++i) live += table[i * 24 + 14] != 0;
-  return table ? live : -1;
 }
 
 // A thousand rebuilds of the bar and of its menus as they open: every
