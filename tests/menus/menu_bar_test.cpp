@@ -198,7 +198,10 @@ TEST_F(MenuBar, ItemCallsAndItemsPastTheEnd) {
   EXPECT_EQ(before, after);
   // Items 32 and on have no enable bit: always enabled.
   for (int i = 0; i < 30; ++i) AppendMenu(m, P("x").c_str());
+  UInt32 flags = (**m).enableFlags;
+  DisableItem(m, 32);
   DisableItem(m, 33);
+  EXPECT_EQ((**m).enableFlags, flags);
   EXPECT_EQ(CountMItems(m), 35);
   InsertMenu(NewMenu(1, P("Apple").c_str()), 0);
   InsertMenu(m, 0);
@@ -250,7 +253,13 @@ TEST_F(MenuBar, BadResourcesAndArgumentsLeaveACleanState) {
   ASSERT_NE(list, nullptr);
   auto* rec = reinterpret_cast<MenuListPtr>(*list);
   EXPECT_EQ(rec->lastMenu, SInt16(2 * sizeof(MenuPair)));
-  EXPECT_EQ(CountMItems(GetMenu(140)), 2);
+  // The cut item is gone and the list ends with its 0 right after the
+  // whole ones, as a program walking the record expects.
+  MenuHandle cutMenu = GetMenu(140);
+  EXPECT_EQ(CountMItems(cutMenu), 2);
+  Size whole = 14 + 1 + 3 + (1 + 5 + 4) + (1 + 10 + 4);
+  ASSERT_EQ(GetHandleSize(reinterpret_cast<Handle>(cutMenu)), whole + 1);
+  EXPECT_EQ((*reinterpret_cast<Handle>(cutMenu))[whole], 0);
   EXPECT_EQ(GetMenu(998), nullptr);
   EXPECT_EQ(GetNewMBar(777), nullptr);
   Handle empty = GetNewMBar(129);
