@@ -47,6 +47,8 @@ using namespace kwe::menus;
 
 KWE_API void KWE_CALL KWE_EventMenuSel(UInt32 command32) {
   ManagerState& s = State();
+  // Before InitMenus there are no menus for a command to choose from.
+  if (!s.initialised) return;
   UInt16 command = UInt16(command32 & 0xFFFF);
   if (command == kQuitCommand && s.quitCommand) command = s.quitCommand;
   SInt16 menuID;
