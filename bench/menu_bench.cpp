@@ -6,7 +6,8 @@
 //     SetMenu and DrawMenuBar;
 //   MenuKey over every command key of that bar, against
 //     TranslateAcceleratorA of the same key's WM_KEYDOWN on an accelerator
-//     table of the sixty keys.
+//     table of the sixty keys (for a window without a bar, so that Windows
+//     does not open the menu holding the command first).
 #include <windows.h>
 
 #include <cstdio>
@@ -174,7 +175,12 @@ int main() {
   }
 
   BuildBars(raw);
-  CommandKeys(raw);
+  // A window without a bar: Windows then only looks the key up and sends
+  // the command, without first opening the menu that holds it.
+  HWND keys = CreateWindowA("KWEMainWndClass", "Keys", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr,
+                            nullptr, instance, nullptr);
+  CommandKeys(keys);
+  DestroyWindow(keys);
 
   CloseResFile(refNum);
   DeleteFileA(file.c_str());
