@@ -50,7 +50,7 @@ std::basic_string<UInt8> P(const std::string& text) {
 }
 
 resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
-                                        const std::vector<MenuItemSpec>& items, UInt32 enable,
+                                        const std::vector<MenuItemData>& items, UInt32 enable,
                                         SInt16 mdef) {
   resource_builder::Bytes b;
   PutWord(b, id);
@@ -62,7 +62,7 @@ resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
   PutWord(b, int(enable & 0xFFFF));
   b.push_back(UInt8(title.size()));
   b.insert(b.end(), title.begin(), title.end());
-  for (const MenuItemSpec& item : items) {
+  for (const MenuItemData& item : items) {
     b.push_back(UInt8(item.text.size()));
     b.insert(b.end(), item.text.begin(), item.text.end());
     b.insert(b.end(), {item.icon, item.key, item.mark, item.style});

@@ -15,14 +15,14 @@
 namespace kwe_test {
 
 // One item of a 'MENU' resource.
-struct MenuItemSpec {
+struct MenuItemData {
   std::string text;
   UInt8 icon = 0, key = 0, mark = 0, style = 0;
 };
 
 // A 'MENU' resource in Macintosh byte order; mdef is the 'MDEF' ID.
 resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
-                                        const std::vector<MenuItemSpec>& items,
+                                        const std::vector<MenuItemData>& items,
                                         UInt32 enableFlags = 0xFFFFFFFFu, SInt16 mdef = 0);
 resource_builder::Resource MenuBarResource(SInt16 id, const std::vector<SInt16>& menuIDs);
 
