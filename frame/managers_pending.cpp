@@ -21,13 +21,3 @@ void KWE_CALL ModalDialogDefault(ModalFilterProcPtr, SInt16* itemHit) {
   Unsupported("ModalDialog");
 }
 }  // namespace kwe::dialogs
-
-namespace kwe::menus {
-void DestroyAllMenus() {}
-void RecordMenuCommand(UInt32) {}
-void KWE_CALL DrawMenuBarDefault() { Unsupported("DrawMenuBar"); }
-void KWE_CALL HiliteMenuDefault(SInt16) { Unsupported("HiliteMenu"); }
-SInt32 PopUpMenuSelectWork(MenuHandle, SInt16, SInt16, SInt16) {
-  return Unsupported("PopUpMenuSelect", SInt32(0));
-}
-}  // namespace kwe::menus

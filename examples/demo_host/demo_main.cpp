@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "KWEWindows.h"
+#include "demo_menu_messages.h"
+#include "demo_menus.h"
 #include "document_windows.h"
 #include "host_shell.h"
 #include "quickdraw_scene.h"
@@ -26,8 +28,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   StartQuickDraw(HostGlobals());
   InitWindows();
   TourResult tour = RunToolboxTour();
+  SetUpMenuBar();  // from the application's resource file, open now
   // The document windows stand to the right of the tour's lines.
   OpenDocumentWindows(560, 20);
+  PostMenuInput(main);
   PostDemoInput(main, KWE_GethWnd(DocumentWindow(0)), POINT{40, 110});
   // The event loop's lines go above the patterns' line and its swatches.
   std::vector<std::string> events = RunEventLoop();

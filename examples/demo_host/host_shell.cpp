@@ -4,6 +4,7 @@
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
 #include "KWEWindows.h"
+#include "demo_menu_messages.h"
 #include "library_windows.h"
 #include "png_writer.h"
 
@@ -37,6 +38,8 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     KWE_EventCommand(window, message, wParam, reinterpret_cast<HWND>(lParam));
     return 0;
   }
+  if (LRESULT answer = 0; ForwardMenuMessage(window, message, wParam, lParam, &answer))
+    return answer;
   if (message == WM_ACTIVATEAPP) KWE_ActivateApp(wParam != 0);
   // The Toolbox windows move on the screen with it: their global regions
   // (strucRgn, contRgn) are brought up to date.

@@ -11,6 +11,7 @@
 #include "Resources.h"
 #include "TextUtils.h"
 #include "ToolUtils.h"
+#include "demo_menus.h"
 #include "document_windows.h"
 
 namespace {
@@ -183,7 +184,8 @@ std::vector<std::string> RunEventLoop() {
       ++nulls;
       continue;
     }
-    std::string said = HandleDocumentEvent(e);
+    std::string said = HandleMenuEvent(e);
+    if (said.empty()) said = HandleDocumentEvent(e);
     if (said.empty()) said = Described(e, quit);
     if (lines.back().size() + said.size() > 78) lines.push_back("   ");
     lines.back() += said;

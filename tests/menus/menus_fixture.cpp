@@ -1,0 +1,159 @@
+#include "menus/menus_fixture.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "KWEEvents.h"
+#include "MacWindows.h"
+#include "Quickdraw.h"
+#include "Resources.h"
+
+namespace kwe_test {
+namespace {
+
+WNDPROC g_previous = nullptr;
+std::vector<std::function<void()>>* g_steps = nullptr;
+size_t g_next = 0;
+UINT_PTR g_timer = 0;
+
+// The host's main window procedure: the menu messages go to the library.
+LRESULT CALLBACK MenuHostProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
+  switch (msg) {
+    case WM_COMMAND: KWE_EventCommand(w, msg, wParam, reinterpret_cast<HWND>(lParam)); return 0;
+    case WM_INITMENUPOPUP: KWE_InitMenuMsg(reinterpret_cast<HMENU>(wParam)); return 0;
+    case WM_MENUSELECT: KWE_MenuSelect(w, msg, wParam, lParam); break;
+    case WM_ENTERIDLE: KWE_EnterIdle(w, msg, wParam, lParam); break;
+    case WM_MEASUREITEM:
+    case WM_DRAWITEM:
+      if (wParam == 0) return KWE_MenuUserItem(w, msg, wParam, lParam);
+      break;
+    default: break;
+  }
+  return CallWindowProcA(g_previous, w, msg, wParam, lParam);
+}
+
+void CALLBACK RunStep(HWND, UINT, UINT_PTR, DWORD) {
+  if (g_steps && g_next < g_steps->size()) (*g_steps)[g_next++]();
+}
+
+void PutWord(resource_builder::Bytes& b, int v) {
+  b.push_back(UInt8(v >> 8));
+  b.push_back(UInt8(v));
+}
+
+}  // namespace
+
+std::basic_string<UInt8> P(const std::string& text) {
+  std::basic_string<UInt8> p(1, UInt8(text.size()));
+  p.append(text.begin(), text.end());
+  return p;
+}
+
+resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
+                                        const std::vector<MenuItemData>& items, UInt32 enable,
+                                        SInt16 mdef) {
+  resource_builder::Bytes b;
+  PutWord(b, id);
+  PutWord(b, 0);
+  PutWord(b, 0);
+  PutWord(b, mdef);
+  PutWord(b, 0);
+  PutWord(b, int(enable >> 16));
+  PutWord(b, int(enable & 0xFFFF));
+  b.push_back(UInt8(title.size()));
+  b.insert(b.end(), title.begin(), title.end());
+  for (const MenuItemData& item : items) {
+    b.push_back(UInt8(item.text.size()));
+    b.insert(b.end(), item.text.begin(), item.text.end());
+    b.insert(b.end(), {item.icon, item.key, item.mark, item.style});
+  }
+  b.push_back(0);
+  return resource_builder::MakeResource("MENU", id, b);
+}
+
+resource_builder::Resource MenuBarResource(SInt16 id, const std::vector<SInt16>& menuIDs) {
+  resource_builder::Bytes b;
+  PutWord(b, int(menuIDs.size()));
+  for (SInt16 m : menuIDs) PutWord(b, m);
+  return resource_builder::MakeResource("MBAR", id, b);
+}
+
+Win32Item Win32ItemAt(HMENU menu, int position) {
+  char text[256] = {};
+  GetMenuStringA(menu, UINT(position), text, sizeof text, MF_BYPOSITION);
+  return Win32Item{text, GetMenuState(menu, UINT(position), MF_BYPOSITION),
+                   GetMenuItemID(menu, position)};
+}
+
+void MenuTest::SetUp() {
+  SessionTest::SetUp();
+  g_previous = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(mainWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(MenuHostProc)));
+  SetWindowPos(mainWindow, HWND_TOP, 40, 40, 600, 400, SWP_SHOWWINDOW);
+  GrafPtr screen = nullptr;
+  InitGraf(&screen);
+  InitWindows();
+  InitMenus();
+  Pump();
+}
+
+void MenuTest::TearDown() {
+  Finish();
+  if (resourceRefNum > 0) CloseResFile(resourceRefNum);
+  if (!resourceFile.empty()) DeleteFileA(resourceFile.c_str());
+  SessionTest::TearDown();
+}
+
+void MenuTest::UseResources(const std::vector<resource_builder::Resource>& resources) {
+  auto image = resource_builder::BuildResourceImage(resources);
+  char path[MAX_PATH];
+  GetTempPathA(MAX_PATH, path);
+  resourceFile = std::string(path) + "kwe_menus_" + std::to_string(GetCurrentProcessId());
+  FILE* f = std::fopen(resourceFile.c_str(), "wb");
+  ASSERT_NE(f, nullptr);
+  std::fwrite(image.data(), 1, image.size(), f);
+  std::fclose(f);
+  resourceRefNum = OpenResFile(P(resourceFile).c_str());
+  ASSERT_GT(resourceRefNum, 0);
+  SetResLoad(true);  // the host's ResLoad global starts cleared
+}
+
+HMENU MenuTest::BarPopup(int toolboxIndex) {
+  HMENU bar = GetMenu(mainWindow);
+  int seen = 0;
+  for (int i = 0, n = GetMenuItemCount(bar); i < n; ++i)
+    if (HMENU sub = GetSubMenu(bar, i)) {
+      if (seen++ == toolboxIndex) return sub;
+    }
+  return nullptr;
+}
+
+void MenuTest::DuringModal(std::vector<std::function<void()>> steps, UINT delay) {
+  Finish();
+  g_steps = new std::vector<std::function<void()>>(std::move(steps));
+  g_next = 0;
+  g_timer = SetTimer(nullptr, 0, delay, RunStep);
+}
+
+void MenuTest::Finish() {
+  if (g_timer) KillTimer(nullptr, g_timer);
+  g_timer = 0;
+  delete g_steps;
+  g_steps = nullptr;
+}
+
+void MenuTest::PostKey(UINT vk) {
+  HWND to = GetFocus() ? GetFocus() : mainWindow;
+  PostMessageA(to, WM_KEYDOWN, vk, 1);
+  PostMessageA(to, WM_KEYUP, vk, LPARAM(0xC0000001));
+}
+
+void MenuTest::Pump() {
+  MSG msg;
+  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    TranslateMessage(&msg);
+    DispatchMessageA(&msg);
+  }
+}
+
+}  // namespace kwe_test

@@ -1,0 +1,64 @@
+// A session whose main window forwards the menu messages to the library as
+// a host shell does, with InitGraf, InitWindows and InitMenus done; 'MENU'
+// and 'MBAR' resources in a file of the test's own; what USER holds of a
+// Win32 menu; input played while a modal menu loop runs.
+#pragma once
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "KWEMenus.h"
+#include "Menus.h"
+#include "resource_builder/resource_image.h"
+#include "support/test_host.h"
+
+namespace kwe_test {
+
+// One item of a 'MENU' resource.
+struct MenuItemData {
+  std::string text;
+  UInt8 icon = 0, key = 0, mark = 0, style = 0;
+};
+
+// A 'MENU' resource in Macintosh byte order; mdef is the 'MDEF' ID.
+resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
+                                        const std::vector<MenuItemData>& items,
+                                        UInt32 enableFlags = 0xFFFFFFFFu, SInt16 mdef = 0);
+resource_builder::Resource MenuBarResource(SInt16 id, const std::vector<SInt16>& menuIDs);
+
+// A Pascal string of text.
+std::basic_string<UInt8> P(const std::string& text);
+
+// What USER holds of one item of a Win32 menu, by position.
+struct Win32Item {
+  std::string text;
+  UINT state;  // GetMenuState
+  UINT id;     // GetMenuItemID (-1 for a submenu)
+};
+Win32Item Win32ItemAt(HMENU menu, int position);
+
+class MenuTest : public SessionTest {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // Opens a resource file holding these resources (closed at the end).
+  void UseResources(const std::vector<resource_builder::Resource>& resources);
+  // The Win32 popup of bar position (Toolbox menus from 0, the Apple menu
+  // left out in merged mode).
+  HMENU BarPopup(int toolboxIndex);
+  // Runs the steps one per timer tick, the first after delay milliseconds,
+  // while whatever call follows runs its modal loop; Finish() stops them.
+  void DuringModal(std::vector<std::function<void()>> steps, UINT delay = 30);
+  void Finish();
+  // A key pressed and released, as the keyboard posts it to the focus.
+  void PostKey(UINT vk);
+  // Lets Windows deliver what it has queued.
+  void Pump();
+  int LiveUserMenus();  // menus of this process USER still knows (-1 unknown)
+
+  std::string resourceFile;
+  SInt16 resourceRefNum = -1;
+};
+
+}  // namespace kwe_test
