@@ -10,6 +10,7 @@
 #include "KWEWindows.h"
 #include "MacWindows.h"
 #include "bench_support.h"
+#include "host_window_session.h"
 #include "library_windows.h"
 
 namespace {
@@ -83,28 +84,7 @@ void SetValues(WindowPtr w) {
 }  // namespace
 
 int main() {
-  HINSTANCE instance = GetModuleHandleA(nullptr);
-  WNDCLASSA wc{};
-  wc.lpfnWndProc = DefWindowProcA;
-  wc.hInstance = instance;
-  wc.lpszClassName = "KWEMainWndClass";
-  RegisterClassA(&wc);
-  RegisterLibraryWindowClasses(instance);
-  HWND main =
-      CreateWindowA("KWEMainWndClass", "Control bench", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
-                    1000, 700, nullptr, nullptr, instance, nullptr);
-  ShowWindow(main, SW_SHOWNORMAL);
-  KWESessionRecord record{};
-  record.size = sizeof record;
-  record.instance = instance;
-  record.mainWindow = main;
-  KWE_InitSession(&record);
-  KWEGlobalsRecord globals{};
-  globals.size = 4;
-  KWE_InitGlobals(&globals);
-  GrafPtr screen;
-  InitGraf(&screen);
-  InitWindows();
+  kwe_bench::HostWindowSession session("Control bench");
   static const unsigned char title[] = {5, 'B', 'e', 'n', 'c', 'h'};
   const Rect bounds{40, 40, 440, 840};
   WindowPtr w = NewWindow(nullptr, &bounds, title, true, documentProc, WindowPtr(-1), true, 0);
@@ -114,7 +94,5 @@ int main() {
   SetValues(w);
 
   DisposeWindow(w);
-  KWE_ExitSession();
-  DestroyWindow(main);
   return 0;
 }

@@ -18,6 +18,7 @@
 #include "KWEWindows.h"
 #include "MacWindows.h"
 #include "bench_support.h"
+#include "host_window_session.h"
 #include "library_windows.h"
 
 namespace {
@@ -160,28 +161,8 @@ void Update(HWND main, const Win32Shape& shape) {
 }  // namespace
 
 int main() {
-  HINSTANCE instance = GetModuleHandleA(nullptr);
-  WNDCLASSA wc{};
-  wc.lpfnWndProc = DefWindowProcA;
-  wc.hInstance = instance;
-  wc.lpszClassName = "KWEMainWndClass";
-  RegisterClassA(&wc);
-  RegisterLibraryWindowClasses(instance);
-  HWND main =
-      CreateWindowA("KWEMainWndClass", "Window bench", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
-                    1000, 700, nullptr, nullptr, instance, nullptr);
-  ShowWindow(main, SW_SHOWNORMAL);
-  KWESessionRecord record{};
-  record.size = sizeof record;
-  record.instance = instance;
-  record.mainWindow = main;
-  KWE_InitSession(&record);
-  KWEGlobalsRecord globals{};
-  globals.size = 4;
-  KWE_InitGlobals(&globals);
-  GrafPtr screen;
-  InitGraf(&screen);
-  InitWindows();
+  kwe_bench::HostWindowSession session("Window bench");
+  HWND main = session.main;
 
   WindowPtr probes[2] = {NewDocument(kBounds), NewDocument(kBehind)};
   Win32Shape front = ShapeOf(probes[0], main), behind = ShapeOf(probes[1], main);
@@ -192,7 +173,5 @@ int main() {
   Select(main, front, behind);
   Update(main, front);
 
-  KWE_ExitSession();
-  DestroyWindow(main);
   return 0;
 }
