@@ -89,40 +89,30 @@ void Select(HWND main, const Win32Shape& front, const Win32Shape& behind) {
   WindowPtr windows[2] = {NewDocument(kBounds), NewDocument(kBehind)};
   HWND raw[2] = {CreateRaw(front, main), CreateRaw(behind, main)};
   Pump();
-  Compare(
-      "SelectWindow vs SetWindowPos(TOP)+SetActiveWindow", kSelections,
-      [&] {
-        for (int i = 0; i < kSelections; ++i) {
-          SelectWindow(windows[i & 1]);
-          Pump();
-        }
-      },
-      [&] {
-        for (int i = 0; i < kSelections; ++i) {
-          SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-          SetActiveWindow(raw[i & 1]);
-          Pump();
-        }
-      });
+  auto select = [&] {
+    for (int i = 0; i < kSelections; ++i) {
+      SelectWindow(windows[i & 1]);
+      Pump();
+    }
+  };
+  Compare("SelectWindow vs SetWindowPos(TOP)+SetActiveWindow", kSelections, select, [&] {
+    for (int i = 0; i < kSelections; ++i) {
+      SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+      SetActiveWindow(raw[i & 1]);
+      Pump();
+    }
+  });
   // What SetActiveWindow does for top-level windows, and what a Toolbox
   // selection calls for: the old front window's caption drawn inactive, the
   // new one's active.
-  Compare(
-      "SelectWindow vs SetWindowPos(TOP)+both captions", kSelections,
-      [&] {
-        for (int i = 0; i < kSelections; ++i) {
-          SelectWindow(windows[i & 1]);
-          Pump();
-        }
-      },
-      [&] {
-        for (int i = 0; i < kSelections; ++i) {
-          SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-          SendMessageA(raw[~i & 1], WM_NCACTIVATE, FALSE, 0);
-          SendMessageA(raw[i & 1], WM_NCACTIVATE, TRUE, 0);
-          Pump();
-        }
-      });
+  Compare("SelectWindow vs SetWindowPos(TOP)+both captions", kSelections, select, [&] {
+    for (int i = 0; i < kSelections; ++i) {
+      SetWindowPos(raw[i & 1], HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+      SendMessageA(raw[~i & 1], WM_NCACTIVATE, FALSE, 0);
+      SendMessageA(raw[i & 1], WM_NCACTIVATE, TRUE, 0);
+      Pump();
+    }
+  });
   for (int i = 0; i < 2; ++i) {
     DisposeWindow(windows[i]);
     DestroyWindow(raw[i]);
