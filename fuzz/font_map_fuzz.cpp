@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "quickdraw/font_map.h"
+#include "quickdraw/text/font_map.h"
 
 using namespace kwe::quickdraw;
 

@@ -7,7 +7,7 @@
 #include "Resources.h"
 #include "frame/low_memory.h"
 #include "menus/menu_manager.h"
-#include "quickdraw/font_list.h"
+#include "quickdraw/text/font_list.h"
 
 namespace kwe::menus {
 

@@ -6,7 +6,7 @@
 #include "Resources.h"
 #include "memory/character_conversion.h"
 #include "menus/menu_manager.h"
-#include "quickdraw/screen_state.h"
+#include "quickdraw/ports/screen_state.h"
 
 namespace kwe::menus {
 

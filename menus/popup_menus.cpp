@@ -12,7 +12,7 @@
 #include "frame/session.h"
 #include "frame/subsystems.h"
 #include "menus/menu_manager.h"
-#include "quickdraw/screen_state.h"
+#include "quickdraw/ports/screen_state.h"
 
 namespace kwe::menus {
 

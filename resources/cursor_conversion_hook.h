@@ -1,7 +1,7 @@
 // Where KWE_ByteSwap hands 'CURS' and 'crsr' data to QuickDraw's cursor
 // conversion (KWE_BrovaskCursor), which converts the hot spot and, when a
 // cursor is loaded, makes and caches its Windows cursor
-// (quickdraw/cursor_conversion.cpp).
+// (quickdraw/cursors/cursor_conversion.cpp).
 #pragma once
 #include "MacTypes.h"
 

@@ -6,8 +6,8 @@
 #include "frame/low_memory.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
-#include "quickdraw/port_attr.h"
-#include "quickdraw/window_ports.h"
+#include "quickdraw/ports/port_attr.h"
+#include "quickdraw/ports/window_ports.h"
 #include "windows/window_manager.h"
 
 namespace kwe::windows {

@@ -12,8 +12,8 @@
 #include "frame/session.h"
 #include "frame/subsystems.h"
 #include "frame/trap_defaults.h"
-#include "quickdraw/port_attr.h"
-#include "quickdraw/region_record.h"
+#include "quickdraw/ports/port_attr.h"
+#include "quickdraw/regions/region_record.h"
 #include "windows/window_manager.h"
 
 namespace kwe::windows {

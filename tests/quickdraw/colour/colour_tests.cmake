@@ -1,0 +1,2 @@
+# What a 1-bit device gets for a colour, natively.
+kwe_native_tests(colour_arithmetic_tests ${CMAKE_CURRENT_LIST_DIR}/colour_arithmetic_test.cpp)

@@ -1,0 +1,2 @@
+# Ports through the DLL, drawn into DIB sections and windows and read back.
+kwe_wine_tests(port_tests ${CMAKE_CURRENT_LIST_DIR}/ports_test.cpp)
