@@ -27,8 +27,6 @@ KWE_API OSErr KWE_CALL OutlineMetrics(SInt16, const void*, Point, Point, SInt16*
   return kwe::Unsupported(__func__, OSErr{-1});
 }
 
-KWE_API Boolean KWE_CALL RealColor(const RGBColor*) { return kwe::Unsupported(__func__, false); }
-
 KWE_API void KWE_CALL CopyPalette(PaletteHandle, PaletteHandle, SInt16, SInt16, SInt16) {
   kwe::Unsupported(__func__);
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "Memory.h"
+#include "quickdraw/colour/device_colours.h"
 
 namespace kwe::quickdraw {
 namespace {
@@ -85,6 +86,17 @@ GDHandle MakeMainDevice(HDC dc, const Rect& rect) {
   GDevice& gd = *reinterpret_cast<GDevice*>(*h);
   gd.gdRect = rect;
   gd.gdPMap = MakePixMap(dc);
+  // The device's colours: the standard 256, whatever the screen's depth, so
+  // that Color2Index and indexed copies have a table to match against.
+  if (gd.gdPMap) {
+    RGBColor colours[256];
+    int n = StandardTableColours(8, colours);
+    if (CTabHandle table = NewColourTable(colours, n, 8)) {
+      (*table)->ctFlags = kDeviceTableFlag;
+      DisposeHandle(reinterpret_cast<Handle>((*gd.gdPMap)->pmTable));
+      (*gd.gdPMap)->pmTable = table;
+    }
+  }
   // screenActive, screenDevice, mainScreen, and a colour device (gdDevType).
   gd.gdFlags = static_cast<SInt16>(0x8000 | 0x2000 | 0x0800 | 0x0001);
   return reinterpret_cast<GDHandle>(h);
@@ -92,7 +104,9 @@ GDHandle MakeMainDevice(HDC dc, const Rect& rect) {
 
 void DisposeMainDevice(GDHandle device) {
   if (!device) return;
+  ForgetInverseTable((*device)->gdPMap ? (*(*device)->gdPMap)->pmTable : nullptr);
   DisposePixMapRecord((*device)->gdPMap);
+  if ((*device)->gdITable) DisposeHandle((*device)->gdITable);
   DisposeHandle(reinterpret_cast<Handle>(device));
 }
 

@@ -1,0 +1,58 @@
+/* Colour QuickDraw: colour tables, inverse tables and colour matching
+   against the current device's table; CopyBits between bitmaps, pixel maps
+   and ports. */
+#ifndef KWE_QUICKDRAW_COLOUR_H
+#define KWE_QUICKDRAW_COLOUR_H
+
+#include "Quickdraw.h"
+
+#pragma pack(push, 2)
+typedef struct ColorSpec {
+  SInt16 value; /* bit 14: colour matching skips the entry */
+  RGBColor rgb;
+} ColorSpec, *ColorSpecPtr;
+
+typedef struct ColorTable {
+  SInt32 ctSeed;
+  SInt16 ctFlags; /* bit 15: a device's table */
+  SInt16 ctSize;  /* entries - 1 */
+  ColorSpec ctTable[1];
+} ColorTable, *CTabPtr;
+
+/* An inverse table: one colour-table index per colour of iTabRes bits a
+   component (always 5 here), red in the top bits. */
+typedef struct ITab {
+  SInt32 iTabSeed;
+  SInt16 iTabRes;
+  UInt8 iTTable[1];
+} ITab, *ITabPtr, **ITabHandle;
+#pragma pack(pop)
+
+/* A copy of 'clut' resource id, else the standard table id (1, 4, 8, 20 or
+   40) built anew; null for any other id. */
+KWE_API CTabHandle KWE_CALL GetCTable(SInt16 ctID);
+KWE_API void KWE_CALL DisposeCTable(CTabHandle cTable);
+/* Against the current device's colour table: the index of the nearest entry
+   (through the device's inverse table while it was made for that table),
+   the colour of an index (black past the end), whether a colour is in the
+   table at the inverse table's resolution. */
+KWE_API SInt32 KWE_CALL Color2Index(const RGBColor* myColor);
+KWE_API void KWE_CALL Index2Color(SInt32 index, RGBColor* aColor);
+KWE_API Boolean KWE_CALL RealColor(const RGBColor* color);
+/* Sets each entry's value of myColors to the nearest index of targetTbl (the
+   current device's table when null). */
+KWE_API void KWE_CALL GetSubTable(CTabHandle myColors, SInt16 iTabRes, CTabHandle targetTbl);
+/* Builds inverseTable for cTabH (null: the main device's table and the
+   current device's inverse table) at resolution 5. */
+KWE_API void KWE_CALL MakeITable(CTabHandle cTabH, ITabHandle inverseTable, SInt16 res);
+
+/* Copies srcRect of srcBits into dstRect of dstBits, scaled, through the
+   transfer mode (srcCopy to notSrcBic, blend to adMin, + ditherCopy's 64)
+   and, when maskRgn is not null, only where maskRgn is. Memory pixels,
+   ports' pixels (baseAddr a port tag) and colour ports' pixel map handles
+   may be on either side. An indexed pixel map without a colour table gets
+   a diagnostic and no copy; bad pixels, paramErr or cDepthErr in QDError. */
+KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
+                               const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
+
+#endif

@@ -1,0 +1,2 @@
+# Macintosh pixels to DIB rows and back, natively under the sanitizers.
+kwe_native_tests(pixel_conversion_tests ${CMAKE_CURRENT_LIST_DIR}/pixel_conversion_test.cpp)
