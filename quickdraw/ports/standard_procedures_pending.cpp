@@ -7,9 +7,6 @@
 
 using kwe::Unsupported;
 
-KWE_API void KWE_CALL StdBits(const BitMap*, const Rect*, const Rect*, SInt16, RgnHandle) {
-  Unsupported("StdBits");
-}
 KWE_API void KWE_CALL StdComment(SInt16, SInt16, Handle) { Unsupported("StdComment"); }
 KWE_API void KWE_CALL StdGetPic(void*, SInt16) { Unsupported("StdGetPic"); }
 KWE_API void KWE_CALL StdPutPic(const void*, SInt16) { Unsupported("StdPutPic"); }

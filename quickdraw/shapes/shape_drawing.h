@@ -15,7 +15,7 @@ enum class Verb : SInt16 { Frame = 0, Paint = 1, Erase = 2, Invert = 3, Fill = 4
 inline bool RectIsEmpty(const Rect& r) { return r.bottom <= r.top || r.right <= r.left; }
 
 // Slots of a QDProcs record.
-enum class ProcSlot { Text = 0, Line, Rect, RRect, Oval, Arc, Poly, Rgn };
+enum class ProcSlot { Text = 0, Line, Rect, RRect, Oval, Arc, Poly, Rgn, Bits };
 
 // The application's procedure in the current port's slot; null when the
 // port has none there or has the standard one.

@@ -1,0 +1,199 @@
+// CopyBits and StdBits: clip the rectangles, then copy through GDI where GDI
+// can do the whole copy (BitBlt and StretchBlt between DCs, StretchDIBits of
+// memory pixels handed to GDI as they stand) and through the pixel pipeline
+// otherwise (arithmetic modes, dithering, mask regions made from bitmaps,
+// depth and colour changes between memory pixels).
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <vector>
+
+#include "KWERegions.h"
+#include "frame/diagnostics.h"
+#include "quickdraw/colour/device_colours.h"
+#include "quickdraw/copybits/copy_sides.h"
+#include "quickdraw/copybits/device_copies.h"
+#include "quickdraw/copybits/raster_ops.h"
+#include "quickdraw/regions/region_record.h"
+#include "quickdraw/shapes/shape_drawing.h"
+
+namespace kwe::quickdraw {
+namespace {
+
+using BitsProc = void(KWE_CALL*)(const BitMap*, const Rect*, const Rect*, SInt16, RgnHandle);
+
+bool Empty(const Rect& r) { return r.right <= r.left || r.bottom <= r.top; }
+
+// Cuts src to within its bounds and dst to within its, moving the other
+// rectangle's edges in proportion so that the scale stays the same. False
+// when nothing is left.
+bool ClipPair(Rect& src, const Rect& srcBounds, Rect& dst, const Rect& dstBounds) {
+  for (int pass = 0; pass < 2; ++pass) {
+    Rect& a = pass == 0 ? src : dst;
+    Rect& b = pass == 0 ? dst : src;
+    const Rect& bounds = pass == 0 ? srcBounds : dstBounds;
+    if (Empty(a) || Empty(b)) return false;
+    int64_t aw = a.right - a.left, ah = a.bottom - a.top;
+    int64_t bw = b.right - b.left, bh = b.bottom - b.top;
+    int left = std::max<int>(a.left, bounds.left), right = std::min<int>(a.right, bounds.right);
+    int top = std::max<int>(a.top, bounds.top), bottom = std::min<int>(a.bottom, bounds.bottom);
+    if (right <= left || bottom <= top) return false;
+    Rect nb{static_cast<SInt16>(b.top + (top - a.top) * bh / ah),
+            static_cast<SInt16>(b.left + (left - a.left) * bw / aw),
+            static_cast<SInt16>(b.top + (bottom - a.top) * bh / ah),
+            static_cast<SInt16>(b.left + (right - a.left) * bw / aw)};
+    a = Rect{static_cast<SInt16>(top), static_cast<SInt16>(left), static_cast<SInt16>(bottom),
+             static_cast<SInt16>(right)};
+    b = nb;
+  }
+  return !Empty(src) && !Empty(dst);
+}
+
+Rect Relative(const Rect& r, const Rect& bounds) {
+  return Rect{static_cast<SInt16>(r.top - bounds.top), static_cast<SInt16>(r.left - bounds.left),
+              static_cast<SInt16>(r.bottom - bounds.top),
+              static_cast<SInt16>(r.right - bounds.left)};
+}
+
+// The mask region's pixels over dst (in dst's coordinates), one bit a pixel.
+std::vector<uint8_t> MaskBits(RgnHandle mask, const Rect& dst, int32_t* rowBytes) {
+  int w = dst.right - dst.left, h = dst.bottom - dst.top;
+  *rowBytes = (w + 7) / 8;
+  std::vector<uint8_t> bits(static_cast<size_t>(*rowBytes) * h);
+  for (int y = 0; y < h; ++y)
+    for (int x = 0; x < w; ++x)
+      if (PtInRgn(Point{static_cast<SInt16>(dst.top + y), static_cast<SInt16>(dst.left + x)}, mask))
+        bits[static_cast<size_t>(y) * *rowBytes + x / 8] |= static_cast<uint8_t>(0x80 >> (x & 7));
+  return bits;
+}
+
+bool SameColours(const CopySide& a, const CopySide& b) {
+  if (a.pipeline.pixels.depth != b.pipeline.pixels.depth) return false;
+  if (a.table == b.table) return true;
+  return a.table && b.table && (*a.table)->ctSeed == (*b.table)->ctSeed;
+}
+
+// A copy of the source rectangle's rows when they share memory with the
+// destination, so that the pipeline never reads what it has written.
+struct SourceCopy {
+  std::unique_ptr<uint8_t[]> bytes;
+};
+
+bool Overlaps(const MacPixels& a, const MacPixels& b) {
+  const uint8_t* aEnd = a.base + static_cast<ptrdiff_t>(a.rowBytes) * a.height;
+  const uint8_t* bEnd = b.base + static_cast<ptrdiff_t>(b.rowBytes) * b.height;
+  return a.base < bEnd && b.base < aEnd;
+}
+
+OSErr MemoryToMemory(CopySide src, const CopySide& dst, PipelineCopy copy) {
+  SourceCopy keep;
+  if (Overlaps(src.pipeline.pixels, dst.pipeline.pixels)) {
+    MacPixels& p = src.pipeline.pixels;
+    size_t size = static_cast<size_t>(p.rowBytes) * p.height;
+    keep.bytes.reset(new (std::nothrow) uint8_t[size]);
+    if (!keep.bytes) return memFullErr;
+    std::memcpy(keep.bytes.get(), p.base, size);
+    p.base = keep.bytes.get();
+  }
+  copy.sameTable = SameColours(src, dst);
+  if (dst.pipeline.pixels.depth <= 8) {
+    copy.inverse = dst.table ? InverseTableOf(dst.table) : OneBitInverse();
+    if (!copy.inverse) return memFullErr;
+  }
+  return RunPipeline(src.pipeline, dst.pipeline, copy);
+}
+
+void FillColours(PipelineCopy& copy) {
+  PortAttr* a = CurrentAttr();
+  copy.bkColor = a ? a->bkRGB : RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
+  copy.opColor = RGBColor{0, 0, 0};  // a colour port's default
+  GrafPtr port = CurrentPort();
+  if (port && IsColourPort(port)) {
+    Handle vars = AsColour(port)->grafVars;
+    if (vars && *vars) copy.opColor = reinterpret_cast<GrafVars*>(*vars)->rgbOpColor;
+  }
+}
+
+// A colour port's portBits is its pixel map handle and portVersion (top two
+// bits of rowBytes set): the pixel map itself is meant.
+const BitMap* Dereferenced(const BitMap* bits) {
+  if (!bits || (bits->rowBytes & 0xC000) != 0xC000) return bits;
+  PixMapHandle pm = reinterpret_cast<PixMapHandle>(bits->baseAddr);
+  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
+}
+
+}  // namespace
+
+void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
+                 const Rect* dstRect, SInt16 mode, RgnHandle maskRgn) {
+  srcBits = Dereferenced(srcBits);
+  dstBits = Dereferenced(dstBits);
+  if (!srcBits || !dstBits || !srcRect || !dstRect) {
+    SetQDError(paramErr);
+    return;
+  }
+  OSErr err = noErr, dstErr = noErr;
+  CopySide src = ClassifySide(srcBits, &err);
+  CopySide dst = ClassifySide(dstBits, &dstErr);
+  if (src.missingTable || dst.missingTable) {
+    Report(" Oops! Copybits got a NULL color table.");
+    SetQDError(paramErr);
+    return;
+  }
+  if (err == noErr) err = dstErr;
+  SetQDError(err);
+  if (err != noErr || src.kind == SideKind::None || dst.kind == SideKind::None) return;
+  Rect s = *srcRect, d = *dstRect;
+  if (!ClipPair(s, src.bounds, d, dst.bounds)) return;
+
+  RegionKind maskKind = RegionKind::Rectangle;
+  if (maskRgn) {
+    const RegionRecord* r = RecordOf(maskRgn);
+    if (!r || EmptyRgn(maskRgn)) return;  // only the region's pixels change: none
+    maskKind = KindOf(*r);
+  }
+  PipelineCopy copy{};
+  copy.mode = mode;
+  FillColours(copy);
+  std::vector<uint8_t> mask;
+  bool gdiClip = dst.kind == SideKind::Device && maskRgn && maskKind != RegionKind::Mask;
+  if (maskRgn && !gdiClip) {
+    mask = MaskBits(maskRgn, d, &copy.maskRowBytes);
+    copy.mask = mask.data();
+  }
+
+  if (src.kind == SideKind::Memory && dst.kind == SideKind::Memory) {
+    copy.src = Relative(s, src.bounds);
+    copy.dst = Relative(d, dst.bounds);
+    SetQDError(MemoryToMemory(src, dst, copy));
+    return;
+  }
+  DeviceCopy job{src, dst, s, d, copy, gdiClip ? maskRgn : nullptr};
+  SetQDError(CopyWithDevice(job));
+}
+
+}  // namespace kwe::quickdraw
+
+using namespace kwe::quickdraw;
+
+KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
+                               const Rect* dstRect, SInt16 mode, RgnHandle maskRgn) {
+  // A copy into the current port goes through its bits procedure.
+  GrafPtr port = CurrentPort();
+  if (port && dstBits && dstBits->baseAddr == port->portBits.baseAddr) {
+    if (ProcPtr custom = CustomProc(port, ProcSlot::Bits)) {
+      reinterpret_cast<BitsProc>(custom)(srcBits, srcRect, dstRect, mode, maskRgn);
+      return;
+    }
+  }
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn);
+}
+
+KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const Rect* dstRect,
+                              SInt16 mode, RgnHandle maskRgn) {
+  GrafPtr port = CurrentPort();
+  if (!port) return;
+  CopyBitsNow(srcBits, &port->portBits, srcRect, dstRect, mode, maskRgn);
+}

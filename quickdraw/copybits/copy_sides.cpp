@@ -1,0 +1,64 @@
+// Classifying the two sides of a copy.
+#include "quickdraw/copybits/copy_sides.h"
+
+#include "quickdraw/colour/device_colours.h"
+#include "quickdraw/ports/graphics_records.h"
+
+namespace kwe::quickdraw {
+
+namespace {
+constexpr uintptr_t kLastPortTag = 0xFFFF;
+}  // namespace
+
+const ColourEntry* OneBitEntries() {
+  static const ColourEntry kEntries[2] = {{0, {0xFFFF, 0xFFFF, 0xFFFF}}, {1, {0, 0, 0}}};
+  return kEntries;
+}
+
+CopySide ClassifySide(const BitMap* bits, OSErr* err) {
+  *err = noErr;
+  CopySide side;
+  side.bits = bits;
+  side.bounds = bits->bounds;
+  uintptr_t base = reinterpret_cast<uintptr_t>(bits->baseAddr);
+  const PixMap* pm = IsPixMap(bits) ? reinterpret_cast<const PixMap*>(bits) : nullptr;
+  if (base >= kPortTag && base <= kLastPortTag) {
+    PortAttr* attr = AttrOfSlot(static_cast<int>(base & 0x7FFF));
+    if (!attr || !attr->hdc) return side;
+    side.kind = SideKind::Device;
+    side.attr = attr;
+    return side;
+  }
+  // 32767 is no pixels; lower values name offscreen bitmaps, which have no
+  // pixels here either.
+  if (base <= kLastPortTag) return side;
+  int depth = pm ? pm->pixelSize : 1;
+  MacPixels pixels{reinterpret_cast<uint8_t*>(bits->baseAddr), bits->rowBytes & 0x3FFF, depth,
+                   bits->bounds.right - bits->bounds.left, bits->bounds.bottom - bits->bounds.top};
+  if (pixels.width < 0 || pixels.height < 0) return side;  // nothing to copy
+  if ((*err = CheckMacPixels(pixels)) != noErr) return side;
+  side.pipeline.pixels = pixels;
+  if (depth <= 8) {
+    if (!pm) {
+      side.pipeline.table = OneBitEntries();
+      side.pipeline.count = 2;
+    } else {
+      if (!pm->pmTable) {
+        side.missingTable = true;
+        *err = paramErr;
+        return side;
+      }
+      side.table = pm->pmTable;
+      side.pipeline.table = TableEntries(pm->pmTable);
+      side.pipeline.count = TableEntryCount(pm->pmTable);
+      if (side.pipeline.count == 0) {
+        *err = paramErr;
+        return side;
+      }
+    }
+  }
+  side.kind = SideKind::Memory;
+  return side;
+}
+
+}  // namespace kwe::quickdraw

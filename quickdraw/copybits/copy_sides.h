@@ -1,0 +1,37 @@
+// The two sides of a CopyBits: where each one's pixels live (application
+// memory or behind a port's DC), its bounds, depth and colour table.
+#pragma once
+#include <windows.h>
+
+#include "QuickdrawColour.h"
+#include "quickdraw/copybits/pixel_pipeline.h"
+#include "quickdraw/ports/port_attr.h"
+
+namespace kwe::quickdraw {
+
+enum class SideKind { None, Memory, Device };
+
+struct CopySide {
+  SideKind kind = SideKind::None;
+  const BitMap* bits = nullptr;
+  Rect bounds{};
+  // Memory sides: the pixels from bounds' top left, and their colours.
+  PipelineSide pipeline{};
+  CTabHandle table = nullptr;  // null for a bitmap (the standard 1-bit table)
+  // Device sides: the port whose DC holds the pixels.
+  PortAttr* attr = nullptr;
+  bool missingTable = false;  // an indexed pixel map whose pmTable is null
+};
+
+// What src or dst stands for. An indexed pixel map without a colour table
+// (missingTable) and memory pixels CheckMacPixels refuses come back as None
+// with *err set; a side without pixels as None with noErr.
+CopySide ClassifySide(const BitMap* bits, OSErr* err);
+
+// The published pixel map behind a BitMap argument: bit 15 of rowBytes.
+inline bool IsPixMap(const BitMap* bits) { return (bits->rowBytes & 0x8000) != 0; }
+
+// The standard 1-bit table of bitmaps: white, black.
+const ColourEntry* OneBitEntries();
+
+}  // namespace kwe::quickdraw

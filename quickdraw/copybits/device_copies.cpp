@@ -1,0 +1,222 @@
+// CopyBits with a DC on one side or both.
+#include "quickdraw/copybits/device_copies.h"
+
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "quickdraw/colour/device_colours.h"
+#include "quickdraw/copybits/raster_ops.h"
+#include "quickdraw/regions/region_record.h"
+
+namespace kwe::quickdraw {
+namespace {
+
+RECT DeviceRectOf(const PortAttr& a, const Rect& r) {
+  int left = r.left, top = r.top, right = r.right, bottom = r.bottom;
+  LocalToDevice(a, &left, &top);
+  LocalToDevice(a, &right, &bottom);
+  return RECT{left, top, right, bottom};
+}
+
+// A 32-bit top-down DIB section in a memory DC: the layout of 32-bit
+// Macintosh pixels, so the pipeline reads and writes it directly.
+class Section {
+ public:
+  Section(int width, int height) : width_(width), height_(height) {
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    dc_ = CreateCompatibleDC(nullptr);
+    if (dc_) bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
+    if (bitmap_) old_ = SelectObject(dc_, bitmap_);
+  }
+  ~Section() {
+    if (old_) SelectObject(dc_, old_);
+    if (bitmap_) DeleteObject(bitmap_);
+    if (dc_) DeleteDC(dc_);
+  }
+  Section(const Section&) = delete;
+  Section& operator=(const Section&) = delete;
+  bool Ok() const { return bits_ != nullptr; }
+  HDC Dc() const { return dc_; }
+  PipelineSide Side() const {
+    return PipelineSide{MacPixels{static_cast<uint8_t*>(bits_), 4 * width_, 32, width_, height_},
+                        nullptr, 0};
+  }
+
+ private:
+  int width_, height_;
+  HDC dc_ = nullptr;
+  HBITMAP bitmap_ = nullptr;
+  HGDIOBJ old_ = nullptr;
+  void* bits_ = nullptr;
+};
+
+// Clips the destination DC to a mask region for the copy's duration.
+class MaskClip {
+ public:
+  MaskClip(HDC dc, const PortAttr& a, RgnHandle mask) : dc_(dc) {
+    const RegionRecord* r = mask ? RecordOf(mask) : nullptr;
+    if (!r) return;
+    saved_ = SaveDC(dc);
+    HRGN shape = CreateRectRgn(0, 0, 0, 0);
+    if (shape && CombineRgn(shape, ShapeForGdi(*r), nullptr, RGN_COPY) != ERROR) {
+      int dh = 0, dv = 0;
+      LocalToDevice(a, &dh, &dv);
+      OffsetRgn(shape, dh, dv);
+      ExtSelectClipRgn(dc, shape, RGN_AND);
+    }
+    if (shape) DeleteObject(shape);
+  }
+  ~MaskClip() {
+    if (saved_) RestoreDC(dc_, saved_);
+  }
+  MaskClip(const MaskClip&) = delete;
+  MaskClip& operator=(const MaskClip&) = delete;
+
+ private:
+  HDC dc_;
+  int saved_ = 0;
+};
+
+struct DibInfo {
+  BITMAPINFOHEADER header;
+  RGBQUAD colours[256];
+};
+
+// Memory pixels as a DIB GDI can read where they lie: rows already 4-byte
+// apart at 1, 4, 8, 16 or 32 bits need no conversion at all (16-bit
+// Macintosh pixels are a 5-5-5 DIB's, 32-bit ones a BI_RGB DIB's); other
+// rows are copied to 4-byte rows, and 2-bit pixels widened to 8.
+OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
+  const MacPixels& p = job.src.pipeline.pixels;
+  const Rect& b = job.src.bounds;
+  int left = job.srcRect.left - b.left, top = job.srcRect.top - b.top;
+  int w = job.srcRect.right - job.srcRect.left, h = job.srcRect.bottom - job.srcRect.top;
+  DibInfo info{};
+  info.header.biSize = sizeof info.header;
+  info.header.biPlanes = 1;
+  info.header.biCompression = BI_RGB;
+  const uint8_t* rows = p.base + static_cast<ptrdiff_t>(top) * p.rowBytes;
+  std::unique_ptr<uint8_t[]> owned;
+  int depth = p.depth;
+  if (depth == 2) {
+    int32_t stride = DibRowBytes(w, 8);
+    owned.reset(new (std::nothrow) uint8_t[static_cast<size_t>(stride) * h]);
+    if (!owned) return memFullErr;
+    MacToDib(p, left, top, nullptr, false, DibPixels{owned.get(), 8, w, h});
+    info.header.biWidth = w;
+    info.header.biHeight = h;
+    rows = owned.get();
+    left = 0;
+    depth = 8;
+  } else {
+    int32_t stride = p.rowBytes;
+    if (stride % 4) {
+      stride = (stride + 3) & ~3;
+      owned.reset(new (std::nothrow) uint8_t[static_cast<size_t>(stride) * h]);
+      if (!owned) return memFullErr;
+      for (int y = 0; y < h; ++y)
+        std::memcpy(owned.get() + static_cast<size_t>(y) * stride,
+                    rows + static_cast<ptrdiff_t>(y) * p.rowBytes, static_cast<size_t>(p.rowBytes));
+      rows = owned.get();
+    }
+    info.header.biWidth = stride * 8 / depth;
+    info.header.biHeight = -h;
+  }
+  info.header.biBitCount = static_cast<WORD>(depth);
+  if (depth <= 8) {
+    int n = 1 << depth;
+    for (int i = 0; i < n && i < job.src.pipeline.count; ++i) {
+      const RGBColor& c = job.src.pipeline.table[i].rgb;
+      info.colours[i] = RGBQUAD{static_cast<BYTE>(c.blue >> 8), static_cast<BYTE>(c.green >> 8),
+                                static_cast<BYTE>(c.red >> 8), 0};
+    }
+    info.header.biClrUsed = static_cast<DWORD>(n);
+  }
+  SetStretchBltMode(dc, COLORONCOLOR);
+  int done = StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, left, 0, w,
+                           h, rows, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS,
+                           RasterOpOfMode(job.copy.mode));
+  return done == 0 ? paramErr : noErr;
+}
+
+// What GDI cannot do: the destination's pixels are read into a section,
+// the pipeline combines the source into them, and the section goes back.
+OSErr ThroughSection(const DeviceCopy& job, HDC dc, const RECT& to) {
+  int w = to.right - to.left, h = to.bottom - to.top;
+  Section section(w, h);
+  if (!section.Ok()) return memFullErr;
+  if (!BitBlt(section.Dc(), 0, 0, w, h, dc, to.left, to.top, SRCCOPY)) return paramErr;
+  GdiFlush();
+  PipelineCopy copy = job.copy;
+  const Rect& b = job.src.bounds;
+  copy.src = Rect{static_cast<SInt16>(job.srcRect.top - b.top),
+                  static_cast<SInt16>(job.srcRect.left - b.left),
+                  static_cast<SInt16>(job.srcRect.bottom - b.top),
+                  static_cast<SInt16>(job.srcRect.right - b.left)};
+  copy.dst = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
+  OSErr err = RunPipeline(job.src.pipeline, section.Side(), copy);
+  if (err != noErr) return err;
+  return BitBlt(dc, to.left, to.top, w, h, section.Dc(), 0, 0, SRCCOPY) ? noErr : paramErr;
+}
+
+// A DC's pixels into memory: read into a section, then the pipeline.
+OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
+  int w = from.right - from.left, h = from.bottom - from.top;
+  Section section(w, h);
+  if (!section.Ok()) return memFullErr;
+  if (!BitBlt(section.Dc(), 0, 0, w, h, dc, from.left, from.top, SRCCOPY)) return paramErr;
+  GdiFlush();
+  PipelineCopy copy = job.copy;
+  const Rect& b = job.dst.bounds;
+  copy.src = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
+  copy.dst = Rect{static_cast<SInt16>(job.dstRect.top - b.top),
+                  static_cast<SInt16>(job.dstRect.left - b.left),
+                  static_cast<SInt16>(job.dstRect.bottom - b.top),
+                  static_cast<SInt16>(job.dstRect.right - b.left)};
+  if (job.dst.pipeline.pixels.depth <= 8) {
+    copy.inverse = job.dst.table ? InverseTableOf(job.dst.table) : OneBitInverse();
+    if (!copy.inverse) return memFullErr;
+  }
+  return RunPipeline(section.Side(), job.dst.pipeline, copy);
+}
+
+}  // namespace
+
+const uint8_t* OneBitInverse() {
+  static std::unique_ptr<uint8_t[]> table;
+  if (!table) {
+    table.reset(new (std::nothrow) uint8_t[kInverseTableSize]);
+    if (table) BuildInverseTable(OneBitEntries(), 2, table.get());
+  }
+  return table.get();
+}
+
+OSErr CopyWithDevice(const DeviceCopy& job) {
+  if (job.dst.kind == SideKind::Memory) {
+    RECT from = DeviceRectOf(*job.src.attr, job.srcRect);
+    return DeviceToMemory(job, job.src.attr->hdc, from);
+  }
+  HDC dc = job.dst.attr->hdc;
+  RECT to = DeviceRectOf(*job.dst.attr, job.dstRect);
+  MaskClip clip(dc, *job.dst.attr, job.clip);
+  int base = job.copy.mode & ~64;
+  if (job.src.kind == SideKind::Device) {
+    RECT from = DeviceRectOf(*job.src.attr, job.srcRect);
+    HDC source = job.src.attr->hdc;
+    int w = to.right - to.left, h = to.bottom - to.top;
+    int sw = from.right - from.left, sh = from.bottom - from.top;
+    DWORD rop = RasterOpOfMode(job.copy.mode);
+    if (w == sw && h == sh)
+      return BitBlt(dc, to.left, to.top, w, h, source, from.left, from.top, rop) ? noErr : paramErr;
+    SetStretchBltMode(dc, COLORONCOLOR);
+    return StretchBlt(dc, to.left, to.top, w, h, source, from.left, from.top, sw, sh, rop)
+               ? noErr
+               : paramErr;
+  }
+  if (base <= 15 && !job.copy.mask) return MemoryToDevice(job, dc, to);
+  return ThroughSection(job, dc, to);
+}
+
+}  // namespace kwe::quickdraw

@@ -1,0 +1,325 @@
+// Colour tables and CopyBits through the DLL: tables and colour matching
+// against the main device, copies between memory pixel maps and onto a port
+// drawing into a DIB section, read back and compared with the reference
+// model of the pipeline.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <vector>
+
+#include "KWEPorts.h"
+#include "Memory.h"
+#include "Quickdraw.h"
+#include "QuickdrawColour.h"
+#include "pipeline_reference.h"
+#include "quickdraw/regions/region_canvas.h"
+
+namespace {
+
+using namespace kwe_test;
+
+class CopyBitsTest : public PortTest {
+ protected:
+  // A colour table handle of the reference model's colours.
+  CTabHandle TableOf(const std::vector<reference::Colour>& colours, SInt32 seed) {
+    Handle h = NewHandleClear(static_cast<Size>(8 + 8 * colours.size()));
+    auto* t = reinterpret_cast<ColorTable*>(*h);
+    t->ctSeed = seed;
+    t->ctSize = static_cast<SInt16>(colours.size() - 1);
+    for (size_t i = 0; i < colours.size(); ++i)
+      t->ctTable[i] =
+          ColorSpec{static_cast<SInt16>(i),
+                    RGBColor{UInt16(colours[i].r), UInt16(colours[i].g), UInt16(colours[i].b)}};
+    tables.push_back(h);
+    return reinterpret_cast<CTabHandle>(h);
+  }
+  // A pixel map over the image's bytes; a 1-bit image half the time as a
+  // plain bitmap.
+  PixMap MapOf(reference::Image& im, bool asBitMap) {
+    PixMap pm{};
+    pm.baseAddr = reinterpret_cast<Ptr>(im.bytes.data());
+    pm.rowBytes = static_cast<SInt16>(im.rowBytes | (asBitMap ? 0 : 0x8000));
+    pm.bounds = Rect{0, 0, SInt16(im.height), SInt16(im.width)};
+    pm.pixelSize = static_cast<SInt16>(im.depth);
+    pm.cmpCount = 1;
+    pm.cmpSize = static_cast<SInt16>(im.depth);
+    if (im.depth <= 8) pm.pmTable = TableOf(im.table, im.depth);  // one seed a depth
+    return pm;
+  }
+  // The case's mask as a region in the destination's coordinates.
+  RgnHandle MaskOf(const reference::Case& c, int width, int height) {
+    SInt16 rowBytes = SInt16((width + 15) / 16 * 2);
+    std::vector<UInt8> rows(size_t(rowBytes) * height);
+    for (int y = c.dt; y < c.db; ++y)
+      for (int x = c.dl; x < c.dr; ++x) {
+        int mx = x - c.dl, my = y - c.dt;
+        if (c.mask[size_t(my) * c.maskRowBytes + mx / 8] >> (7 - mx % 8) & 1)
+          rows[size_t(y) * rowBytes + x / 8] |= UInt8(0x80 >> (x % 8));
+      }
+    BitMap bits{reinterpret_cast<Ptr>(rows.data()), rowBytes,
+                Rect{0, 0, SInt16(height), SInt16(width)}};
+    RgnHandle rgn = NewRgn();
+    EXPECT_EQ(BitMapToRegion(rgn, &bits), noErr);
+    return rgn;
+  }
+  // The case's background colour as the port keeps it (a port may take
+  // only black or white), which transparent then leaves out.
+  void UseBackground(reference::Case& c) {
+    RGBColor bk{UInt16(c.bk.r), UInt16(c.bk.g), UInt16(c.bk.b)};
+    RGBBackColor(&bk);
+    GetBackColor(&bk);
+    c.bk = reference::Colour{bk.red, bk.green, bk.blue};
+  }
+  void TearDown() override {
+    for (Handle h : tables) DisposeHandle(h);
+    PortTest::TearDown();
+  }
+  std::vector<Handle> tables;
+};
+
+Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
+
+TEST_F(CopyBitsTest, ColourTablesAndMatchingAgainstTheMainDevice) {
+  const struct {
+    SInt16 id;
+    int size, entry;
+    RGBColor rgb;
+  } cases[] = {{1, 2, 1, {0, 0, 0}},
+               {4, 16, 6, {0, 0, 0xD4D4}},
+               {8, 256, 215, {0xEEEE, 0, 0}},
+               {20, 16, 15, {0, 0, 0}},
+               {40, 256, 1, {0xFEFE, 0xFEFE, 0xFEFE}}};
+  for (const auto& c : cases) {
+    CTabHandle t = GetCTable(c.id);
+    ASSERT_NE(t, nullptr) << c.id;
+    EXPECT_EQ((**t).ctSeed, c.id);
+    EXPECT_EQ((**t).ctSize, c.size - 1);
+    EXPECT_EQ((**t).ctTable[c.entry].rgb.blue, c.rgb.blue) << c.id;
+    EXPECT_EQ((**t).ctTable[c.entry].rgb.red, c.rgb.red) << c.id;
+    DisposeCTable(t);
+  }
+  EXPECT_EQ(GetCTable(3), nullptr);
+  DisposeCTable(nullptr);
+
+  RGBColor red{0xFFFF, 0, 0}, got{1, 1, 1};
+  EXPECT_EQ(Color2Index(&red), 35);
+  Index2Color(300, &got);
+  EXPECT_TRUE(got.red == 0 && got.green == 0 && got.blue == 0);
+  EXPECT_TRUE(RealColor(&red));
+  RGBColor odd{0x7000, 0x1000, 0xF000};
+  EXPECT_FALSE(RealColor(&odd));
+
+  // Searched and through the device's inverse table: the entry found is
+  // the nearest one (of the colour, or of its cell's middle).
+  CTabHandle device = GetCTable(8);
+  for (int pass = 0; pass < 2; ++pass) {
+    if (pass == 1) MakeITable(nullptr, nullptr, 5);
+    srand(7);
+    for (int step = 0; step < 300; ++step) {
+      RGBColor c{UInt16(rand() * 2), UInt16(rand() * 2), UInt16(rand() * 2)};
+      if (pass == 1)  // a cell's middle, where search and table agree
+        c = RGBColor{UInt16((c.red >> 11) * 8 * 257), UInt16((c.green >> 11) * 8 * 257),
+                     UInt16((c.blue >> 11) * 8 * 257)};
+      SInt32 index = Color2Index(&c);
+      Index2Color(index, &got);
+      long best = 1L << 30;
+      for (int i = 0; i < 256; ++i) {
+        const RGBColor& e = (**device).ctTable[i].rgb;
+        best = std::min(best, labs(long(e.red) - c.red) + labs(long(e.green) - c.green) +
+                                  labs(long(e.blue) - c.blue));
+      }
+      long mine = labs(long(got.red) - c.red) + labs(long(got.green) - c.green) +
+                  labs(long(got.blue) - c.blue);
+      ASSERT_EQ(mine, best) << "pass " << pass << " step " << step;
+    }
+  }
+  // GetSubTable: each entry's value becomes its nearest index in the target.
+  CTabHandle mine = GetCTable(4);
+  GetSubTable(mine, 5, device);
+  EXPECT_EQ((**mine).ctTable[0].value, 0);     // white
+  EXPECT_EQ((**mine).ctTable[15].value, 255);  // black
+  DisposeCTable(mine);
+  DisposeCTable(device);
+}
+
+// Cases of the reference sweep through the DLL: first between memory pixel
+// maps (every depth, scaled, masked), then onto the port's DIB section as a
+// 32-bit destination (GDI's own stretching rounds differently, so scaled
+// copies GDI makes are left to the next test).
+TEST_F(CopyBitsTest, SeededSweepThroughTheDllMatchesTheReferenceModel) {
+  uint64_t sum = reference::kFoldStart;
+  for (uint32_t n = 5001; n <= 5600; ++n) {
+    reference::Drawn want = reference::Make(n), got = reference::Make(n);
+    const reference::Case& c = got.c;
+    want.c.op = reference::Colour{0, 0, 0};  // the plain port's op colour
+    UseBackground(want.c);
+    reference::Copy(want.src, want.dst, want.c);
+    PixMap src = MapOf(got.src, got.src.depth == 1 && (n & 1));
+    PixMap dst = MapOf(got.dst, got.dst.depth == 1 && (n & 2));
+    RgnHandle mask = c.masked ? MaskOf(c, got.dst.width, got.dst.height) : nullptr;
+    Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);
+    CopyBits(reinterpret_cast<BitMap*>(&src), reinterpret_cast<BitMap*>(&dst), &s, &d,
+             SInt16(c.mode), mask);
+    if (mask) DisposeRgn(mask);
+    ASSERT_EQ(got.dst.bytes, want.dst.bytes) << "case " << n << ": depth " << got.src.depth
+                                             << " to " << got.dst.depth << ", mode " << c.mode;
+    sum = reference::Fold(sum, got.dst.bytes);
+  }
+  int onPort = 0;
+  for (uint32_t n = 6001; n <= 6400; ++n) {
+    reference::Drawn want = reference::Make(n);
+    reference::Case& c = want.c;
+    bool scaled = c.sr - c.sl != c.dr - c.dl || c.sb - c.st != c.db - c.dt;
+    bool byGdi = (c.mode & 63) < 16 && !c.masked;
+    if ((scaled && byGdi) || (byGdi && want.src.depth == 16)) continue;
+    ++onPort;
+    c.op = reference::Colour{0, 0, 0};
+    // The destination is what the canvas holds, as 32-bit pixels.
+    want.dst.depth = 32;
+    want.dst.rowBytes = 4 * want.dst.width;
+    want.dst.table.clear();
+    want.dst.bytes.assign(size_t(want.dst.rowBytes) * want.dst.height, 0);
+    canvas.Clear();
+    for (int y = 0; y < want.dst.height; ++y)
+      for (int x = 0; x < want.dst.width; ++x) {
+        uint32_t v = (n * 2654435761u + uint32_t(x * 40503 + y * 9973)) & 0xFFFFFF;
+        want.dst.Put(x, y, v);
+        SetPixelV(canvas.Dc(), x, y, RGB(v >> 16, v >> 8 & 255, v & 255));
+      }
+    UseBackground(c);
+    PixMap src = MapOf(want.src, want.src.depth == 1 && (n & 1));
+    RgnHandle mask = c.masked ? MaskOf(c, want.dst.width, want.dst.height) : nullptr;
+    Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);
+    CopyBits(reinterpret_cast<BitMap*>(&src), &port.portBits, &s, &d, SInt16(c.mode), mask);
+    if (mask) DisposeRgn(mask);
+    reference::Copy(want.src, want.dst, c);
+    for (int y = 0; y < want.dst.height; ++y)
+      for (int x = 0; x < want.dst.width; ++x)
+        ASSERT_EQ(canvas.Pixel(x, y), want.dst.Get(x, y) & 0xFFFFFF)
+            << "case " << n << " at " << x << "," << y << ": depth " << want.src.depth << ", mode "
+            << c.mode;
+    sum = reference::Fold(sum, want.dst.bytes);
+  }
+  std::printf("CopyBits sweep through the DLL: %d cases on the port, checksum %016llx\n", onPort,
+              static_cast<unsigned long long>(sum));
+  EXPECT_GT(onPort, 150);
+}
+
+// A 1-bit bitmap onto the port: srcOr leaves the pixels under 0 bits alone,
+// a twice-as-large destination shows each source pixel as 2 x 2, a mask
+// region limits the pixels that change, and the port's DC can be copied
+// within itself.
+TEST_F(CopyBitsTest, BitmapsOntoThePortScaledMaskedAndWithinIt) {
+  UInt8 rows[8 * 2] = {};
+  for (int y = 0; y < 8; ++y) rows[y * 2] = UInt8(0xF0 >> (y & 1));  // a ragged left half
+  BitMap bits{reinterpret_cast<Ptr>(rows), 2, R(0, 0, 16, 8)};
+  canvas.Clear();
+  RECT grey{0, 0, 64, 64};
+  HBRUSH brush = CreateSolidBrush(RGB(0x80, 0x80, 0x80));
+  FillRect(canvas.Dc(), &grey, brush);
+  DeleteObject(brush);
+  Rect s = R(0, 0, 8, 8), d = R(10, 10, 18, 18);
+  CopyBits(&bits, &port.portBits, &s, &d, 1 /* srcOr */, nullptr);
+  EXPECT_EQ(canvas.Pixel(10, 10), kBlack);
+  EXPECT_EQ(canvas.Pixel(14, 10), 0x808080u);  // under a 0 bit
+  EXPECT_EQ(canvas.Pixel(10, 11), 0x808080u);  // row 1 starts one pixel in
+  EXPECT_EQ(canvas.Pixel(11, 11), kBlack);
+
+  canvas.Clear();
+  Rect twice = R(20, 20, 36, 36);
+  CopyBits(&bits, &port.portBits, &s, &twice, 0, nullptr);
+  for (int y = 0; y < 16; ++y)
+    for (int x = 0; x < 16; ++x) {
+      bool black = (rows[(y / 2) * 2] >> (7 - x / 2)) & 1;
+      ASSERT_EQ(canvas.Pixel(20 + x, 20 + y), black ? kBlack : kWhite) << x << "," << y;
+    }
+
+  canvas.Clear();
+  RgnHandle mask = RegionOf({R(40, 40, 44, 48)});
+  Rect all = R(40, 40, 48, 48);
+  UInt8 black[16];
+  memset(black, 0xFF, sizeof black);
+  BitMap ink{reinterpret_cast<Ptr>(black), 2, R(0, 0, 16, 8)};
+  CopyBits(&ink, &port.portBits, &s, &all, 0, mask);
+  EXPECT_EQ(BlackIn(40, 40, 48, 48), 32);
+  EXPECT_EQ(BlackIn(44, 40, 48, 48), 0);
+  DisposeRgn(mask);
+
+  // Within the port: the left block moved right by 10.
+  Rect from = R(40, 40, 44, 48), to = R(50, 40, 54, 48);
+  CopyBits(&port.portBits, &port.portBits, &from, &to, 0, nullptr);
+  EXPECT_EQ(BlackIn(50, 40, 54, 48), 32);
+}
+
+// What an application gets wrong: each call draws nothing and leaves the
+// canvas, the handles and GDI's objects as they were.
+TEST_F(CopyBitsTest, BadInputDrawsNothing) {
+  UInt8 pixels[64];
+  memset(pixels, 0xFF, sizeof pixels);
+  PixMap pm{};
+  pm.baseAddr = reinterpret_cast<Ptr>(pixels);
+  pm.rowBytes = SInt16(8 | 0x8000);
+  pm.bounds = R(0, 0, 8, 8);
+  pm.pixelSize = 8;
+  Rect s = R(0, 0, 8, 8);
+  canvas.Clear();
+  capture.Clear();
+  CopyBits(reinterpret_cast<BitMap*>(&pm), &port.portBits, &s, &s, 0, nullptr);  // no table
+  ASSERT_EQ(capture.Reports().size(), 1u);
+  EXPECT_NE(capture.Reports()[0].find("Oops! Copybits got a NULL color table."), std::string::npos);
+
+  pm.pmTable = GetCTable(8);
+  const struct {
+    int depth, rowBytes;
+    Ptr base;
+    Rect src, dst;
+  } cases[] = {
+      {3, 8, reinterpret_cast<Ptr>(pixels), s, s},                      // no such depth
+      {8, 7, reinterpret_cast<Ptr>(pixels), s, s},                      // odd rowBytes
+      {8, 4, reinterpret_cast<Ptr>(pixels), s, s},                      // too short for 8 pixels
+      {8, 8, nullptr, s, s},                                            // no pixels
+      {8, 8, reinterpret_cast<Ptr>(pixels), R(4, 4, 2, 2), s},          // inverted
+      {8, 8, reinterpret_cast<Ptr>(pixels), R(3, 3, 3, 9), s},          // empty
+      {8, 8, reinterpret_cast<Ptr>(pixels), R(900, 900, 990, 990), s},  // far outside
+      {8, 8, reinterpret_cast<Ptr>(pixels), s, R(-3000, -3000, -2990, -2990)},
+  };
+  int before = LiveGdiObjects();
+  for (const auto& c : cases) {
+    pm.pixelSize = SInt16(c.depth);
+    pm.rowBytes = SInt16(c.rowBytes | 0x8000);
+    pm.baseAddr = c.base;
+    CopyBits(reinterpret_cast<BitMap*>(&pm), &port.portBits, &c.src, &c.dst, 0, nullptr);
+    EXPECT_EQ(BlackIn(0, 0, 16, 16), 0) << "depth " << c.depth << " rowBytes " << c.rowBytes;
+  }
+  CopyBits(nullptr, &port.portBits, &s, &s, 0, nullptr);
+  CopyBits(reinterpret_cast<BitMap*>(&pm), &port.portBits, nullptr, &s, 0, nullptr);
+  EXPECT_EQ(LiveGdiObjects(), before);
+  DisposeCTable(pm.pmTable);
+}
+
+// Many copies down every path leave GDI's object count where it was.
+TEST_F(CopyBitsTest, GdiObjectsStayFlatOverManyCopies) {
+  std::vector<UInt8> pixels(32 * 32, 0x23);
+  PixMap pm{};
+  pm.baseAddr = reinterpret_cast<Ptr>(pixels.data());
+  pm.rowBytes = SInt16(32 | 0x8000);
+  pm.bounds = R(0, 0, 32, 32);
+  pm.pixelSize = 8;
+  pm.pmTable = GetCTable(8);
+  Rect s = R(0, 0, 32, 32), d = R(0, 0, 64, 48);
+  RgnHandle mask = RegionOf({R(0, 0, 20, 20), R(30, 30, 40, 40)});
+  CopyBits(reinterpret_cast<BitMap*>(&pm), &port.portBits, &s, &d, 32, mask);  // warm up
+  int before = LiveGdiObjects();
+  for (int i = 0; i < 10000; ++i) {
+    SInt16 mode = SInt16(i % 4 == 0 ? 0 : i % 4 == 1 ? 33 : i % 4 == 2 ? 64 : 1);
+    CopyBits(reinterpret_cast<BitMap*>(&pm), &port.portBits, &s, &d, mode, i % 3 ? nullptr : mask);
+    if (i % 50 == 0) CopyBits(&port.portBits, &port.portBits, &s, &d, 0, mask);
+    if (i % 50 == 1) CopyBits(&port.portBits, reinterpret_cast<BitMap*>(&pm), &d, &s, 0, nullptr);
+  }
+  EXPECT_EQ(LiveGdiObjects(), before);
+  DisposeRgn(mask);
+  DisposeCTable(pm.pmTable);
+}
+
+}  // namespace
