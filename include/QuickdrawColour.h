@@ -46,6 +46,30 @@ KWE_API void KWE_CALL GetSubTable(CTabHandle myColors, SInt16 iTabRes, CTabHandl
    current device's inverse table) at resolution 5. */
 KWE_API void KWE_CALL MakeITable(CTabHandle cTabH, ITabHandle inverseTable, SInt16 res);
 
+/* Graphics devices. The library keeps one screen, the main device InitGraf
+   makes; an application's own devices get a pixel map of the screen's
+   depth with a standard colour table (256 colours for deeper screens) and
+   an inverse table for it. DisposeGDevice leaves the main device alone. */
+KWE_API GDHandle KWE_CALL NewGDevice(SInt16 refNum, SInt32 mode);
+KWE_API void KWE_CALL InitGDevice(SInt16 qdRefNum, SInt32 mode, GDHandle gdh);
+KWE_API void KWE_CALL DisposeGDevice(GDHandle gdh);
+KWE_API GDHandle KWE_CALL GetGDevice(void);
+KWE_API void KWE_CALL SetGDevice(GDHandle gdh);
+KWE_API GDHandle KWE_CALL GetMainDevice(void);
+KWE_API GDHandle KWE_CALL GetDeviceList(void);
+KWE_API GDHandle KWE_CALL GetNextDevice(GDHandle curDevice);
+KWE_API GDHandle KWE_CALL GetMaxDevice(const Rect* globalRect);
+/* Bit attribute (0 to 15) of gdFlags. */
+KWE_API Boolean KWE_CALL TestDeviceAttribute(GDHandle gdh, SInt16 attribute);
+KWE_API void KWE_CALL SetDeviceAttribute(GDHandle gdh, SInt16 attribute, Boolean value);
+
+/* Pixel maps. NewPixMap's has the current DC's depth, covers the screen,
+   has no pixels (baseAddr 32767) and an empty colour table of its own;
+   CopyPixMap copies the record and the colours into dstPM's own table. */
+KWE_API PixMapHandle KWE_CALL NewPixMap(void);
+KWE_API void KWE_CALL DisposePixMap(PixMapHandle pm);
+KWE_API void KWE_CALL CopyPixMap(PixMapHandle srcPM, PixMapHandle dstPM);
+
 /* Copies srcRect of srcBits into dstRect of dstBits, scaled, through the
    transfer mode (srcCopy to notSrcBic, blend to adMin, + ditherCopy's 64)
    and, when maskRgn is not null, only where maskRgn is. Memory pixels,

@@ -51,12 +51,6 @@ bool ClipPair(Rect& src, const Rect& srcBounds, Rect& dst, const Rect& dstBounds
   return !Empty(src) && !Empty(dst);
 }
 
-Rect Relative(const Rect& r, const Rect& bounds) {
-  return Rect{static_cast<SInt16>(r.top - bounds.top), static_cast<SInt16>(r.left - bounds.left),
-              static_cast<SInt16>(r.bottom - bounds.top),
-              static_cast<SInt16>(r.right - bounds.left)};
-}
-
 // The mask region's pixels over dst (in dst's coordinates), one bit a pixel.
 std::vector<uint8_t> MaskBits(RgnHandle mask, const Rect& dst, int32_t* rowBytes) {
   int w = dst.right - dst.left, h = dst.bottom - dst.top;

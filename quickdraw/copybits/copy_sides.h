@@ -31,6 +31,13 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err);
 // The published pixel map behind a BitMap argument: bit 15 of rowBytes.
 inline bool IsPixMap(const BitMap* bits) { return (bits->rowBytes & 0x8000) != 0; }
 
+// r in pixels of a side whose bounds are bounds, (0, 0) its top left.
+inline Rect Relative(const Rect& r, const Rect& bounds) {
+  return Rect{static_cast<SInt16>(r.top - bounds.top), static_cast<SInt16>(r.left - bounds.left),
+              static_cast<SInt16>(r.bottom - bounds.top),
+              static_cast<SInt16>(r.right - bounds.left)};
+}
+
 // The standard 1-bit table of bitmaps: white, black.
 const ColourEntry* OneBitEntries();
 

@@ -8,16 +8,10 @@
 #include "quickdraw/colour/device_colours.h"
 #include "quickdraw/copybits/raster_ops.h"
 #include "quickdraw/regions/region_record.h"
+#include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
 namespace {
-
-RECT DeviceRectOf(const PortAttr& a, const Rect& r) {
-  int left = r.left, top = r.top, right = r.right, bottom = r.bottom;
-  LocalToDevice(a, &left, &top);
-  LocalToDevice(a, &right, &bottom);
-  return RECT{left, top, right, bottom};
-}
 
 // A 32-bit top-down DIB section in a memory DC: the layout of 32-bit
 // Macintosh pixels, so the pipeline reads and writes it directly.
@@ -37,7 +31,13 @@ class Section {
   }
   Section(const Section&) = delete;
   Section& operator=(const Section&) = delete;
-  bool Ok() const { return bits_ != nullptr; }
+  // Fills the section with the DC's pixels of r; false when there is no
+  // section or GDI cannot read them.
+  bool Read(HDC dc, const RECT& r) {
+    if (!bits_ || !BitBlt(dc_, 0, 0, width_, height_, dc, r.left, r.top, SRCCOPY)) return false;
+    GdiFlush();
+    return true;
+  }
   HDC Dc() const { return dc_; }
   PipelineSide Side() const {
     return PipelineSide{MacPixels{static_cast<uint8_t*>(bits_), 4 * width_, 32, width_, height_},
@@ -146,15 +146,9 @@ OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
 OSErr ThroughSection(const DeviceCopy& job, HDC dc, const RECT& to) {
   int w = to.right - to.left, h = to.bottom - to.top;
   Section section(w, h);
-  if (!section.Ok()) return memFullErr;
-  if (!BitBlt(section.Dc(), 0, 0, w, h, dc, to.left, to.top, SRCCOPY)) return paramErr;
-  GdiFlush();
+  if (!section.Read(dc, to)) return memFullErr;
   PipelineCopy copy = job.copy;
-  const Rect& b = job.src.bounds;
-  copy.src = Rect{static_cast<SInt16>(job.srcRect.top - b.top),
-                  static_cast<SInt16>(job.srcRect.left - b.left),
-                  static_cast<SInt16>(job.srcRect.bottom - b.top),
-                  static_cast<SInt16>(job.srcRect.right - b.left)};
+  copy.src = Relative(job.srcRect, job.src.bounds);
   copy.dst = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
   OSErr err = RunPipeline(job.src.pipeline, section.Side(), copy);
   if (err != noErr) return err;
@@ -165,16 +159,10 @@ OSErr ThroughSection(const DeviceCopy& job, HDC dc, const RECT& to) {
 OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
   int w = from.right - from.left, h = from.bottom - from.top;
   Section section(w, h);
-  if (!section.Ok()) return memFullErr;
-  if (!BitBlt(section.Dc(), 0, 0, w, h, dc, from.left, from.top, SRCCOPY)) return paramErr;
-  GdiFlush();
+  if (!section.Read(dc, from)) return memFullErr;
   PipelineCopy copy = job.copy;
-  const Rect& b = job.dst.bounds;
   copy.src = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
-  copy.dst = Rect{static_cast<SInt16>(job.dstRect.top - b.top),
-                  static_cast<SInt16>(job.dstRect.left - b.left),
-                  static_cast<SInt16>(job.dstRect.bottom - b.top),
-                  static_cast<SInt16>(job.dstRect.right - b.left)};
+  copy.dst = Relative(job.dstRect, job.dst.bounds);
   if (job.dst.pipeline.pixels.depth <= 8) {
     copy.inverse = job.dst.table ? InverseTableOf(job.dst.table) : OneBitInverse();
     if (!copy.inverse) return memFullErr;
@@ -195,15 +183,15 @@ const uint8_t* OneBitInverse() {
 
 OSErr CopyWithDevice(const DeviceCopy& job) {
   if (job.dst.kind == SideKind::Memory) {
-    RECT from = DeviceRectOf(*job.src.attr, job.srcRect);
+    RECT from = DeviceRect(*job.src.attr, job.srcRect);
     return DeviceToMemory(job, job.src.attr->hdc, from);
   }
   HDC dc = job.dst.attr->hdc;
-  RECT to = DeviceRectOf(*job.dst.attr, job.dstRect);
+  RECT to = DeviceRect(*job.dst.attr, job.dstRect);
   MaskClip clip(dc, *job.dst.attr, job.clip);
   int base = job.copy.mode & ~64;
   if (job.src.kind == SideKind::Device) {
-    RECT from = DeviceRectOf(*job.src.attr, job.srcRect);
+    RECT from = DeviceRect(*job.src.attr, job.srcRect);
     HDC source = job.src.attr->hdc;
     int w = to.right - to.left, h = to.bottom - to.top;
     int sw = from.right - from.left, sh = from.bottom - from.top;

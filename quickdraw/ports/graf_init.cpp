@@ -9,6 +9,7 @@
 #include "frame/low_memory.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
+#include "quickdraw/colour/device_colours.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/ports/screen_state.h"
@@ -135,6 +136,8 @@ void ClosePorts() {
   g_screen.mainDevice = nullptr;
   At<GDHandle>(Slot::TheGDevice) = nullptr;
   At<GDHandle>(Slot::MainDevice) = nullptr;
+  At<GDHandle>(Slot::DeviceList) = nullptr;
+  ReleaseInverseTables();
   At<GrafPtr>(Slot::WMgrPort) = nullptr;
   MakeCurrent(nullptr);
   SetCurrentDC(nullptr);
@@ -173,6 +176,7 @@ KWE_API void KWE_CALL InitGraf(GrafPtr* thePortVar) {
                                                 static_cast<SInt16>(g_screen.width)});
   At<GDHandle>(Slot::TheGDevice) = g_screen.mainDevice;
   At<GDHandle>(Slot::MainDevice) = g_screen.mainDevice;
+  At<GDHandle>(Slot::DeviceList) = g_screen.mainDevice;
   g_started = true;
 
   g_screenPort = CGrafPort{};

@@ -15,8 +15,13 @@ Fixed FixedOfCount(int n) { return static_cast<Fixed>(static_cast<UInt32>(n) << 
 
 }  // namespace
 
+bool IsLibraryPixMap(PixMapHandle pm) {
+  return pm && *pm && (*pm)->pmVersion == kLibraryPixMapVersion &&
+         GetHandleSize(reinterpret_cast<Handle>(pm)) >= static_cast<Size>(sizeof(LibraryPixMap));
+}
+
 PixMapHandle MakePixMap(HDC dc) {
-  Handle h = NewHandleClear(sizeof(PixMap));
+  Handle h = NewHandleClear(sizeof(LibraryPixMap));
   if (!h) return nullptr;
   Handle table = NewHandleClear(kColourTableBytes);
   if (!table) {
@@ -43,6 +48,7 @@ PixMapHandle MakePixMap(HDC dc) {
     pm.cmpSize = static_cast<SInt16>(depth);
   }
   pm.pmTable = reinterpret_cast<CTabHandle>(table);
+  reinterpret_cast<LibraryPixMap*>(*h)->flags = kMacPixelsFlag;
   return reinterpret_cast<PixMapHandle>(h);
 }
 
@@ -111,3 +117,7 @@ void DisposeMainDevice(GDHandle device) {
 }
 
 }  // namespace kwe::quickdraw
+
+#if UINTPTR_MAX == 0xFFFFFFFFu
+static_assert(sizeof(kwe::quickdraw::LibraryPixMap) == 84, "the library's 84-byte pixel map");
+#endif

@@ -4,6 +4,8 @@
 #pragma once
 #include <windows.h>
 
+#include <cstdint>
+
 #include "Quickdraw.h"
 
 namespace kwe::quickdraw {
@@ -14,6 +16,38 @@ constexpr uintptr_t kNoBits = 32767;
 constexpr uintptr_t kPortTag = 0x8000;  // + slot: a port on the screen or a window
 
 inline Ptr PortTag(int slot) { return reinterpret_cast<Ptr>(kPortTag + slot); }
+
+// The library's pixel map: the published record, then the fields that say
+// where its pixels are. In the 32-bit build these follow the 50 published
+// bytes as 32-bit slots (84 bytes in all); a 64-bit HDC, HBITMAP, Handle or
+// pointer does not fit such a slot, so the 64-bit build widens them.
+#if UINTPTR_MAX == 0xFFFFFFFFu
+#pragma pack(push, 2)
+#else
+#pragma pack(push, 8)
+#endif
+struct LibraryPixMap {
+  PixMap published;
+  UInt16 flags;
+  HDC ownDC;     // made when a DIB pixel map is drawn into
+  HDC bitmapDC;  // the DC the DDB is selected into
+  HBITMAP ddb;
+  HBITMAP replaced;  // what the DDB replaced in bitmapDC
+  SInt32 conversion;
+  Handle dib;  // a packed DIB: header, colours, bits
+  void* dibBits;
+  SInt32 deviceField;
+};
+#pragma pack(pop)
+
+// LibraryPixMap.flags
+constexpr UInt16 kMacPixelsFlag = 0x0010;
+constexpr UInt16 kDibPixelsFlag = 0x0020;
+constexpr UInt16 kDdbPixelsFlag = 0x0040;
+
+// A library pixel map: NewPixMap's (pmVersion 0xC000, a handle of the
+// library record's size).
+bool IsLibraryPixMap(PixMapHandle pm);
 
 // A pixel map of the depth of dc, covering the screen, with no pixels; null
 // when memory is short.
