@@ -6,6 +6,7 @@
 #include "KWEHostGlobals.h"
 #include "KWEPorts.h"
 #include "Quickdraw.h"
+#include "colour_wheel.h"
 
 namespace {
 
@@ -199,6 +200,7 @@ void DrawScene(HDC dc, int top, const std::vector<Pattern>& patterns) {
   Fan(490, 100);
   ClippedStar(490, 185);
   StyledText(600, 30);
+  DrawColourWheel(560, 330);
   SetOrigin(0, 0);
   KWE_SwaphDC(previous, false);
   SetPort(saved);
