@@ -27,10 +27,6 @@ KWE_API OSErr KWE_CALL OutlineMetrics(SInt16, const void*, Point, Point, SInt16*
   return kwe::Unsupported(__func__, OSErr{-1});
 }
 
-KWE_API void KWE_CALL CopyPalette(PaletteHandle, PaletteHandle, SInt16, SInt16, SInt16) {
-  kwe::Unsupported(__func__);
-}
-
 KWE_API void KWE_CALL SetFScaleDisable(Boolean) { kwe::Unsupported(__func__); }
 
 // Published as a function; the Boolean it answers is false, so an application

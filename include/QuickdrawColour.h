@@ -70,6 +70,44 @@ KWE_API PixMapHandle KWE_CALL NewPixMap(void);
 KWE_API void KWE_CALL DisposePixMap(PixMapHandle pm);
 KWE_API void KWE_CALL CopyPixMap(PixMapHandle srcPM, PixMapHandle dstPM);
 
+/* Palettes: the published records, kept as the Toolbox keeps them (the
+   library's displays are true-colour, so no Windows palette is realised).
+   NewPalette copies min(entries, the table's) colours with the usage and
+   tolerance; Palette2CTab gives the table a new seed; CopyPalette grows
+   the destination to hold what it copies. */
+#ifndef KWE_PALETTE_RECORDS
+#define KWE_PALETTE_RECORDS
+typedef struct ColorInfo {
+  RGBColor ciRGB;
+  SInt16 ciUsage;
+  SInt16 ciTolerance;
+  SInt16 ciDataFields[3];
+} ColorInfo;
+
+struct Palette {
+  SInt16 pmEntries;
+  SInt16 pmDataFields[7]; /* the seed of the table the colours came from */
+  ColorInfo pmInfo[1];
+};
+typedef struct Palette Palette, *PalettePtr, **PaletteHandle;
+#endif
+KWE_API PaletteHandle KWE_CALL NewPalette(SInt16 entries, CTabHandle srcColors, SInt16 srcUsage,
+                                          SInt16 srcTolerance);
+KWE_API PaletteHandle KWE_CALL GetNewPalette(SInt16 paletteID);
+KWE_API void KWE_CALL DisposePalette(PaletteHandle srcPalette);
+KWE_API void KWE_CALL GetEntryColor(PaletteHandle srcPalette, SInt16 srcEntry, RGBColor* dstRGB);
+KWE_API void KWE_CALL SetEntryColor(PaletteHandle dstPalette, SInt16 dstEntry,
+                                    const RGBColor* srcRGB);
+KWE_API void KWE_CALL GetEntryUsage(PaletteHandle srcPalette, SInt16 srcEntry, SInt16* dstUsage,
+                                    SInt16* dstTolerance);
+KWE_API void KWE_CALL SetEntryUsage(PaletteHandle dstPalette, SInt16 dstEntry, SInt16 srcUsage,
+                                    SInt16 srcTolerance);
+KWE_API void KWE_CALL CTab2Palette(CTabHandle srcCTab, PaletteHandle dstPalette, SInt16 srcUsage,
+                                   SInt16 srcTolerance);
+KWE_API void KWE_CALL Palette2CTab(PaletteHandle srcPalette, CTabHandle dstCTab);
+KWE_API void KWE_CALL CopyPalette(PaletteHandle srcPalette, PaletteHandle dstPalette,
+                                  SInt16 srcEntry, SInt16 dstEntry, SInt16 dstLength);
+
 /* Copies srcRect of srcBits into dstRect of dstBits, scaled, through the
    transfer mode (srcCopy to notSrcBic, blend to adMin, + ditherCopy's 64)
    and, when maskRgn is not null, only where maskRgn is. Memory pixels,

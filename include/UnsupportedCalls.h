@@ -167,8 +167,6 @@ KWE_API OSErr KWE_CALL PlotIconMethod(const Rect* theRect, IconAlignmentType ali
 KWE_API OSErr KWE_CALL OutlineMetrics(SInt16 byteCount, const void* textPtr, Point numer,
                                       Point denom, SInt16* yMax, SInt16* yMin, FixedPtr awArray,
                                       FixedPtr lsbArray, Rect* boundsArray);
-KWE_API void KWE_CALL CopyPalette(PaletteHandle srcPalette, PaletteHandle dstPalette,
-                                  SInt16 srcEntry, SInt16 dstEntry, SInt16 dstLength);
 KWE_API void KWE_CALL SetFScaleDisable(Boolean fscaleDisable);
 /* Answers false. */
 KWE_API Boolean KWE_CALL GetOutlinePreferred(void);

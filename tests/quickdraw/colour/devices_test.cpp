@@ -100,4 +100,62 @@ TEST_F(Devices, PixelMapsAreMadeCopiedAndDisposed) {
   DisposePixMap(nullptr);
 }
 
+// Palettes from colour tables and back, their entries, and copies between
+// palettes that grow the destination; bad entries change nothing.
+TEST_F(Devices, PalettesKeepTheirColoursUsagesAndTolerances) {
+  CTabHandle sixteen = GetCTable(4);
+  PaletteHandle pal = NewPalette(20, sixteen, 2 /* pmTolerant */, 0x1000);
+  ASSERT_NE(pal, nullptr);
+  EXPECT_EQ((**pal).pmEntries, 20);
+  RGBColor c{};
+  GetEntryColor(pal, 6, &c);
+  EXPECT_EQ(c.blue, 0xD4D4);   // the table's blue
+  GetEntryColor(pal, 17, &c);  // past the table: cleared
+  EXPECT_EQ(c.red, 0);
+  SInt16 usage = 0, tolerance = 0;
+  GetEntryUsage(pal, 3, &usage, &tolerance);
+  EXPECT_EQ(usage, 2);
+  EXPECT_EQ(tolerance, 0x1000);
+  SetEntryUsage(pal, 3, -1, 0x2000);  // -1 leaves the usage
+  GetEntryUsage(pal, 3, &usage, &tolerance);
+  EXPECT_EQ(usage, 2);
+  EXPECT_EQ(tolerance, 0x2000);
+  RGBColor grey{0x8000, 0x8000, 0x8000};
+  SetEntryColor(pal, 19, &grey);
+  SetEntryColor(pal, 20, &grey);  // no such entry
+  SetEntryColor(pal, -1, &grey);
+  GetEntryColor(pal, 20, &c);
+  EXPECT_EQ(c.red, 0);
+
+  // Back to a table: every entry, a new seed.
+  CTabHandle back = GetCTable(1);
+  SInt32 seed = (**back).ctSeed;
+  Palette2CTab(pal, back);
+  EXPECT_EQ((**back).ctSize, 19);
+  EXPECT_EQ((**back).ctTable[19].rgb.green, 0x8000);
+  EXPECT_EQ((**back).ctTable[2].value, 2);
+  EXPECT_NE((**back).ctSeed, seed);
+  // And a palette resized to a table's entries.
+  CTab2Palette(sixteen, pal, 4, 0);
+  EXPECT_EQ((**pal).pmEntries, 16);
+  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>(pal)), 16 + 16 * 16);
+
+  PaletteHandle copy = NewPalette(2, nullptr, 0, 0);
+  CopyPalette(pal, copy, 10, 4, 3);
+  EXPECT_EQ((**copy).pmEntries, 7);
+  GetEntryColor(copy, 5, &c);
+  EXPECT_EQ(c.red, (**sixteen).ctTable[11].rgb.red);
+  CopyPalette(pal, copy, 15, 0, 10);  // only what the source has
+  EXPECT_EQ((**copy).pmEntries, 7);
+  CopyPalette(pal, copy, -1, 0, 1);
+  CopyPalette(nullptr, copy, 0, 0, 1);
+  EXPECT_EQ(GetNewPalette(999), nullptr);
+  EXPECT_EQ(NewPalette(-1, nullptr, 0, 0), nullptr);
+  DisposePalette(copy);
+  DisposePalette(pal);
+  DisposePalette(nullptr);
+  DisposeCTable(back);
+  DisposeCTable(sixteen);
+}
+
 }  // namespace
