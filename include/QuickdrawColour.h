@@ -70,6 +70,18 @@ KWE_API PixMapHandle KWE_CALL NewPixMap(void);
 KWE_API void KWE_CALL DisposePixMap(PixMapHandle pm);
 KWE_API void KWE_CALL CopyPixMap(PixMapHandle srcPM, PixMapHandle dstPM);
 
+/* Hue, saturation and value, each 0 to 65535 (a hue of 0 is red). */
+typedef struct HSVColor {
+  UInt16 hue;
+  UInt16 saturation;
+  UInt16 value;
+} HSVColor;
+KWE_API void KWE_CALL RGB2HSV(const RGBColor* rColor, HSVColor* hColor);
+KWE_API void KWE_CALL HSV2RGB(const HSVColor* hColor, RGBColor* rColor);
+/* The device's colour nearest the midpoint of the two, into foreGround;
+   false, with foreGround unchanged, when the device has none between. */
+KWE_API Boolean KWE_CALL GetGray(GDHandle device, const RGBColor* backGround, RGBColor* foreGround);
+
 /* Palettes: the published records, kept as the Toolbox keeps them (the
    library's displays are true-colour, so no Windows palette is realised).
    NewPalette copies min(entries, the table's) colours with the usage and

@@ -27,10 +27,7 @@ const ConstantRow* RowAgreeing(SInt32 constant, SInt32 bits) {
   return nullptr;
 }
 
-// HSV with each of hue, saturation and value in 0..65535.
-struct Hsv {
-  int32_t h, s, v;
-};
+}  // namespace
 
 Hsv ToHsv(const RGBColor& c) {
   int32_t r = c.red, g = c.green, b = c.blue;
@@ -99,7 +96,6 @@ RGBColor ToRgb(const Hsv& c) {
   return RGBColor{clamp(r), clamp(g), clamp(b)};
 }
 
-}  // namespace
 
 bool ColourOfConstant(SInt32 constant, RGBColor* rgb) {
   const ConstantRow* row = RowAgreeing(constant, -1);

@@ -19,6 +19,14 @@ RGBColor ReducedToBlackOrWhite(const RGBColor& rgb);
 // The high byte of each component; palette-relative unless pure black or white.
 uint32_t ColorRefOf(const RGBColor& rgb);
 
+// HSV with each of hue, saturation and value in 0..65535, and the
+// Toolbox's conversions both ways.
+struct Hsv {
+  int32_t h, s, v;
+};
+Hsv ToHsv(const RGBColor& c);
+RGBColor ToRgb(const Hsv& c);
+
 // The colour opposite on the hue circle, same saturation and value.
 RGBColor OppositeHue(const RGBColor& rgb);
 

@@ -158,4 +158,47 @@ TEST_F(Devices, PalettesKeepTheirColoursUsagesAndTolerances) {
   DisposeCTable(sixteen);
 }
 
+// RGB2HSV and HSV2RGB as the Color Picker has them, round trips over a
+// seeded sweep within 16 of 65535 (the hue's 16 bits lose a little, far
+// below one step of an 8-bit screen); GetGray finds the
+// device's grey between black and white, and none between two neighbours.
+TEST_F(Devices, HsvConversionsAndTheGreyBetweenTwoColours) {
+  const struct {
+    RGBColor rgb;
+    HSVColor hsv;
+  } cases[] = {{{0xFFFF, 0, 0}, {0, 0xFFFF, 0xFFFF}},
+               {{0, 0xFFFF, 0}, {0x5555, 0xFFFF, 0xFFFF}},
+               {{0, 0, 0xFFFF}, {0xAAAA, 0xFFFF, 0xFFFF}},
+               {{0x8000, 0x8000, 0x8000}, {0, 0, 0x8000}}};
+  for (const auto& c : cases) {
+    HSVColor hsv{};
+    RGB2HSV(&c.rgb, &hsv);
+    EXPECT_NEAR(hsv.hue, c.hsv.hue, 1) << c.rgb.red << "," << c.rgb.green << "," << c.rgb.blue;
+    EXPECT_EQ(hsv.saturation, c.hsv.saturation);
+    EXPECT_EQ(hsv.value, c.hsv.value);
+  }
+  srand(3);
+  for (int step = 0; step < 500; ++step) {
+    RGBColor rgb{UInt16(rand() * 2), UInt16(rand() * 2), UInt16(rand() * 2)}, back{};
+    HSVColor hsv{};
+    RGB2HSV(&rgb, &hsv);
+    HSV2RGB(&hsv, &back);
+    ASSERT_NEAR(back.red, rgb.red, 16) << "step " << step;
+    ASSERT_NEAR(back.green, rgb.green, 16) << "step " << step;
+    ASSERT_NEAR(back.blue, rgb.blue, 16) << "step " << step;
+  }
+
+  RGBColor white{0xFFFF, 0xFFFF, 0xFFFF}, black{0, 0, 0};
+  RGBColor fg = black;
+  EXPECT_TRUE(GetGray(GetMainDevice(), &white, &fg));
+  EXPECT_TRUE(fg.red == fg.green && fg.green == fg.blue);
+  EXPECT_GT(fg.red, 0x6000);
+  EXPECT_LT(fg.red, 0xA000);
+  RGBColor dim{0x1111, 0x1111, 0x1111};
+  fg = black;
+  EXPECT_FALSE(GetGray(GetMainDevice(), &dim, &fg));
+  EXPECT_EQ(fg.red, 0);
+  EXPECT_FALSE(GetGray(nullptr, &white, &fg));
+}
+
 }  // namespace

@@ -244,12 +244,25 @@ TEST_F(CopyBitsTest, BitmapsOntoThePortScaledMaskedAndWithinIt) {
   CopyBits(&ink, &port.portBits, &s, &all, 0, mask);
   EXPECT_EQ(BlackIn(40, 40, 48, 48), 32);
   EXPECT_EQ(BlackIn(44, 40, 48, 48), 0);
-  DisposeRgn(mask);
+
+  // With the port's origin moved, the rectangles and the mask are local
+  // coordinates and land where the origin puts them on the DC.
+  canvas.Clear();
+  SetOrigin(100, 100);
+  RgnHandle moved = RegionOf({R(140, 140, 144, 148)});
+  Rect local = R(140, 140, 148, 148);
+  CopyBits(&ink, &port.portBits, &s, &local, 0, moved);
+  SetOrigin(0, 0);
+  EXPECT_EQ(BlackIn(40, 40, 48, 48), 32);
+  EXPECT_EQ(BlackIn(44, 40, 48, 48), 0);
+  DisposeRgn(moved);
+  CopyBits(&ink, &port.portBits, &s, &all, 0, mask);
 
   // Within the port: the left block moved right by 10.
   Rect from = R(40, 40, 44, 48), to = R(50, 40, 54, 48);
   CopyBits(&port.portBits, &port.portBits, &from, &to, 0, nullptr);
   EXPECT_EQ(BlackIn(50, 40, 54, 48), 32);
+  DisposeRgn(mask);
 }
 
 // What an application gets wrong: each call draws nothing and leaves the
