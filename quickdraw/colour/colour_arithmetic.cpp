@@ -96,7 +96,6 @@ RGBColor ToRgb(const Hsv& c) {
   return RGBColor{clamp(r), clamp(g), clamp(b)};
 }
 
-
 bool ColourOfConstant(SInt32 constant, RGBColor* rgb) {
   const ConstantRow* row = RowAgreeing(constant, -1);
   if (!row) row = RowAgreeing(constant, 0x1E0);
