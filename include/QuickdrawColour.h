@@ -102,6 +102,16 @@ struct Palette {
   ColorInfo pmInfo[1];
 };
 typedef struct Palette Palette, *PalettePtr, **PaletteHandle;
+/* CopyBits through a mask picture: maskRect of maskBits is spread over
+   dstRect, and only the pixels under its set pixels (1 bits, or pixel
+   values other than 0 in a deeper mask) change. CopyMask copies in
+   srcCopy; a mask without pixels lets none through. */
+KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits,
+                               const Rect* srcRect, const Rect* maskRect, const Rect* dstRect);
+KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
+                                   const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
+                                   const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
+
 #endif
 KWE_API PaletteHandle KWE_CALL NewPalette(SInt16 entries, CTabHandle srcColors, SInt16 srcUsage,
                                           SInt16 srcTolerance);
@@ -128,5 +138,15 @@ KWE_API void KWE_CALL CopyPalette(PaletteHandle srcPalette, PaletteHandle dstPal
    a diagnostic and no copy; bad pixels, paramErr or cDepthErr in QDError. */
 KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
                                const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
+
+/* CopyBits through a mask picture: maskRect of maskBits is spread over
+   dstRect, and only the pixels under its set pixels (1 bits, or pixel
+   values other than 0 in a deeper mask) change. CopyMask copies in
+   srcCopy; a mask without pixels lets none through. */
+KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits,
+                               const Rect* srcRect, const Rect* maskRect, const Rect* dstRect);
+KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
+                                   const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
+                                   const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
 
 #endif

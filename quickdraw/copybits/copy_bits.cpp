@@ -51,15 +51,54 @@ bool ClipPair(Rect& src, const Rect& srcBounds, Rect& dst, const Rect& dstBounds
   return !Empty(src) && !Empty(dst);
 }
 
-// The mask region's pixels over dst (in dst's coordinates), one bit a pixel.
-std::vector<uint8_t> MaskBits(RgnHandle mask, const Rect& dst, int32_t* rowBytes) {
+// A mask bitmap's rectangle, mapped onto the whole (unclipped) destination
+// rectangle as CopyMask and CopyDeepMask have it.
+struct MaskPicture {
+  const BitMap* bits;
+  Rect rect;
+  Rect whole;
+};
+
+// The mask picture's pixels, as CheckMacPixels must accept them before
+// any is read.
+MacPixels PixelsOfMask(const BitMap* b) {
+  int depth = IsPixMap(b) ? reinterpret_cast<const PixMap*>(b)->pixelSize : 1;
+  return MacPixels{reinterpret_cast<uint8_t*>(b->baseAddr), b->rowBytes & 0x3FFF, depth,
+                   b->bounds.right - b->bounds.left, b->bounds.bottom - b->bounds.top};
+}
+
+bool UsableMask(const BitMap* b) {
+  return b && reinterpret_cast<uintptr_t>(b->baseAddr) > 0xFFFF &&
+         CheckMacPixels(PixelsOfMask(b)) == noErr;
+}
+
+// Whether the mask picture's pixel over destination point (x, y) is set: a
+// 1 bit, or any pixel value but 0 in a deeper mask.
+bool MaskPictureSet(const MaskPicture& m, int x, int y) {
+  const BitMap* b = m.bits;
+  int64_t ww = m.whole.right - m.whole.left, wh = m.whole.bottom - m.whole.top;
+  int mx = m.rect.left + static_cast<int>((x - m.whole.left) * (m.rect.right - m.rect.left) / ww);
+  int my = m.rect.top + static_cast<int>((y - m.whole.top) * (m.rect.bottom - m.rect.top) / wh);
+  if (mx < b->bounds.left || mx >= b->bounds.right || my < b->bounds.top || my >= b->bounds.bottom)
+    return false;
+  return MacPixel(PixelsOfMask(b), mx - b->bounds.left, my - b->bounds.top) != 0;
+}
+
+// The pixels over dst (in dst's coordinates) that the mask region and the
+// mask picture both let through, one bit a pixel; null when memory is short.
+std::unique_ptr<uint8_t[]> MaskBits(RgnHandle rgn, const MaskPicture* picture, const Rect& dst,
+                                    int32_t* rowBytes) {
   int w = dst.right - dst.left, h = dst.bottom - dst.top;
   *rowBytes = (w + 7) / 8;
-  std::vector<uint8_t> bits(static_cast<size_t>(*rowBytes) * h);
+  std::unique_ptr<uint8_t[]> bits(new (std::nothrow) uint8_t[static_cast<size_t>(*rowBytes) * h]());
+  if (!bits) return bits;
   for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x)
-      if (PtInRgn(Point{static_cast<SInt16>(dst.top + y), static_cast<SInt16>(dst.left + x)}, mask))
-        bits[static_cast<size_t>(y) * *rowBytes + x / 8] |= static_cast<uint8_t>(0x80 >> (x & 7));
+    for (int x = 0; x < w; ++x) {
+      SInt16 v = static_cast<SInt16>(dst.top + y), hh = static_cast<SInt16>(dst.left + x);
+      if (rgn && !PtInRgn(Point{v, hh}, rgn)) continue;
+      if (picture && !MaskPictureSet(*picture, hh, v)) continue;
+      bits[static_cast<size_t>(y) * *rowBytes + x / 8] |= static_cast<uint8_t>(0x80 >> (x & 7));
+    }
   return bits;
 }
 
@@ -121,7 +160,8 @@ const BitMap* Dereferenced(const BitMap* bits) {
 }  // namespace
 
 void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
-                 const Rect* dstRect, SInt16 mode, RgnHandle maskRgn) {
+                 const Rect* dstRect, SInt16 mode, RgnHandle maskRgn, const BitMap* maskBits,
+                 const Rect* maskRect) {
   srcBits = Dereferenced(srcBits);
   dstBits = Dereferenced(dstBits);
   if (!srcBits || !dstBits || !srcRect || !dstRect) {
@@ -151,11 +191,20 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
   PipelineCopy copy{};
   copy.mode = mode;
   FillColours(copy);
-  std::vector<uint8_t> mask;
-  bool gdiClip = dst.kind == SideKind::Device && maskRgn && maskKind != RegionKind::Mask;
-  if (maskRgn && !gdiClip) {
-    mask = MaskBits(maskRgn, d, &copy.maskRowBytes);
-    copy.mask = mask.data();
+  MaskPicture picture{maskBits, maskRect ? *maskRect : Rect{}, *dstRect};
+  bool withPicture = maskRect && !Empty(*maskRect) && UsableMask(maskBits);
+  if (maskBits && !withPicture) return;  // a mask with no pixels lets none through
+  std::unique_ptr<uint8_t[]> mask;
+  bool gdiClip =
+      dst.kind == SideKind::Device && maskRgn && maskKind != RegionKind::Mask && !withPicture;
+  if ((maskRgn && !gdiClip) || withPicture) {
+    mask = MaskBits(gdiClip ? nullptr : maskRgn, withPicture ? &picture : nullptr, d,
+                    &copy.maskRowBytes);
+    if (!mask) {
+      SetQDError(memFullErr);
+      return;
+    }
+    copy.mask = mask.get();
   }
 
   if (src.kind == SideKind::Memory && dst.kind == SideKind::Memory) {
@@ -182,12 +231,26 @@ KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, con
       return;
     }
   }
-  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn);
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
 }
 
 KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const Rect* dstRect,
                               SInt16 mode, RgnHandle maskRgn) {
   GrafPtr port = CurrentPort();
   if (!port) return;
-  CopyBitsNow(srcBits, &port->portBits, srcRect, dstRect, mode, maskRgn);
+  CopyBitsNow(srcBits, &port->portBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
+}
+
+// The source where the mask picture is set, in srcCopy.
+KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits,
+                               const Rect* srcRect, const Rect* maskRect, const Rect* dstRect) {
+  if (!maskBits || !maskRect) return;
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, 0, nullptr, Dereferenced(maskBits), maskRect);
+}
+
+KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
+                                   const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
+                                   const Rect* dstRect, SInt16 mode, RgnHandle maskRgn) {
+  if (!maskBits || !maskRect) return;
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, Dereferenced(maskBits), maskRect);
 }

@@ -17,9 +17,12 @@ struct DeviceCopy {
 
 OSErr CopyWithDevice(const DeviceCopy& job);
 
-// The copy itself, after the bits procedure (CopyBits and StdBits).
+// The copy itself, after the bits procedure (CopyBits and StdBits), and
+// with a mask picture (CopyMask, CopyDeepMask): maskRect of maskBits spread
+// over dstRect, only pixels under its set pixels changing.
 void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
-                 const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
+                 const Rect* dstRect, SInt16 mode, RgnHandle maskRgn, const BitMap* maskBits,
+                 const Rect* maskRect);
 
 // The inverse table of the standard 1-bit table, made once.
 const uint8_t* OneBitInverse();

@@ -245,6 +245,14 @@ TEST_F(CopyBitsTest, BitmapsOntoThePortScaledMaskedAndWithinIt) {
   EXPECT_EQ(BlackIn(40, 40, 48, 48), 32);
   EXPECT_EQ(BlackIn(44, 40, 48, 48), 0);
 
+  // A source rectangle reaching past the bitmap's left edge: the part
+  // outside is left out and the destination shrinks with it, unscaled.
+  canvas.Clear();
+  Rect partial = R(-4, 0, 4, 8), shifted = R(60, 60, 68, 68);
+  CopyBits(&bits, &port.portBits, &partial, &shifted, 0, nullptr);
+  EXPECT_EQ(canvas.Row(60, 58, 70), "......####..");
+  EXPECT_EQ(canvas.Row(61, 58, 70), ".......###..");
+
   // With the port's origin moved, the rectangles and the mask are local
   // coordinates and land where the origin puts them on the DC.
   canvas.Clear();
@@ -263,6 +271,39 @@ TEST_F(CopyBitsTest, BitmapsOntoThePortScaledMaskedAndWithinIt) {
   CopyBits(&port.portBits, &port.portBits, &from, &to, 0, nullptr);
   EXPECT_EQ(BlackIn(50, 40, 54, 48), 32);
   DisposeRgn(mask);
+}
+
+// CopyMask and CopyDeepMask: a checkerboard mask twice as coarse as the
+// destination lets through 2 x 2 blocks, into memory and onto the port, and
+// a region narrows it further.
+TEST_F(CopyBitsTest, MaskPicturesLetThroughOnlyTheirSetPixels) {
+  UInt8 black[16];
+  memset(black, 0xFF, sizeof black);
+  BitMap ink{reinterpret_cast<Ptr>(black), 2, R(0, 0, 16, 8)};
+  UInt8 checks[4 * 2] = {0xA0, 0, 0x50, 0, 0xA0, 0, 0x50, 0};  // 4 x 4 of 1 0 1 0 / 0 1 0 1
+  BitMap mask{reinterpret_cast<Ptr>(checks), 2, R(0, 0, 4, 4)};
+  Rect s = R(0, 0, 8, 8), m = R(0, 0, 4, 4), d = R(8, 8, 16, 16);
+  canvas.Clear();
+  CopyMask(&ink, &mask, &port.portBits, &s, &m, &d);
+  EXPECT_EQ(canvas.Rows(8, 12, 8, 16), "##..##..|##..##..|..##..##|..##..##|");
+
+  UInt8 memory[16] = {};
+  BitMap into{reinterpret_cast<Ptr>(memory), 2, R(0, 0, 16, 8)};
+  Rect mem = R(0, 0, 8, 8);
+  RgnHandle top = RegionOf({R(0, 0, 8, 2)});
+  CopyDeepMask(&ink, &mask, &into, &s, &m, &mem, 0, top);
+  EXPECT_EQ(memory[0], 0xCC);
+  EXPECT_EQ(memory[2], 0xCC);
+  EXPECT_EQ(memory[4], 0);  // outside the region
+  DisposeRgn(top);
+
+  // A mask without pixels, or without a rectangle, lets nothing through.
+  canvas.Clear();
+  BitMap none{nullptr, 2, R(0, 0, 4, 4)};
+  CopyMask(&ink, &none, &port.portBits, &s, &m, &d);
+  CopyMask(&ink, &mask, &port.portBits, &s, nullptr, &d);
+  CopyDeepMask(&ink, nullptr, &port.portBits, &s, &m, &d, 0, nullptr);
+  EXPECT_EQ(BlackIn(0, 0, 32, 32), 0);
 }
 
 // What an application gets wrong: each call draws nothing and leaves the
