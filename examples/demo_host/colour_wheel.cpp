@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kSize = 64;
+constexpr int kSize = 48;
 constexpr double kPi = 3.14159265358979323846;
 
 // Hue around the centre, saturation outwards, as 0x00RRGGBB; white outside.
@@ -57,14 +57,15 @@ void DrawColourWheel(SInt16 left, SInt16 top) {
   Rect twice{top, left2, static_cast<SInt16>(top + 2 * kSize),
              static_cast<SInt16>(left2 + 2 * kSize)};
   CopyBits(from, &port->portBits, &all, &twice, srcCopy, nullptr);
-  // Through a mask of stripes: only the region's pixels change.
-  SInt16 left3 = static_cast<SInt16>(left2 + 2 * kSize + 12);
-  Rect masked{top, left3, static_cast<SInt16>(top + 2 * kSize),
-              static_cast<SInt16>(left3 + 2 * kSize)};
+  // Through a mask of stripes, under the large one: only the region's
+  // pixels change.
+  SInt16 top3 = static_cast<SInt16>(top + 2 * kSize + 8);
+  Rect masked{top3, left2, static_cast<SInt16>(top3 + 2 * kSize),
+              static_cast<SInt16>(left2 + 2 * kSize)};
   RgnHandle mask = NewRgn(), stripe = NewRgn();
   for (int i = 0; i < 2 * kSize; i += 16) {
-    SetRectRgn(stripe, left3, static_cast<SInt16>(top + i), static_cast<SInt16>(left3 + 2 * kSize),
-               static_cast<SInt16>(top + i + 8));
+    SetRectRgn(stripe, left2, static_cast<SInt16>(top3 + i), static_cast<SInt16>(left2 + 2 * kSize),
+               static_cast<SInt16>(top3 + i + 8));
     UnionRgn(mask, stripe, mask);
   }
   CopyBits(from, &port->portBits, &all, &masked, srcCopy, mask);

@@ -200,7 +200,7 @@ void DrawScene(HDC dc, int top, const std::vector<Pattern>& patterns) {
   Fan(490, 100);
   ClippedStar(490, 185);
   StyledText(600, 30);
-  DrawColourWheel(560, 330);
+  DrawColourWheel(760, 8);
   SetOrigin(0, 0);
   KWE_SwaphDC(previous, false);
   SetPort(saved);
