@@ -22,6 +22,17 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
   side.bounds = bits->bounds;
   uintptr_t base = reinterpret_cast<uintptr_t>(bits->baseAddr);
   const PixMap* pm = IsPixMap(bits) ? reinterpret_cast<const PixMap*>(bits) : nullptr;
+  // A library pixel map (pmVersion 0xC000) has its own fields after the
+  // published ones; one holding a DIB has its pixels there.
+  if (pm && pm->pmVersion == kLibraryPixMapVersion) {
+    const LibraryPixMap* lib = reinterpret_cast<const LibraryPixMap*>(pm);
+    if ((lib->flags & kDibPixelsFlag) && lib->dib && *lib->dib) {
+      side.kind = SideKind::Dib;
+      side.dib = reinterpret_cast<const BITMAPINFO*>(*lib->dib);
+      side.dibBits = lib->dibBits;
+      return side;
+    }
+  }
   if (base >= kPortTag && base <= kLastPortTag) {
     PortAttr* attr = AttrOfSlot(static_cast<int>(base & 0x7FFF));
     if (!attr || !attr->hdc) return side;

@@ -9,7 +9,8 @@
 
 namespace kwe::quickdraw {
 
-enum class SideKind { None, Memory, Device };
+// Dib: a library pixel map whose pixels are in its packed DIB.
+enum class SideKind { None, Memory, Device, Dib };
 
 struct CopySide {
   SideKind kind = SideKind::None;
@@ -20,7 +21,10 @@ struct CopySide {
   CTabHandle table = nullptr;  // null for a bitmap (the standard 1-bit table)
   // Device sides: the port whose DC holds the pixels.
   PortAttr* attr = nullptr;
-  bool missingTable = false;  // an indexed pixel map whose pmTable is null
+  bool missingTable = false;
+  // Dib sides: the packed DIB (header, colours, bits) and its bits.
+  const BITMAPINFO* dib = nullptr;
+  const void* dibBits = nullptr;  // an indexed pixel map whose pmTable is null
 };
 
 // What src or dst stands for. An indexed pixel map without a colour table

@@ -170,6 +170,21 @@ OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
   return RunPipeline(section.Side(), job.dst.pipeline, copy);
 }
 
+// The packed DIB is bottom-up: the source rectangle's bottom row is its
+// row (height - bottom).
+OSErr DibToDevice(const DeviceCopy& job) {
+  HDC dc = job.dst.attr->hdc;
+  RECT to = DeviceRect(*job.dst.attr, job.dstRect);
+  MaskClip clip(dc, *job.dst.attr, job.clip);
+  const Rect s = Relative(job.srcRect, job.src.bounds);
+  SetStretchBltMode(dc, COLORONCOLOR);
+  int done =
+      StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, s.left,
+                    job.src.dib->bmiHeader.biHeight - s.bottom, s.right - s.left, s.bottom - s.top,
+                    job.src.dibBits, job.src.dib, DIB_RGB_COLORS, RasterOpOfMode(job.copy.mode));
+  return done == 0 ? paramErr : noErr;
+}
+
 }  // namespace
 
 const uint8_t* OneBitInverse() {
@@ -182,6 +197,13 @@ const uint8_t* OneBitInverse() {
 }
 
 OSErr CopyWithDevice(const DeviceCopy& job) {
+  // A DIB pixel map's pixels go to a DC as they stand; nothing else reads
+  // or writes them.
+  if (job.src.kind == SideKind::Dib || job.dst.kind == SideKind::Dib) {
+    if (job.src.kind != SideKind::Dib || job.dst.kind != SideKind::Device || job.copy.mask)
+      return paramErr;
+    return DibToDevice(job);
+  }
   if (job.dst.kind == SideKind::Memory) {
     RECT from = DeviceRect(*job.src.attr, job.srcRect);
     return DeviceToMemory(job, job.src.attr->hdc, from);

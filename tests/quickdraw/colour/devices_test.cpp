@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "KWEPixMaps.h"
 #include "Memory.h"
 #include "QuickdrawColour.h"
 #include "quickdraw/regions/region_canvas.h"
@@ -98,6 +99,100 @@ TEST_F(Devices, PixelMapsAreMadeCopiedAndDisposed) {
   DisposePixMap(copy);
   DisposePixMap(pm);
   DisposePixMap(nullptr);
+}
+
+// Pixel maps over packed DIBs: the record's depth and row lengths, the
+// colour table in the DIB's order or reversed with spare greys, the DIB
+// handed back, and CopyBits putting its bottom-up rows on the port.
+TEST_F(Devices, DibPixelMapsDescribeTheirDibAndDrawIt) {
+  struct Packed {
+    BITMAPINFOHEADER header;
+    RGBQUAD colours[256];
+    UInt8 bits[4096];
+  };
+  auto packed = [](int width, int height, int bitCount, int used) {
+    Packed p{};
+    p.header = {sizeof p.header, width, height, 1, WORD(bitCount), BI_RGB, 0, 0, 0, DWORD(used), 0};
+    return p;
+  };
+  const struct {
+    int width, bitCount;
+    UInt16 rowBytes;
+    SInt16 pixelSize, pixelType;
+  } shapes[] = {{101, 24, 0x8000 + 404, 16, 16},
+                {17, 1, 0x8000 + 4, 1, 0},
+                {33, 1, 0x8000 + 6, 1, 0},
+                {5, 4, 0x8000 + 4, 4, 0},
+                {7, 8, 0x8000 + 8, 8, 0}};
+  for (const auto& s : shapes) {
+    Packed p = packed(s.width, 2, s.bitCount, 0);
+    PixMapHandle pm = KWE_NewDIBPixMap(&p.header);
+    ASSERT_NE(pm, nullptr) << s.width << " x " << s.bitCount;
+    EXPECT_EQ(UInt16((**pm).rowBytes), s.rowBytes) << s.width << " x " << s.bitCount;
+    EXPECT_EQ((**pm).pixelSize, s.pixelSize);
+    EXPECT_EQ((**pm).pixelType, s.pixelType);
+    EXPECT_EQ((**pm).bounds.right, s.width);
+    void* bits = nullptr;
+    BITMAPINFO* info = KWE_GetDIBFromPixMap(pm, &bits);
+    ASSERT_NE(info, nullptr);
+    EXPECT_EQ(info->bmiHeader.biWidth, s.width);
+    EXPECT_EQ(info->bmiHeader.biSizeImage, p.header.biSizeImage);
+    EXPECT_NE(bits, nullptr);
+    DisposePixMap(pm);
+  }
+  for (int bitCount : {2, 16, 32}) {
+    Packed p = packed(8, 2, bitCount, 0);
+    EXPECT_EQ(KWE_NewDIBPixMap(&p.header), nullptr) << bitCount;
+  }
+  Packed rle = packed(8, 2, 8, 0);
+  rle.header.biCompression = BI_RLE8;
+  EXPECT_EQ(KWE_NewDIBPixMap(&rle.header), nullptr);
+  EXPECT_EQ(KWE_NewDIBPixMap(nullptr), nullptr);
+  PixMapHandle plain = NewPixMap();
+  EXPECT_EQ(KWE_GetDIBFromPixMap(plain, nullptr), nullptr);
+  EXPECT_EQ(KWE_GetDIBFromPixMap(nullptr, nullptr), nullptr);
+  DisposePixMap(plain);
+
+  // 200 colours from white to black: the table keeps their order, and the
+  // 56 spare entries are greys just above black.
+  Packed grey = packed(4, 2, 8, 200);
+  for (int i = 0; i < 200; ++i) {
+    BYTE level = BYTE(255 - i * 255 / 199);
+    grey.colours[i] = RGBQUAD{level, level, level, 0};
+  }
+  // The bits follow the 200 colours: the bottom row's first pixel, black.
+  reinterpret_cast<UInt8*>(&grey.colours[200])[0] = 199;
+  PixMapHandle pm = KWE_NewDIBPixMap(&grey.header);
+  ASSERT_NE(pm, nullptr);
+  CTabHandle table = (**pm).pmTable;
+  EXPECT_EQ((**table).ctSize, 255);
+  EXPECT_EQ((**table).ctTable[0].rgb.red, 0xFFFF);
+  EXPECT_EQ((**table).ctTable[200].rgb.red, 0x01C9);
+  EXPECT_EQ((**table).ctTable[255].rgb.red, 0x0200);
+  canvas.Clear();
+  Rect all{0, 0, 2, 4}, to{10, 10, 12, 14};
+  CopyBits(reinterpret_cast<BitMap*>(*pm), &port.portBits, &all, &to, srcCopy, nullptr);
+  EXPECT_EQ(canvas.Pixel(10, 11), kBlack);  // bottom row, first pixel
+  EXPECT_EQ(canvas.Pixel(10, 10), kWhite);
+  EXPECT_EQ(canvas.Pixel(11, 11), kWhite);
+  Rect bottomRow{1, 0, 2, 4}, alone{20, 20, 21, 24};
+  CopyBits(reinterpret_cast<BitMap*>(*pm), &port.portBits, &bottomRow, &alone, srcCopy, nullptr);
+  EXPECT_EQ(canvas.Pixel(20, 20), kBlack);
+  DisposePixMap(pm);
+
+  // A palette from black up is reversed: the spare greys come first.
+  Packed dark = packed(4, 2, 4, 3);
+  dark.colours[0] = RGBQUAD{0, 0, 0, 0};
+  dark.colours[1] = RGBQUAD{0, 0, 255, 0};
+  dark.colours[2] = RGBQUAD{255, 255, 255, 0};
+  pm = KWE_NewDIBPixMap(&dark.header);
+  ASSERT_NE(pm, nullptr);
+  table = (**pm).pmTable;
+  EXPECT_EQ((**table).ctTable[0].rgb.red, 0xFE01);
+  EXPECT_EQ((**table).ctTable[13].rgb.blue, 0xFFFF);  // the last palette colour
+  EXPECT_EQ((**table).ctTable[14].rgb.red, 0xFFFF);   // red
+  EXPECT_EQ((**table).ctTable[15].rgb.red, 0);        // the first: black
+  DisposePixMap(pm);
 }
 
 // Palettes from colour tables and back, their entries, and copies between

@@ -1,0 +1,132 @@
+// Pixel maps over packed DIBs: KWE_NewDIBPixMap copies a DIB into a library
+// pixel map whose pixels are the DIB's (flag 0x0020), with a colour table
+// made from the DIB's colours, and KWE_GetDIBFromPixMap hands the DIB back.
+#include <cstring>
+
+#include "KWEPixMaps.h"
+#include "Memory.h"
+#include "QuickdrawColour.h"
+#include "quickdraw/colour/device_colours.h"
+#include "quickdraw/pixmaps/pixel_conversion.h"
+#include "quickdraw/ports/graphics_records.h"
+#include "quickdraw/ports/port_attr.h"
+
+namespace kwe::quickdraw {
+namespace {
+
+constexpr UInt16 kReversedColoursFlag = 0x0100;
+constexpr UInt16 kMadeFromDibFlag = 0x0200;
+constexpr int kLargestSide = 16383;  // what a Rect holds
+
+// The one byte every DIB pixel map's baseAddr points at: its pixels are in
+// the DIB, never behind baseAddr. Kept outside the application's heap, so
+// that it outlives every session.
+Ptr SharedPixelByte() {
+  static char byte = 0;
+  return &byte;
+}
+
+// The DIB's row length at its bit count; 0 for a count a library pixel map
+// does not hold as a DIB.
+int32_t DibRowFor(int width, int bitCount) {
+  return bitCount == 1 || bitCount == 4 || bitCount == 8 || bitCount == 24
+             ? DibRowBytes(width, bitCount)
+             : 0;
+}
+
+RGBColor FromQuad(const RGBQUAD& q) {
+  return RGBColor{static_cast<UInt16>(q.rgbRed * 257), static_cast<UInt16>(q.rgbGreen * 257),
+                  static_cast<UInt16>(q.rgbBlue * 257)};
+}
+
+UInt16 Grey(UInt16 base, int value) { return static_cast<UInt16>(base + value + 1); }
+
+// n entries from the u colours: in the palette's order when it runs from
+// white to black, spare greys last; otherwise reversed, spare greys first.
+CTabHandle TableOfColours(const RGBQUAD* colours, int n, int u, bool* reversed) {
+  const RGBQUAD& first = colours[0];
+  const RGBQUAD& last = colours[u - 1];
+  bool macOrder = first.rgbRed == 255 && first.rgbGreen == 255 && first.rgbBlue == 255 &&
+                  last.rgbRed == 0 && last.rgbGreen == 0 && last.rgbBlue == 0;
+  *reversed = !macOrder;
+  RGBColor entries[256];
+  for (int i = 0; i < n; ++i) {
+    if (macOrder) {
+      UInt16 g = Grey(0x0100, i);
+      entries[i] = i < u ? FromQuad(colours[i]) : RGBColor{g, g, g};
+    } else {
+      UInt16 g = Grey(0xFE00, i);
+      entries[i] = i < n - u ? RGBColor{g, g, g} : FromQuad(colours[n - 1 - i]);
+    }
+  }
+  return NewColourTable(entries, n, GetCTSeed());
+}
+
+}  // namespace
+}  // namespace kwe::quickdraw
+
+using namespace kwe::quickdraw;
+
+KWE_API PixMapHandle KWE_CALL KWE_NewDIBPixMap(BITMAPINFOHEADER* dib) {
+  if (!dib || dib->biSize < sizeof(BITMAPINFOHEADER) || dib->biPlanes != 1 || dib->biWidth <= 0 ||
+      dib->biHeight <= 0 || dib->biWidth > kLargestSide || dib->biHeight > kLargestSide ||
+      dib->biCompression != BI_RGB)
+    return nullptr;
+  int bitCount = dib->biBitCount;
+  int32_t dibRow = DibRowFor(dib->biWidth, bitCount);
+  if (dibRow == 0) return nullptr;
+  int depth = bitCount == 24 ? 32 : bitCount;
+  int n = depth == 1 ? 2 : depth == 4 ? 16 : depth == 8 ? 256 : 0;
+  int u = dib->biClrUsed ? static_cast<int>(dib->biClrUsed) : n;
+  if (n && u > n) {
+    u = n;
+    dib->biClrUsed = static_cast<DWORD>(n);
+  }
+  if (!n) u = 0;
+  Ptr byte = SharedPixelByte();
+  PixMapHandle pm = byte ? NewPixMap() : nullptr;
+  if (!pm) return nullptr;
+  const RGBQUAD* colours =
+      reinterpret_cast<const RGBQUAD*>(reinterpret_cast<const uint8_t*>(dib) + dib->biSize);
+  bool reversed = false;
+  CTabHandle table = n ? TableOfColours(colours, n, u, &reversed) : nullptr;
+  Size bitsSize = static_cast<Size>(dibRow) * dib->biHeight;
+  Size headerSize = static_cast<Size>(sizeof(BITMAPINFOHEADER) + 4 * u);
+  Handle copy = (n == 0 || table) ? NewHandle(headerSize + bitsSize) : nullptr;
+  if (!copy) {
+    DisposeCTable(table);
+    DisposePixMap(pm);
+    return nullptr;
+  }
+  dib->biSizeImage = static_cast<DWORD>(bitsSize);
+  std::memcpy(*copy, dib, sizeof(BITMAPINFOHEADER));
+  reinterpret_cast<BITMAPINFOHEADER*>(*copy)->biSize = sizeof(BITMAPINFOHEADER);
+  std::memcpy(*copy + sizeof(BITMAPINFOHEADER), colours, static_cast<size_t>(4 * u));
+  std::memcpy(*copy + headerSize, reinterpret_cast<const uint8_t*>(colours) + 4 * u,
+              static_cast<size_t>(bitsSize));
+
+  PixMap& p = **pm;
+  DisposeHandle(reinterpret_cast<Handle>(p.pmTable));
+  p.pmTable = table;
+  p.baseAddr = byte;
+  p.bounds = Rect{0, 0, static_cast<SInt16>(dib->biHeight), static_cast<SInt16>(dib->biWidth)};
+  p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(dib->biWidth, depth) + 1) & ~1) | 0x8000);
+  p.pixelType = depth > 8 ? 16 : 0;
+  p.pixelSize = static_cast<SInt16>(depth > 8 ? 16 : depth);
+  p.cmpCount = depth > 8 ? 3 : 1;
+  p.cmpSize = static_cast<SInt16>(depth > 8 ? 5 : depth);
+  LibraryPixMap& lib = *reinterpret_cast<LibraryPixMap*>(*pm);
+  lib.flags = static_cast<UInt16>(kDibPixelsFlag | kMadeFromDibFlag |
+                                  (reversed ? kReversedColoursFlag : 0));
+  lib.dib = copy;
+  lib.dibBits = *copy + headerSize;
+  return pm;
+}
+
+KWE_API BITMAPINFO* KWE_CALL KWE_GetDIBFromPixMap(PixMapHandle pm, void** bits) {
+  if (!IsLibraryPixMap(pm)) return nullptr;
+  LibraryPixMap& lib = *reinterpret_cast<LibraryPixMap*>(*pm);
+  if (!(lib.flags & kDibPixelsFlag) || !lib.dib) return nullptr;
+  if (bits) *bits = lib.dibBits;
+  return reinterpret_cast<BITMAPINFO*>(*lib.dib);
+}
