@@ -87,8 +87,6 @@ KWE_API Boolean KWE_CALL GetGray(GDHandle device, const RGBColor* backGround, RG
    NewPalette copies min(entries, the table's) colours with the usage and
    tolerance; Palette2CTab gives the table a new seed; CopyPalette grows
    the destination to hold what it copies. */
-#ifndef KWE_PALETTE_RECORDS
-#define KWE_PALETTE_RECORDS
 typedef struct ColorInfo {
   RGBColor ciRGB;
   SInt16 ciUsage;
@@ -102,17 +100,6 @@ struct Palette {
   ColorInfo pmInfo[1];
 };
 typedef struct Palette Palette, *PalettePtr, **PaletteHandle;
-/* CopyBits through a mask picture: maskRect of maskBits is spread over
-   dstRect, and only the pixels under its set pixels (1 bits, or pixel
-   values other than 0 in a deeper mask) change. CopyMask copies in
-   srcCopy; a mask without pixels lets none through. */
-KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits,
-                               const Rect* srcRect, const Rect* maskRect, const Rect* dstRect);
-KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
-                                   const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
-                                   const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
-
-#endif
 KWE_API PaletteHandle KWE_CALL NewPalette(SInt16 entries, CTabHandle srcColors, SInt16 srcUsage,
                                           SInt16 srcTolerance);
 KWE_API PaletteHandle KWE_CALL GetNewPalette(SInt16 paletteID);
