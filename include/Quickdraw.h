@@ -491,6 +491,7 @@ inline Boolean EqualRgn(RgnHandle rgnA, RgnHandle rgnB) { return EqualRg(rgnA, r
 #define EqualRgn EqualRg
 #endif
 
+#include "QuickdrawColour.h"
 #include "QuickdrawText.h"
 
 #endif

@@ -1,6 +1,6 @@
 /* Colour QuickDraw: colour tables, inverse tables and colour matching
    against the current device's table; CopyBits between bitmaps, pixel maps
-   and ports. */
+   and ports. Included by Quickdraw.h. */
 #ifndef KWE_QUICKDRAW_COLOUR_H
 #define KWE_QUICKDRAW_COLOUR_H
 
