@@ -51,6 +51,31 @@ class Encoder {
         lookup_(book_, context_, earlier_, sources_,
                 final ? LabelBook::Missing::Fail : LabelBook::Missing::Zero) {}
 
+  // Without labels one pass is enough once every array's count is known
+  // from the values ($$Countof usually comes before its array).
+  bool NeedsTwoPasses() const { return book_.HasLabels(); }
+  void CountArrays(const std::vector<Field>& fields, const std::vector<Value>& values,
+                   std::size_t& next) {
+    for (const Field& f : fields) {
+      if (!TakesValue(f) || next >= values.size()) continue;
+      const Value& v = values[next++];
+      if (f.kind == FieldKind::Array && v.kind == Value::Kind::Array) {
+        book_.Count(f.label, f.depth, static_cast<std::int64_t>(v.elements.size()));
+        book_.Enter(f.label);
+        for (const std::vector<Value>& element : v.elements) {
+          book_.Next();
+          std::size_t inner = 0;
+          CountArrays(f.fields, element, inner);
+        }
+        book_.Leave();
+      } else if (f.kind == FieldKind::Switch && v.kind == Value::Kind::Case && v.caseIndex >= 0 &&
+                 static_cast<std::size_t>(v.caseIndex) < f.cases.size()) {
+        std::size_t inner = 0;
+        CountArrays(f.cases[static_cast<std::size_t>(v.caseIndex)].fields, v.caseValues, inner);
+      }
+    }
+  }
+
   // Starts from the labels and counts an earlier pass found.
   void Learn(const Encoder& earlier) { book_.Restore(earlier.book_.Save()); }
 
@@ -215,6 +240,12 @@ bool TakesValue(const Field& f) {
 std::string Encode(const TypeDecl& decl, const std::vector<Value>& values,
                    const ResourceContext& context, const SourceSet& sources) {
   const std::string none;
+  Encoder only(decl, context, sources, none, true);
+  if (!only.NeedsTwoPasses()) {
+    std::size_t next = 0;
+    only.CountArrays(decl.fields, values, next);
+    return only.Run(decl, values);
+  }
   Encoder first(decl, context, sources, none, false);
   std::string bytes = first.Run(decl, values);
   Encoder final(decl, context, sources, bytes, true);

@@ -130,8 +130,11 @@ const Token& TokenCursor::Take() {
 }
 
 bool TokenCursor::IsPunct(const char* p, std::size_t ahead) const {
+  // Punctuation is one or two characters; compared without strlen, since
+  // the parser asks this for nearly every token.
   const Token& t = Peek(ahead);
-  return t.kind == TokenKind::Punct && t.text == p;
+  if (t.kind != TokenKind::Punct || t.text.empty() || t.text[0] != p[0]) return false;
+  return p[1] == '\0' ? t.text.size() == 1 : t.text.size() == 2 && t.text[1] == p[1];
 }
 
 bool TokenCursor::TakePunct(const char* p) {

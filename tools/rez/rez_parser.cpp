@@ -2,6 +2,7 @@
 // resource, data, read, include and delete statements that make resources.
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 #include "rez/fork_reader.h"
 #include "rez/rez_compiler.h"
@@ -85,10 +86,10 @@ class Parser {
 
   void Statements() {
     while (!in_.AtEnd()) {
-      if (in_.TakeWord("type"))
-        TypeStatement();
-      else if (in_.TakeWord("resource"))
+      if (in_.TakeWord("resource"))
         ResourceStatement();
+      else if (in_.TakeWord("type"))
+        TypeStatement();
       else if (in_.TakeWord("data"))
         DataStatement();
       else if (in_.TakeWord("read"))
@@ -107,7 +108,7 @@ class Parser {
   TokenCursor in_;
   TypeTable& types_;
   std::vector<CompiledResource>& out_;
-  std::map<std::uint64_t, Location> seen_;
+  std::unordered_map<std::uint64_t, Location> seen_;
   ResourceContext context_;
 
   static std::uint64_t Key(std::uint32_t type, std::int16_t id) {
@@ -540,6 +541,7 @@ class Parser {
   // ----- values of a resource statement -----
 
   void Values(const std::vector<Field>& fields, std::vector<Value>& out) {
+    out.reserve(fields.size());
     bool first = true;
     for (const Field& f : fields) {
       if (!TakesValue(f)) continue;

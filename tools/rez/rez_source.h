@@ -4,12 +4,14 @@
 // Every token keeps its file, line and column, so that a mistake anywhere
 // can be reported where the developer wrote it.
 #pragma once
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace rez {
@@ -66,12 +68,13 @@ class SourceSet {
   };
   FileLoader loader_;
   std::vector<std::string> names_;
-  std::map<std::string, Macro> macros_;
+  std::unordered_map<std::string, Macro> macros_;
+  std::bitset<256> macroStarts_;  // first characters of the names ever defined
   std::vector<std::string> includeStack_;
 
   void PreprocessFile(const std::string& path, const std::string& text, std::vector<Token>& out,
                       const Location& includedFrom);
-  void Expand(const Token& token, std::vector<Token>& out, std::vector<std::string>& active);
+  void Expand(Token token, std::vector<Token>& out, std::vector<std::string>& active);
   bool EvaluateCondition(const std::vector<Token>& line, const Location& at);
 };
 
