@@ -86,7 +86,13 @@ TEST(RezErrors, HostileNestingIsRefused) {
   std::string deep =
       "type 'TEST' { integer = " + std::string(5000, '(') + "1" + std::string(5000, ')') + "; };";
   std::string macros = "#define A B\n#define B A\nresource A";
-  for (const std::string& text : {deep, macros}) {
+  std::string arrays = "type 'TEST' {";
+  for (int i = 0; i < 40; ++i) arrays += " array {";
+  arrays += " byte;";
+  for (int i = 0; i < 40; ++i) arrays += " };";
+  arrays += " };";
+  std::string huge = "type 'TEST' { fill long[65536]; };";
+  for (const std::string& text : {deep, macros, arrays, huge}) {
     std::vector<rez::CompiledResource> out;
     std::string error;
     EXPECT_FALSE(rez_test::Compile({{"main.r", text}}, out, error));

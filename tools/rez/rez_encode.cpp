@@ -60,14 +60,7 @@ class Encoder {
       if (!TakesValue(f) || next >= values.size()) continue;
       const Value& v = values[next++];
       if (f.kind == FieldKind::Array && v.kind == Value::Kind::Array) {
-        book_.Count(f.label, f.depth, static_cast<std::int64_t>(v.elements.size()));
-        book_.Enter(f.label);
-        for (const std::vector<Value>& element : v.elements) {
-          book_.Next();
-          std::size_t inner = 0;
-          CountArrays(f.fields, element, inner);
-        }
-        book_.Leave();
+        Elements(f, v, &Encoder::CountArrays);
       } else if (f.kind == FieldKind::Switch && v.kind == Value::Kind::Case && v.caseIndex >= 0 &&
                  static_cast<std::size_t>(v.caseIndex) < f.cases.size()) {
         std::size_t inner = 0;
@@ -212,12 +205,19 @@ class Encoder {
                                    "takes " + std::to_string(wanted) + " elements but " +
                                    std::to_string(count) + " are given");
     }
-    book_.Count(f.label, f.depth, count);
+    Elements(f, v, &Encoder::Fields);
+  }
+
+  // Counts an array and walks its elements with their indices open.
+  void Elements(const Field& f, const Value& v,
+                void (Encoder::*walk)(const std::vector<Field>&, const std::vector<Value>&,
+                                      std::size_t&)) {
+    book_.Count(f.label, f.depth, static_cast<std::int64_t>(v.elements.size()));
     book_.Enter(f.label);
     for (const std::vector<Value>& element : v.elements) {
       book_.Next();
       std::size_t inner = 0;
-      Fields(f.fields, element, inner);
+      (this->*walk)(f.fields, element, inner);
     }
     book_.Leave();
   }

@@ -108,6 +108,10 @@ class Parser {
   TokenCursor in_;
   TypeTable& types_;
   std::vector<CompiledResource>& out_;
+  static constexpr int kMaxNesting = 32;
+  static constexpr std::size_t kMostDataBytes = std::size_t{1} << 24;
+  int nesting_ = 0;
+  std::size_t dataBytes_ = 0;
   std::unordered_map<std::uint64_t, Location> seen_;
   ResourceContext context_;
 
@@ -225,6 +229,11 @@ class Parser {
   }
 
   void Add(CompiledResource r, const Location& at) {
+    // A resource file's data offsets are 24 bits wide: stop before memory
+    // fills with resources no file can hold.
+    dataBytes_ += r.data.size() + 4;
+    if (dataBytes_ > kMostDataBytes)
+      sources_.Fail(at, "the resources hold more than the 16 MB a resource file's data area holds");
     auto [place, fresh] = seen_.emplace(Key(r.type, r.id), at);
     if (!fresh)
       sources_.Fail(
@@ -349,18 +358,22 @@ class Parser {
   }
 
   std::vector<Field> Fields(int depth, bool inSwitch) {
+    // Arrays and switches nest by recursion, here and wherever the fields
+    // are laid out; real declarations nest two or three deep.
+    if (++nesting_ > kMaxNesting) in_.Fail("fields nested less than 32 deep");
     std::vector<Field> fields;
     while (!in_.IsPunct("}") && !(inSwitch && in_.IsWord("case"))) {
       if (in_.AtEnd()) in_.Fail("'}' to end the fields");
       Field f = OneField(depth);
       fields.push_back(std::move(f));
     }
+    --nesting_;
     return fields;
   }
 
   int BracketedCount() {
     in_.ExpectPunct("[", "before the length");
-    int n = static_cast<int>(Number(0, 1 << 20, "a length"));
+    int n = static_cast<int>(Number(0, 65535, "a length"));
     in_.ExpectPunct("]", "after the length");
     return n;
   }

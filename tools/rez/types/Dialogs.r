@@ -2,16 +2,10 @@
 #ifndef __KWE_DIALOGS_R__
 #define __KWE_DIALOGS_R__
 
+#include "MacWindows.r"
+
 type 'DLOG' {
-	rect;                                       /* bounds, global coordinates */
-	integer documentProc = 0, dBoxProc = 1, plainDBox = 2, altDBoxProc = 3,
-		noGrowDocProc = 4, movableDBoxProc = 5, zoomDocProc = 8,
-		zoomNoGrow = 12, rDocProc = 16;
-	byte invisible = 0, visible = 1;
-	fill byte;
-	byte noGoAway = 0, goAway = 1;
-	fill byte;
-	unsigned hex longint;                       /* refCon */
+	KWE_WINDOW_TEMPLATE_FIELDS
 	integer;                                    /* 'DITL' ID of the items */
 	pstring;                                    /* title */
 };
