@@ -101,7 +101,8 @@ TEST(RezForks, LyingHeadersAndDamagedForksAreRefused) {
        "not a resource file (the file is shorter than its 256-byte header), nor an "
        "AppleDouble, AppleSingle or MacBinary file"},
       {"AppleDouble cut in its header", ad.substr(0, 20), "the AppleDouble header is cut short"},
-      {"AppleDouble entry count past the end", patched(ad, 24, Be16(500)),
+      {"AppleDouble entry count one past the end",
+       patched(ad, 24, Be16(static_cast<std::uint16_t>((ad.size() - 26) / 12 + 1))),
        "the AppleDouble entry list runs past the end of the file"},
       {"AppleDouble fork offset past the end", patched(ad, 26 + 12 + 4, Be32(0xFFFFFF00)),
        "the AppleDouble resource fork entry points past the end of the file"},

@@ -206,7 +206,7 @@ TEST(RezStandardTypes, EachTypeCompilesToItsPublishedLayoutAndDecompilesByItsFie
 TEST(RezStandardTypes, LanguageFeaturesLayOutAsRezDoes) {
   rez_test::Sources files = {
       {"main.r",
-       "#define BASE 0x10\n"
+       "#define BASE 020   /* octal */\n"
        "#define WIDE\n"
        "type 'TEST' {\n"
        "  integer = (finish - start) / 8;          /* bytes of the array, a forward label */\n"
@@ -219,7 +219,7 @@ TEST(RezStandardTypes, LanguageFeaturesLayOutAsRezDoes) {
        "};\n"
        "#ifdef WIDE\n"
        "#if BASE > 15 && defined(WIDE)\n"
-       "resource 'TEST' (BASE + 2, \"t\", preload, locked) {\n"
+       "resource 'TEST' (BASE + 2, \"t\", preload, locked, protected) {\n"
        "  { one; two + one }, 5, 1, \"c\", \"ab\", \"x\", \"wide\", \"q\", B { -1 } };\n"
        "#else\n"
        "#error not taken\n"
@@ -233,7 +233,7 @@ TEST(RezStandardTypes, LanguageFeaturesLayOutAsRezDoes) {
   ASSERT_TRUE(Compile(files, out, error)) << error;
   ASSERT_EQ(out.size(), 3u);
   EXPECT_EQ(out[0].id, 0x12);
-  EXPECT_EQ(out[0].attributes, 0x14);
+  EXPECT_EQ(out[0].attributes, 0x1C);
   EXPECT_EQ(Hex(out[0].data),
             "0004"  // (finish - start) / 8
             "01010203"
