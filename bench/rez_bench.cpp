@@ -105,7 +105,7 @@ class Generator {
         break;
       case 9:
         out << "resource 'TEXT' (" << id << ") {";
-        for (int line = 0; line < 4; ++line)
+        for (int line = 0; line < 6; ++line)
           out << "\n\t\"" << Word() << " " << Word() << " " << Word() << " " << Word() << "\\n\"";
         out << " };\n";
         break;
@@ -127,7 +127,7 @@ class Generator {
         break;
       default: {
         out << "data 'XDAT' (" << id << ") {\n";
-        for (int line = 0; line < 24; ++line) {
+        for (int line = 0; line < 28; ++line) {
           out << "\t$\"";
           for (int b = 0; b < 16; ++b) {
             char hex[3];
