@@ -120,13 +120,17 @@ struct Token {
   int end;
 };
 
+// Words end at blanks and commas, and at periods: the day's ordinal mark of
+// long dates ("31. October") and the one of abbreviations ("Oct.").
+bool EndsWord(char c) { return IsBlank(c) || c == ',' || c == '.'; }
+
 std::vector<Token> Tokens(const Text& t) {
   std::vector<Token> tokens;
   int i = t.start;
   while (i < t.end) {
-    while (i < t.end && (IsBlank(t.p[i]) || t.p[i] == ',')) ++i;
+    while (i < t.end && EndsWord(t.p[i])) ++i;
     int start = i;
-    while (i < t.end && !IsBlank(t.p[i]) && t.p[i] != ',') ++i;
+    while (i < t.end && !EndsWord(t.p[i])) ++i;
     if (i > start) tokens.push_back({std::string(t.p + start, size_t(i - start)), i});
   }
   return tokens;

@@ -51,6 +51,15 @@ TimeStyle SettingsStyle() {
   return style;
 }
 
+// The date of the long forms' seconds; false (and an empty result, when
+// there is one) without both.
+bool LongDateFor(const LongDateTime* dateTime, Str255 result, LongDateRec* l) {
+  if (result) result[0] = 0;
+  if (!result || !dateTime) return false;
+  kwe::intl::LongSecondsToDate(*dateTime, l);
+  return true;
+}
+
 Today TodayNow() {
   SYSTEMTIME now;
   GetLocalTime(&now);
@@ -117,11 +126,8 @@ KWE_API void KWE_CALL IUTimePString(UInt32 dateTime, Boolean wantSeconds, Str255
 
 KWE_API void KWE_CALL IULDateString(LongDateTime* dateTime, DateForm longFlag, Str255 result,
                                     Handle intlHandle) {
-  if (!result) return;
-  result[0] = 0;
-  if (!dateTime) return;
   LongDateRec l;
-  kwe::intl::LongSecondsToDate(*dateTime, &l);
+  if (!LongDateFor(dateTime, result, &l)) return;
   const Intl1Rec* intl1 = Intl1Of(intlHandle);
   if (longFlag == shortDate || !intl1) {
     RenderDate(l.od.oldDate, longFlag, result);
@@ -134,11 +140,8 @@ KWE_API void KWE_CALL IULDateString(LongDateTime* dateTime, DateForm longFlag, S
 
 KWE_API void KWE_CALL IULTimeString(LongDateTime* dateTime, Boolean wantSeconds, Str255 result,
                                     Handle intlHandle) {
-  if (!result) return;
-  result[0] = 0;
-  if (!dateTime) return;
   LongDateRec l;
-  kwe::intl::LongSecondsToDate(*dateTime, &l);
+  if (!LongDateFor(dateTime, result, &l)) return;
   TimeStyle style = SettingsStyle();
   char morning[5] = {}, evening[5] = {};
   if (const Intl0Rec* intl0 = Intl0Of(intlHandle)) {

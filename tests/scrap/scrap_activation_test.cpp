@@ -55,7 +55,7 @@ TEST_F(ActivationTest, ResumeAsksForConversionOnlyWhenTheClipboardChanged) {
     SInt16 before = Count();
     if (c.otherProgramCopies) {
       ASSERT_EQ(PeerPut("while away"), 0u);
-      ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, 5000));
+      ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, kNotificationWait));
     }
     KWE_ActivateApp(true);
     EXPECT_EQ(OsEvents(), (std::vector<UInt32>{0x01000000u, c.resume}));

@@ -17,6 +17,9 @@ namespace kwe_test {
 
 constexpr ResType kTextType = 0x54455854;  // 'TEXT'
 constexpr ResType kPictType = 0x50494354;  // 'PICT'
+// How long a change notification may take on a busy machine; waits end as
+// soon as it has come.
+constexpr DWORD kNotificationWait = 30000;
 
 inline LRESULT CALLBACK ListenerProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
   if (msg == WM_CLIPBOARDUPDATE) {

@@ -54,7 +54,7 @@ TEST_F(ScrapTest, TextReachesAnotherProgramAndComesBack) {
 TEST_F(ScrapTest, ScrapCountFollowsOtherProgramsButNotItsOwnChanges) {
   SInt16 start = Count();
   ASSERT_EQ(PeerPut("from elsewhere"), 0u);
-  ASSERT_TRUE(PumpUntil([&] { return Count() != start; }, 5000));
+  ASSERT_TRUE(PumpUntil([&] { return Count() != start; }, kNotificationWait));
   Pump(300);  // a second notification of the same change is not counted
   EXPECT_EQ(Count(), start + 1);
   EXPECT_EQ(InfoScrap()->scrapSize, 0);
@@ -70,7 +70,7 @@ TEST_F(ScrapTest, ScrapCountFollowsOtherProgramsButNotItsOwnChanges) {
   EXPECT_EQ(Count(), start + 2) << "the library's own changes counted again";
 
   ASSERT_EQ(PeerPut("again"), 0u);
-  ASSERT_TRUE(PumpUntil([&] { return Count() != start + 2; }, 5000));
+  ASSERT_TRUE(PumpUntil([&] { return Count() != start + 2; }, kNotificationWait));
   EXPECT_EQ(Count(), start + 3);
 }
 
@@ -165,7 +165,7 @@ TEST_F(FailingProcedureTest, ErrorsOfTheProcedureReachTheApplication) {
   g_recorder.operations.clear();
   SInt16 before = Count();
   ASSERT_EQ(PeerPut("more"), 0u);
-  ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, 5000));
+  ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, kNotificationWait));
   EXPECT_EQ(g_recorder.operations, std::vector<int>{kweScrapChanged});
 }
 
@@ -181,7 +181,7 @@ TEST_F(NoProcedureTest, EveryRequestCountsAsNotHandled) {
   EXPECT_EQ(GetScrap(nullptr, kTextType, &offset), noTypeErr);
   EXPECT_EQ(offset, CountClipboardFormats());
   SInt16 before = Count();
-  ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, 5000));
+  ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, kNotificationWait));
   EXPECT_EQ(LoadScrap(), 0);
   EXPECT_EQ(UnloadScrap(), 0);
   EXPECT_EQ(InfoScrap()->scrapState, 0);
