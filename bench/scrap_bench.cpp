@@ -54,29 +54,45 @@ int main() {
   const std::string windows = WindowsText(mac);
   Handle h = NewHandle(0);
   std::string copy(windows.size() + 1, 0);
+  auto libraryPut = [&] {
+    ZeroScrap();
+    PutScrap(SInt32(mac.size()), kText, mac.data());
+  };
+  auto libraryGet = [&] {
+    SInt32 offset;
+    GetScrap(h, kText, &offset);
+  };
+  auto rawPut = [&] {
+    OpenClipboard(owner);
+    EmptyClipboard();
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, windows.size() + 1);
+    char* p = static_cast<char*>(GlobalLock(memory));
+    std::memcpy(p, windows.c_str(), windows.size() + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
+    CloseClipboard();
+  };
+  auto rawGet = [&] {
+    OpenClipboard(owner);
+    HANDLE data = GetClipboardData(CF_TEXT);
+    const char* text = static_cast<const char*>(GlobalLock(data));
+    std::memcpy(&copy[0], text, strnlen(text, GlobalSize(data)));
+    GlobalUnlock(data);
+    CloseClipboard();
+  };
+  kwe_bench::CompareByRound("ZeroScrap+PutScrap 1 MB TEXT vs CF_TEXT SetClipboardData", 21, 1, 1e3,
+                            "ms", libraryPut, rawPut);
+  kwe_bench::CompareByRound("GetScrap 1 MB TEXT vs CF_TEXT GetClipboardData", 21, 1, 1e3, "ms",
+                            libraryGet, rawGet);
   kwe_bench::CompareByRound(
       "PutScrap+GetScrap 1 MB TEXT vs CF_TEXT Set+GetClipboardData", 21, 1, 1e3, "ms",
       [&] {
-        ZeroScrap();
-        PutScrap(SInt32(mac.size()), kText, mac.data());
-        SInt32 offset;
-        GetScrap(h, kText, &offset);
+        libraryPut();
+        libraryGet();
       },
       [&] {
-        OpenClipboard(owner);
-        EmptyClipboard();
-        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, windows.size() + 1);
-        char* p = static_cast<char*>(GlobalLock(memory));
-        std::memcpy(p, windows.c_str(), windows.size() + 1);
-        GlobalUnlock(memory);
-        SetClipboardData(CF_TEXT, memory);
-        CloseClipboard();
-        OpenClipboard(owner);
-        HANDLE data = GetClipboardData(CF_TEXT);
-        const char* text = static_cast<const char*>(GlobalLock(data));
-        std::memcpy(&copy[0], text, strnlen(text, GlobalSize(data)));
-        GlobalUnlock(data);
-        CloseClipboard();
+        rawPut();
+        rawGet();
       });
   bool same = GetHandleSize(h) == Size(mac.size()) && std::memcmp(*h, mac.data(), mac.size()) == 0;
   DisposeHandle(h);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <cstring>
 #include <vector>
 
@@ -23,48 +22,59 @@ char ElementKind(char c) {
   return lower == 'd' || lower == 'm' || lower == 'y' || lower == 'w' ? lower : 0;
 }
 
+// The piece that starts at i; none allocates, so rendering stays cheap.
+Piece NextPiece(const char* p, size_t n, size_t i) {
+  size_t start = i;
+  if (p[i] == '\'') {
+    for (++i; i < n; ++i) {
+      if (p[i] != '\'') continue;
+      if (i + 1 < n && p[i + 1] == '\'') {
+        ++i;  // a doubled quote inside quotes stands for one
+        continue;
+      }
+      ++i;
+      break;
+    }
+    return {start, i - start, 'q'};
+  }
+  char kind = ElementKind(p[i]);
+  if (kind) {
+    while (i < n && ElementKind(p[i]) == kind) ++i;
+  } else {
+    while (i < n && !ElementKind(p[i]) && p[i] != '\'') ++i;
+  }
+  return {start, i - start, kind};
+}
+
 std::vector<Piece> Split(const std::string& p) {
   std::vector<Piece> pieces;
-  for (size_t i = 0; i < p.size();) {
-    size_t start = i;
-    char kind = ElementKind(p[i]);
-    if (p[i] == '\'') {
-      for (++i; i < p.size(); ++i) {
-        if (p[i] != '\'') continue;
-        if (i + 1 < p.size() && p[i + 1] == '\'') {
-          ++i;  // a doubled quote inside quotes stands for one
-          continue;
-        }
-        ++i;
-        break;
-      }
-      pieces.push_back({start, i - start, 'q'});
-      continue;
-    }
-    if (kind) {
-      while (i < p.size() && ElementKind(p[i]) == kind) ++i;
-    } else {
-      while (i < p.size() && !ElementKind(p[i]) && p[i] != '\'') ++i;
-    }
-    pieces.push_back({start, i - start, kind});
-  }
+  for (size_t i = 0; i < p.size(); i += pieces.back().length)
+    pieces.push_back(NextPiece(p.data(), p.size(), i));
   return pieces;
 }
 
-// The text a quoted piece stands for.
-std::string Unquote(const std::string& p, const Piece& piece) {
-  std::string text;
+// The text a quoted piece stands for, handed to add a run at a time.
+template <typename Add>
+void Unquoted(const char* p, const Piece& piece, Add add) {
+  // A lone "''" outside quotes is itself a quote.
+  if (piece.length == 2) {
+    add("'", 1);
+    return;
+  }
   size_t end = piece.start + piece.length;
   for (size_t i = piece.start + 1; i < end; ++i) {
     if (p[i] == '\'') {
-      if (i + 1 < end && p[i + 1] == '\'') text += '\'';
+      if (i + 1 < end && p[i + 1] == '\'') add("'", 1);
       ++i;
       continue;
     }
-    text += p[i];
+    add(p + i, 1);
   }
-  // A lone "''" outside quotes is itself a quote.
-  if (piece.length == 2) text = "'";
+}
+
+std::string Unquote(const std::string& p, const Piece& piece) {
+  std::string text;
+  Unquoted(p.data(), piece, [&](const char* run, size_t n) { text.append(run, n); });
   return text;
 }
 
@@ -78,10 +88,18 @@ class PascalWriter {
     out_[0] = static_cast<unsigned char>(out_[0] + length);
   }
   void Add(const std::string& text) { Add(text.data(), text.size()); }
+  // At least digits digits, leading zeros added.
   void Number(int value, int digits) {
-    char buffer[16];
-    int n = std::snprintf(buffer, sizeof buffer, "%0*d", digits, value);
-    Add(buffer, static_cast<size_t>(n));
+    char buffer[12];
+    int n = 0;
+    unsigned magnitude = value < 0 ? 0u - unsigned(value) : unsigned(value);
+    do {
+      buffer[sizeof buffer - 1 - n++] = static_cast<char>('0' + magnitude % 10);
+      magnitude /= 10;
+    } while (magnitude && n < 10);
+    while (n < digits && n < 10) buffer[sizeof buffer - 1 - n++] = '0';
+    if (value < 0) buffer[sizeof buffer - 1 - n++] = '-';
+    Add(buffer + sizeof buffer - n, static_cast<size_t>(n));
   }
   void Name(const char* name, size_t length, int abbrLen) {
     Add(name, length < static_cast<size_t>(abbrLen) ? length : static_cast<size_t>(abbrLen));
@@ -115,17 +133,24 @@ void RenderElement(PascalWriter& w, char kind, size_t length, const DateTimeRec&
 
 }  // namespace
 
-void RenderDatePicture(const std::string& picture, const DateTimeRec& d, int abbrLen,
+void RenderDatePicture(const char* picture, size_t length, const DateTimeRec& d, int abbrLen,
                        Str255 result) {
   PascalWriter w(result);
-  for (const Piece& piece : Split(picture)) {
+  for (size_t i = 0; i < length;) {
+    Piece piece = NextPiece(picture, length, i);
+    i += piece.length;
     if (piece.kind == 'q')
-      w.Add(Unquote(picture, piece));
+      Unquoted(picture, piece, [&](const char* run, size_t n) { w.Add(run, n); });
     else if (piece.kind == 0)
-      w.Add(picture.data() + piece.start, piece.length);
+      w.Add(picture + piece.start, piece.length);
     else
       RenderElement(w, piece.kind, piece.length, d, abbrLen);
   }
+}
+
+void RenderDatePicture(const std::string& picture, const DateTimeRec& d, int abbrLen,
+                       Str255 result) {
+  RenderDatePicture(picture.data(), picture.size(), d, abbrLen, result);
 }
 
 std::string AbbreviatePicture(const std::string& picture) {

@@ -16,6 +16,8 @@ namespace kwe::intl {
 // character is copied. The result is cut at 255 characters.
 void RenderDatePicture(const std::string& picture, const DateTimeRec& d, int abbrLen,
                        Str255 result);
+void RenderDatePicture(const char* picture, size_t length, const DateTimeRec& d, int abbrLen,
+                       Str255 result);
 
 // Runs of four or more "m", "M", "d" or "D" cut to three (the abbreviated
 // long date).

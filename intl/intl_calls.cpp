@@ -30,13 +30,18 @@ const Intl0Rec* Intl0Of(Handle h) {
 
 void RenderDate(const DateTimeRec& d, DateForm form, Str255 result) {
   IntlState& s = State();
-  std::string picture = form == shortDate ? s.settings.shortPicture : s.settings.longPicture;
-  if (form == abbrevDate) picture = AbbreviatePicture(picture);
+  const char* picture = form == shortDate ? s.settings.shortPicture : s.settings.longPicture;
   // Only once an application holds the "INTL" 1 handle can it have asked
   // for elements to be suppressed.
-  if (const Intl1Rec* intl1 = Intl1Of(s.intl1Handle))
-    picture = SuppressElements(picture, intl1->suppressDay);
-  RenderDatePicture(picture, d, s.settings.abbrLen, result);
+  const Intl1Rec* intl1 = Intl1Of(s.intl1Handle);
+  UInt8 suppressed = intl1 ? intl1->suppressDay : 0;
+  if (form != abbrevDate && !suppressed) {
+    RenderDatePicture(picture, std::strlen(picture), d, s.settings.abbrLen, result);
+    return;
+  }
+  std::string changed = form == abbrevDate ? AbbreviatePicture(picture) : std::string(picture);
+  if (suppressed) changed = SuppressElements(changed, suppressed);
+  RenderDatePicture(changed, d, s.settings.abbrLen, result);
 }
 
 TimeStyle SettingsStyle() {

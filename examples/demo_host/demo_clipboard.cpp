@@ -1,5 +1,6 @@
 #include "demo_clipboard.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "KWECharacters.h"
@@ -25,23 +26,66 @@ void AnsiToMacTable(UInt8 table[256]) {
   KWE_AnsiToMacBuf(all + 1, table + 1, 255);
 }
 
+// Text is mostly plain ASCII, which both character sets share: how many
+// bytes from p on are below 0x80 and not the line-end byte, eight at a time.
+size_t PlainLength(const UInt8* p, size_t size, UInt8 lineEnd) {
+  constexpr uint64_t kOnes = 0x0101010101010101ull, kHighs = 0x8080808080808080ull;
+  size_t i = 0;
+  for (; i + 8 <= size; i += 8) {
+    uint64_t word;
+    std::memcpy(&word, p + i, 8);
+    uint64_t x = word ^ (kOnes * lineEnd);  // a zero byte where the line end is
+    if ((word & kHighs) || ((x - kOnes) & ~x & kHighs)) break;
+  }
+  while (i < size && p[i] < 0x80 && p[i] != lineEnd) ++i;
+  return i;
+}
+
+bool IdentityBelow128(const UInt8 table[256]) {
+  for (int c = 0; c < 128; ++c)
+    if (table[c] != c) return false;
+  return true;
+}
+
+// Copies size bytes through table, calling special for each line-end byte;
+// returns the bytes written.
+template <typename Special>
+size_t Convert(const UInt8* source, size_t size, UInt8* out, const UInt8 table[256], UInt8 lineEnd,
+               Special special) {
+  bool fast = IdentityBelow128(table);
+  size_t n = 0;
+  for (size_t i = 0; i < size;) {
+    size_t plain = fast ? PlainLength(source + i, size - i, lineEnd) : 0;
+    std::memcpy(out + n, source + i, plain);
+    n += plain;
+    i += plain;
+    if (i == size) break;
+    UInt8 c = source[i++];
+    if (c == lineEnd)
+      n += special(out + n, i - 1);
+    else
+      out[n++] = table[c];
+  }
+  return n;
+}
+
 // 'TEXT' onto the clipboard: every CR becomes CR LF.
 bool PutText(const UInt8* source, SInt32 length) {
   UInt8 table[256];
   MacToAnsiTable(table);
   size_t size = static_cast<size_t>(length);
+  // Room for every byte a line end; what is not used is given back.
   HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size * 2 + 1);
   if (!memory) return false;
   UInt8* out = static_cast<UInt8*>(GlobalLock(memory));
-  size_t n = 0;
-  for (size_t i = 0; i < size; ++i) {
-    out[n++] = table[source[i]];
-    if (source[i] == '\r') out[n++] = '\n';
-  }
-  out[n++] = 0;
+  size_t n = Convert(source, size, out, table, '\r', [](UInt8* at, size_t) {
+    at[0] = '\r';
+    at[1] = '\n';
+    return size_t(2);
+  });
+  out[n] = 0;
   GlobalUnlock(memory);
-  // Give back what the line ends did not use.
-  if (HGLOBAL smaller = GlobalReAlloc(memory, n, GMEM_MOVEABLE)) memory = smaller;
+  if (HGLOBAL smaller = GlobalReAlloc(memory, n + 1, GMEM_MOVEABLE)) memory = smaller;
   if (SetClipboardData(CF_TEXT, memory)) return true;
   GlobalFree(memory);
   return false;
@@ -54,27 +98,24 @@ SInt32 GetText(Handle destination) {
   const UInt8* text = data ? static_cast<const UInt8*>(GlobalLock(data)) : nullptr;
   if (!text) return noTypeErr;
   size_t size = strnlen(reinterpret_cast<const char*>(text), GlobalSize(data));
-  size_t length = 0;
-  for (size_t i = 0; i < size; ++i) length += !(text[i] == '\n' && i > 0 && text[i - 1] == '\r');
-  SInt32 result = static_cast<SInt32>(length);
-  if (destination) {
-    SetHandleSize(destination, result);
-    if (MemError() != noErr) {
-      result = MemError();
-    } else {
-      UInt8 table[256];
-      AnsiToMacTable(table);
-      UInt8* out = reinterpret_cast<UInt8*>(*destination);
-      size_t n = 0;
-      for (size_t i = 0; i < size; ++i) {
-        if (text[i] == '\n') {
-          if (i == 0 || text[i - 1] != '\r') out[n++] = '\r';
-          continue;
-        }
-        out[n++] = table[text[i]];
-      }
-    }
+  // Converted into a scratch handle when only the length is asked for.
+  Handle out = destination ? destination : NewHandle(0);
+  SetHandleSize(out, static_cast<Size>(size));
+  SInt32 result = MemError();
+  if (result == noErr) {
+    UInt8 table[256];
+    AnsiToMacTable(table);
+    UInt8* bytes = reinterpret_cast<UInt8*>(*out);
+    // A LF after a CR goes (the CR is there already); a lone one becomes a CR.
+    size_t n = Convert(text, size, bytes, table, '\n', [text](UInt8* at, size_t i) {
+      if (i > 0 && text[i - 1] == '\r') return size_t(0);
+      at[0] = '\r';
+      return size_t(1);
+    });
+    result = static_cast<SInt32>(n);
+    SetHandleSize(out, result);
   }
+  if (out != destination) DisposeHandle(out);
   GlobalUnlock(data);
   return result;
 }
