@@ -41,6 +41,19 @@ size_t PlainLength(const UInt8* p, size_t size, UInt8 lineEnd) {
   return i;
 }
 
+// The position of the next byte c from i on, or size.
+size_t NextByte(const UInt8* p, size_t size, size_t i, UInt8 c) {
+  constexpr uint64_t kOnes = 0x0101010101010101ull, kHighs = 0x8080808080808080ull;
+  for (; i + 8 <= size; i += 8) {
+    uint64_t word;
+    std::memcpy(&word, p + i, 8);
+    uint64_t x = word ^ (kOnes * c);
+    if ((x - kOnes) & ~x & kHighs) break;
+  }
+  while (i < size && p[i] != c) ++i;
+  return i;
+}
+
 bool IdentityBelow128(const UInt8 table[256]) {
   for (int c = 0; c < 128; ++c)
     if (table[c] != c) return false;
@@ -74,8 +87,11 @@ bool PutText(const UInt8* source, SInt32 length) {
   UInt8 table[256];
   MacToAnsiTable(table);
   size_t size = static_cast<size_t>(length);
-  // Room for every byte a line end; what is not used is given back.
-  HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size * 2 + 1);
+  size_t lines = 0;
+  for (size_t i = NextByte(source, size, 0, '\r'); i < size;
+       i = NextByte(source, size, i + 1, '\r'))
+    ++lines;
+  HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size + lines + 1);
   if (!memory) return false;
   UInt8* out = static_cast<UInt8*>(GlobalLock(memory));
   size_t n = Convert(source, size, out, table, '\r', [](UInt8* at, size_t) {
@@ -85,7 +101,6 @@ bool PutText(const UInt8* source, SInt32 length) {
   });
   out[n] = 0;
   GlobalUnlock(memory);
-  if (HGLOBAL smaller = GlobalReAlloc(memory, n + 1, GMEM_MOVEABLE)) memory = smaller;
   if (SetClipboardData(CF_TEXT, memory)) return true;
   GlobalFree(memory);
   return false;
@@ -98,24 +113,28 @@ SInt32 GetText(Handle destination) {
   const UInt8* text = data ? static_cast<const UInt8*>(GlobalLock(data)) : nullptr;
   if (!text) return noTypeErr;
   size_t size = strnlen(reinterpret_cast<const char*>(text), GlobalSize(data));
-  // Converted into a scratch handle when only the length is asked for.
-  Handle out = destination ? destination : NewHandle(0);
-  SetHandleSize(out, static_cast<Size>(size));
-  SInt32 result = MemError();
-  if (result == noErr) {
-    UInt8 table[256];
-    AnsiToMacTable(table);
-    UInt8* bytes = reinterpret_cast<UInt8*>(*out);
-    // A LF after a CR goes (the CR is there already); a lone one becomes a CR.
-    size_t n = Convert(text, size, bytes, table, '\n', [text](UInt8* at, size_t i) {
-      if (i > 0 && text[i - 1] == '\r') return size_t(0);
-      at[0] = '\r';
-      return size_t(1);
-    });
-    result = static_cast<SInt32>(n);
-    SetHandleSize(out, result);
+  // A LF after a CR goes (the CR is there already); a lone one becomes a CR.
+  // Counted first, so that an application's handle of the right size is
+  // neither grown nor shrunk.
+  size_t pairs = 0;
+  for (size_t i = NextByte(text, size, 0, '\n'); i < size; i = NextByte(text, size, i + 1, '\n'))
+    pairs += i > 0 && text[i - 1] == '\r';
+  SInt32 result = static_cast<SInt32>(size - pairs);
+  if (destination) {
+    SetHandleSize(destination, result);
+    if (MemError() != noErr) {
+      result = MemError();
+    } else {
+      UInt8 table[256];
+      AnsiToMacTable(table);
+      Convert(text, size, reinterpret_cast<UInt8*>(*destination), table, '\n',
+              [text](UInt8* at, size_t i) {
+                if (i > 0 && text[i - 1] == '\r') return size_t(0);
+                at[0] = '\r';
+                return size_t(1);
+              });
+    }
   }
-  if (out != destination) DisposeHandle(out);
   GlobalUnlock(data);
   return result;
 }
