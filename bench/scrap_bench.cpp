@@ -80,12 +80,12 @@ int main() {
     GlobalUnlock(data);
     CloseClipboard();
   };
-  kwe_bench::CompareByRound("ZeroScrap+PutScrap 1 MB TEXT vs CF_TEXT SetClipboardData", 21, 1, 1e3,
+  kwe_bench::CompareByRound("ZeroScrap+PutScrap 1 MB TEXT vs CF_TEXT SetClipboardData", 41, 1, 1e3,
                             "ms", libraryPut, rawPut);
-  kwe_bench::CompareByRound("GetScrap 1 MB TEXT vs CF_TEXT GetClipboardData", 21, 1, 1e3, "ms",
+  kwe_bench::CompareByRound("GetScrap 1 MB TEXT vs CF_TEXT GetClipboardData", 41, 1, 1e3, "ms",
                             libraryGet, rawGet);
   kwe_bench::CompareByRound(
-      "PutScrap+GetScrap 1 MB TEXT vs CF_TEXT Set+GetClipboardData", 21, 1, 1e3, "ms",
+      "PutScrap+GetScrap 1 MB TEXT vs CF_TEXT Set+GetClipboardData", 41, 1, 1e3, "ms",
       [&] {
         libraryPut();
         libraryGet();
