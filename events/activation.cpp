@@ -14,10 +14,13 @@ namespace {
 
 constexpr UInt32 kSuspend = 0x01000000;
 constexpr UInt32 kResume = 0x01000001;
+constexpr UInt32 kResumeAndConvert = 0x01000003;
 
 bool g_active = true;
 bool g_hookRemoved = false;
 HWND g_focusAtDeactivation = nullptr;
+bool g_scrapCountSaved = false;
+SInt16 g_savedScrapCount = 0;
 
 }  // namespace
 
@@ -28,8 +31,9 @@ bool ApplicationActive() { return g_active; }
 using namespace kwe;
 using namespace kwe::events;
 
-// Palettes and the clipboard's conversion on resume are left to the managers
-// that own them; the osEvt always says resume without clipboard conversion.
+// Palettes are left to the manager that owns them. On resume the osEvt asks
+// the application to convert the clipboard when the scrap count moved while
+// it was switched away from.
 KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
   // Giving the focus back may activate the application again from inside.
   static bool activating = false;
@@ -37,7 +41,10 @@ KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
   activating = true;
   Session& s = TheSession();
   g_active = active != 0;
+  UInt32 message = kSuspend;
+  SInt16 scrapCount = scrap::ScrapCount();
   if (g_active) {
+    message = g_scrapCountSaved && scrapCount != g_savedScrapCount ? kResumeAndConvert : kResume;
     quickdraw::ShowObscuredCursor();
     if (g_hookRemoved && !s.keyboardHook)
       s.keyboardHook =
@@ -54,7 +61,10 @@ KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
       g_hookRemoved = true;
     }
   }
-  Post(osEvt, g_active ? kResume : kSuspend);
+  g_savedScrapCount = scrapCount;
+  g_scrapCountSaved = true;
+  scrap::ApplicationSwitched(g_active, message == kResumeAndConvert);
+  Post(osEvt, message);
   lowmem::At<UInt32>(lowmem::Slot::DoubleTime) = GetDoubleClickTime() >> 4;
   activating = false;
 }

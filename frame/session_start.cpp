@@ -159,6 +159,7 @@ KWE_API void KWE_CALL KWE_ExitSession(void) {
   s.clipboardProcedure = nullptr;
   s.byteSwapProcedure = nullptr;
 
+  intl::EndInternational();
   memory::ReleaseSmallBlockHeaps();
   memory::ReleaseAllBlocks();
 }

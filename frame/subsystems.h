@@ -111,3 +111,18 @@ int DialogControlKind(HWND control, HWND* dialog);
 // posts as mouseDown and mouseUp inside *clickRect (screen coordinates).
 bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRect);
 }  // namespace kwe::dialogs
+
+namespace kwe::scrap {
+SInt16 ScrapCount();
+// KWE_ActivateApp's call of the host's clipboard procedure (suspend, or
+// resume with the clipboard to be converted when it changed meanwhile).
+void ApplicationSwitched(bool resume, bool convert);
+}  // namespace kwe::scrap
+
+namespace kwe::intl {
+// From InitResources: the "INTL" records from the system resource file (0:
+// none open) and WIN.INI [intl].
+void StartInternational(SInt16 systemFile);
+// The handles GetIntlResource made go with the session's blocks.
+void EndInternational();
+}  // namespace kwe::intl

@@ -77,12 +77,13 @@ KWE_API SInt16 KWE_CALL InitResources(void) {
 
   SInt16 first = 0;
   const char* systemFile = kwe::SystemResourceFileName();
-  if (systemFile && systemFile[0]) {
-    first = OpenResourcePath(kwe::AppPathName(systemFile), readOnly);
-    if (first < 0) {
-      ReportHostString(kSystemFileMissingString, nullptr);
-      return 0;
-    }
+  if (systemFile && systemFile[0]) first = OpenResourcePath(kwe::AppPathName(systemFile), readOnly);
+  // The international records come from the system file when it opened;
+  // WIN.INI's settings apply in any case.
+  kwe::intl::StartInternational(first > 0 ? first : 0);
+  if (first < 0) {
+    ReportHostString(kSystemFileMissingString, nullptr);
+    return 0;
   }
   std::string appPath = kwe::AppPathName(".RSR");
   SInt16 app = OpenResourcePath(appPath, readOnly);

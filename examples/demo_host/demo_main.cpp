@@ -11,6 +11,7 @@
 #include "KWEWindows.h"
 #include "demo_menu_messages.h"
 #include "demo_menus.h"
+#include "demo_today.h"
 #include "document_windows.h"
 #include "host_shell.h"
 #include "quickdraw_scene.h"
@@ -28,6 +29,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   StartQuickDraw(HostGlobals());
   InitWindows();
   TourResult tour = RunToolboxTour();
+  std::vector<std::string> today = TodayAndScrapLines();
+  tour.lines.insert(tour.lines.end() - 1, today.begin(), today.end());
   SetUpMenuBar();  // from the application's resource file, open now
   // The document windows stand to the right of the tour's lines.
   OpenDocumentWindows(560, 20);

@@ -4,6 +4,7 @@
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
 #include "KWEWindows.h"
+#include "demo_clipboard.h"
 #include "demo_menu_messages.h"
 #include "library_windows.h"
 #include "png_writer.h"
@@ -41,6 +42,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
   if (LRESULT answer = 0; ForwardMenuMessage(window, message, wParam, lParam, &answer))
     return answer;
   if (message == WM_ACTIVATEAPP) KWE_ActivateApp(wParam != 0);
+  if (message == WM_CLIPBOARDUPDATE) KWE_DrawClipboard();
   // The Toolbox windows move on the screen with it: their global regions
   // (strucRgn, contRgn) are brought up to date.
   if (message == WM_MOVE) KWE_UpdateWindows(1);
@@ -74,9 +76,11 @@ HWND StartHost(HINSTANCE instance, const char* commandLine) {
   session.instance = instance;
   session.mainWindow = main;
   session.commandLine = commandLine;
+  session.clipboardProcedure = reinterpret_cast<ProcPtr>(DemoClipboardProc);
   KWE_InitSession(&session);
   KWEGlobalsRecord globals = KWEGlobalsRecordFor(&g_globals);
   KWE_InitGlobals(&globals);
+  ListenToClipboard(main);
   ShowWindow(main, SW_SHOWNORMAL);
   UpdateWindow(main);
   return main;
