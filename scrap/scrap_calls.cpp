@@ -5,7 +5,7 @@
 
 #include "KWEScrap.h"
 #include "frame/subsystems.h"
-#include "quickdraw/port_attr.h"
+#include "quickdraw/ports/port_attr.h"
 #include "scrap/scrap_state.h"
 
 using namespace kwe::scrap;

@@ -2,7 +2,7 @@
 
 #include "frame/low_memory.h"
 #include "frame/session.h"
-#include "quickdraw/port_attr.h"
+#include "quickdraw/ports/port_attr.h"
 
 namespace kwe::scrap {
 namespace {
