@@ -215,6 +215,11 @@ KWE_API void KWE_CALL InitDialogs(ResumeProcPtr resumeProc) {
   for (auto& p : st.params) p[0] = 0;
   for (int k = 0; k < 3; ++k) st.icons[k] = LoadIconA(nullptr, kIconIds[k]);
   st.baseUnits = int(GetDialogBaseUnits());
+  // Entries of dialogs an earlier session left open went with its heap.
+  for (auto& e : st.table)
+    if (e->dialog && !IsLibraryDialog(e->dialog)) *e = DialogInfo{};
+  for (HWND& caption : st.captions)
+    if (caption && !IsWindow(caption)) caption = nullptr;
   st.initialised = true;
 }
 

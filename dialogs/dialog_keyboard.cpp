@@ -222,6 +222,28 @@ void KeepFocus(DialogPtr d) {
   MoveDefaultOutline(d, IsPushButton(d, item) ? item : Dlg(d)->aDefItem);
 }
 
+bool FrameOutlinesDefaultButton(const Rect& framed) {
+  constexpr int kNear = 8;
+  GrafPtr port = nullptr;
+  GetPort(&port);
+  if (!IsLibraryDialog(port)) return false;
+  std::vector<ItemView> items = ItemsOf(port);
+  for (size_t i = 0; i < items.size(); ++i) {
+    int item = int(i + 1);
+    Rect meet;
+    if (!IsPushButton(port, item) || !Intersect(framed, items[i].rect, &meet)) continue;
+    // The frame hugs the button: what they share lies within a few pixels
+    // of the frame on every side.
+    if (meet.top - framed.top >= kNear || meet.left - framed.left >= kNear ||
+        framed.bottom - meet.bottom >= kNear || framed.right - meet.right >= kNear)
+      continue;
+    Dlg(port)->aDefItem = SInt16(item);
+    MoveDefaultOutline(port, item);
+    return true;
+  }
+  return false;
+}
+
 }  // namespace kwe::dialogs
 
 using namespace kwe;

@@ -110,4 +110,8 @@ int DialogControlKind(HWND control, HWND* dialog);
 // A control's WM_COMMAND notification: true when it is a click the library
 // posts as mouseDown and mouseUp inside *clickRect (screen coordinates).
 bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRect);
+// FrameRoundRect in a dialog's port asks first: a frame hugging a push
+// button (the Macintosh's bold default outline) makes that button the
+// default instead of being drawn. True when it did.
+bool FrameOutlinesDefaultButton(const Rect& framed);
 }  // namespace kwe::dialogs

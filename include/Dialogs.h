@@ -15,6 +15,12 @@
 #include "MacWindows.h"
 #include "Menus.h"
 
+/* The print spooler's header, which <windows.h> may bring in after
+   Quickdraw.h, names its own SetPort as a macro: the Toolbox call wins. */
+#ifdef SetPort
+#undef SetPort
+#endif
+
 #ifndef KWE_TEHANDLE_DEFINED
 #define KWE_TEHANDLE_DEFINED
 typedef struct TERec** TEHandle;

@@ -45,7 +45,9 @@ TEST(DialogData, SeededListsReadInsideTheirBytes) {
     std::vector<UInt8> bytes(list.begin(), list.begin() + long(cut));
     std::vector<ItemView> items = ReadItems(bytes.data(), bytes.size());
     SCOPED_TRACE("seed " + std::to_string(seed) + " cut " + std::to_string(cut));
-    if (cut == list.size()) EXPECT_EQ(int(items.size()), countWord + 1);
+    if (cut == list.size()) {
+      EXPECT_EQ(int(items.size()), countWord + 1);
+    }
     for (const ItemView& v : items) EXPECT_LE(v.offset + kItemHeaderSize + v.length, bytes.size());
     std::vector<UInt8> trimmed = TrimmedItemList(bytes.data(), bytes.size());
     std::vector<ItemView> again = ReadItems(trimmed.data(), trimmed.size());
@@ -122,7 +124,9 @@ TEST(DialogData, ExpansionMatchesStringReplacement) {
     unsigned got =
         ExpandParameters(reinterpret_cast<const UInt8*>(text.data()), text.size(), ptrs, out);
     ASSERT_EQ(std::string(reinterpret_cast<char*>(out + 1), out[0]), expect) << "step " << step;
-    if (!cut) ASSERT_EQ(got, used) << "step " << step;
+    if (!cut) {
+      ASSERT_EQ(got, used) << "step " << step;
+    }
   }
 }
 

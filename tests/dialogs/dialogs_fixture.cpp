@@ -93,6 +93,14 @@ void PostAltKey(HWND to, UINT vk) {
   PostMessageA(to, WM_SYSKEYUP, vk, LPARAM(1 | (scan << 16) | (1u << 29) | (3u << 30)));
 }
 
+::testing::AssertionResult Flat(const Footprint& before, const Footprint& after) {
+  constexpr int kCacheSlack = 8;
+  if (after.windows == before.windows && after.bytes == before.bytes && after.list == before.list &&
+      after.gdi - before.gdi < kCacheSlack)
+    return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "before " << before << ", after " << after;
+}
+
 void DialogTest::SetUp() {
   WindowTest::SetUp();
   InitDialogs(nullptr);

@@ -26,13 +26,18 @@ std::vector<Child> ChildrenOf(HWND parent);
 std::string Show(const RECT& r);
 std::string Show(const Rect& r);
 
-inline DialogPeek Peek(DialogPtr d) { return reinterpret_cast<DialogPeek>(d); }
+inline DialogPeek PeekDialog(DialogPtr d) { return reinterpret_cast<DialogPeek>(d); }
 HWND HwndOfDialog(DialogPtr d);
 HWND ItemChild(DialogPtr d, int item);
 
 // Posts a key as the keyboard hook hands it to the dialog window.
 void PostKey(HWND to, UINT vk, bool shift = false, bool ctrl = false);
 void PostAltKey(HWND to, UINT vk);
+
+// USER's windows and the heap's bytes as they were; GDI's objects within a
+// few that Wine's own caches take now and then (a leak per dialog would
+// show hundreds over the cycles the tests run).
+::testing::AssertionResult Flat(const Footprint& before, const Footprint& after);
 
 class DialogTest : public WindowTest {
  protected:

@@ -176,6 +176,28 @@ TEST_F(Modal, MultiLineReturnAndEscapeToAnotherDefault) {
   EXPECT_STREQ(text, "Several\r\n\r\nlines");
 }
 
+// The Macintosh idiom of a bold round rectangle around the default button:
+// framed 4 pixels outside Cancel it makes Cancel the default and draws
+// nothing; a frame around a whole group is drawn as it is.
+TEST_F(Modal, FramingARoundRectAroundAButtonMakesItTheDefault) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  SetPort(dialog);
+  PenSize(3, 3);
+  Rect hug{146, 96, 174, 184};
+  FrameRoundRect(&hug, 16, 16);
+  EXPECT_EQ(PeekDialog(dialog)->aDefItem, 2);
+  EXPECT_EQ(PeekDialog(dialog)->editOpen, 2);
+  EXPECT_EQ(GetWindowLongA(ItemChild(dialog, 2), GWL_STYLE) & 0xF, BS_DEFPUSHBUTTON);
+  EXPECT_EQ(GetWindowLongA(ItemChild(dialog, 1), GWL_STYLE) & 0xF, BS_PUSHBUTTON);
+  EXPECT_NE(Pixel(dialog, 97, 160), RGB(0, 0, 0)) << "the frame is not drawn";
+  Rect group{5, 5, 140, 230};
+  FrameRoundRect(&group, 16, 16);
+  EXPECT_EQ(PeekDialog(dialog)->aDefItem, 2);
+  EXPECT_EQ(Pixel(dialog, 6, 70), RGB(0, 0, 0)) << "a frame around a group is drawn";
+  PenSize(1, 1);
+}
+
 TEST_F(Modal, AClickEndsADialogWithoutButtons) {
   dialog = Open(201);
   ASSERT_NE(dialog, nullptr);
@@ -229,6 +251,20 @@ TEST_F(Modal, DialogSelectOutsideTheModalLoop) {
   EXPECT_TRUE(found);
   EXPECT_EQ(which, dialog);
   EXPECT_EQ(hit, 3);
+  // A click on the static text hits it until the item is disabled.
+  SetPort(dialog);
+  EventRecord click{};
+  click.what = mouseDown;
+  click.where = Pt(50, 118);
+  LocalToGlobal(&click.where);
+  EXPECT_TRUE(DialogSelect(&click, &which, &hit));
+  EXPECT_EQ(hit, 8);
+  SInt16 type;
+  Handle h;
+  Rect r;
+  GetDialogItem(dialog, 8, &type, &h, &r);
+  SetDialogItem(dialog, 8, statText + itemDisable, h, &r);
+  EXPECT_FALSE(DialogSelect(&click, &which, &hit));
   EventRecord none{};
   none.what = mouseDown;
   none.where = Pt(-30000, -30000);
