@@ -180,6 +180,37 @@ TEST_F(Building, ItemAccessKeepsChildrenInStep) {
   DisposeDialog(d);
 }
 
+TEST_F(Building, AppendAndShortenTheItemList) {
+  Resources(DialogTemplate(135, 60, 60, 260, 360, 135) +
+            ItemList(135, {{10, 20, 30, 100, 4, "OK"}, {40, 20, 56, 200, 8, "Text"}}) +
+            ItemList(136, {{70, 20, 86, 200, 5, "More"}, {90, 20, 106, 200, 16, "Field"}}));
+  DialogPtr d = GetNewDialog(135, nullptr, InFront());
+  ASSERT_NE(d, nullptr);
+  Handle more = GetResource(0x4449544C, 136);  // 'DITL'
+  ASSERT_NE(more, nullptr);
+  AppendDITL(d, more, appendDITLBottom);
+  EXPECT_EQ(capture.Reports(), (std::vector<std::string>{"AppendDITL"}));
+  EXPECT_EQ(CountDITL(d), 2);
+  AppendDITL(d, more, overlayDITL);
+  EXPECT_EQ(CountDITL(d), 4);
+  std::vector<Child> children = ChildrenOf(HwndOfDialog(d));
+  ASSERT_EQ(children.size(), 4u);
+  EXPECT_EQ(Find(children, 3)->text, "More");
+  EXPECT_EQ(Find(children, 4)->cls, "edit");
+  SInt16 type;
+  Handle h;
+  Rect r;
+  GetDialogItem(d, 4, &type, &h, &r);
+  EXPECT_EQ(Show(r), "90,20,106,200");
+  ShortenDITL(d, 3);
+  EXPECT_EQ(CountDITL(d), 1);
+  EXPECT_EQ(ChildrenOf(HwndOfDialog(d)).size(), 1u);
+  ShortenDITL(d, 5);
+  EXPECT_EQ(CountDITL(d), 0);
+  EXPECT_TRUE(ChildrenOf(HwndOfDialog(d)).empty());
+  DisposeDialog(d);
+}
+
 TEST_F(Building, TextRoundTripsInTheMacintoshSet) {
   Resources(DialogTemplate(133, 60, 60, 260, 360, 133) +
             ItemList(133, {{10, 20, 26, 200, 8, "^0 and ^1"},
