@@ -170,9 +170,7 @@ void FocusItem(DialogPtr d, int item) {
   } else {
     SetFocus(child);
   }
-  bool button = IsPushButton(d, item);
-  MoveDefaultOutline(d, button ? item : Dlg(d)->aDefItem);
-  if (button && State().buttonFocusProc) State().buttonFocusProc(child, SInt16(item));
+  MoveDefaultOutline(d, IsPushButton(d, item) ? item : Dlg(d)->aDefItem);
 }
 
 bool Navigate(DialogPtr d, const EventRecord& e) {
@@ -220,6 +218,25 @@ void KeepFocus(DialogPtr d) {
   }
   if (info) info->lastFocus = SInt16(item);
   MoveDefaultOutline(d, IsPushButton(d, item) ? item : Dlg(d)->aDefItem);
+}
+
+// Windows shows no focus mark on a button without text: an item whose data
+// is empty gets a focus rectangle beside it, drawn inverting so that the
+// second draw removes it.
+void ButtonFocusChanged(HWND button, bool gained) {
+  int id = GetDlgCtrlID(button);
+  DialogPtr d = (id & 0xFF00) ? nullptr : DialogOfHwnd(GetParent(button));
+  ItemView v;
+  if (!d || !ItemAt(d, id, &v)) return;
+  if (v.length == 0) {
+    HDC dc = GetDC(HwndOf(d));
+    int side = 13 * GetDeviceCaps(dc, LOGPIXELSX) / 96 + 4;
+    RECT r{v.rect.left - 2, v.rect.top, v.rect.left - 2 + side, v.rect.top + side};
+    DrawFocusRect(dc, &r);
+    ReleaseDC(HwndOf(d), dc);
+  }
+  if (gained && IsPushButton(d, id) && State().buttonFocusProc)
+    State().buttonFocusProc(button, SInt16(id));
 }
 
 bool FrameOutlinesDefaultButton(const Rect& framed) {

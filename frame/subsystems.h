@@ -114,4 +114,7 @@ bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRec
 // button (the Macintosh's bold default outline) makes that button the
 // default instead of being drawn. True when it did.
 bool FrameOutlinesDefaultButton(const Rect& framed);
+// A dialog's button child gains or loses the focus (WM_SETFOCUS or
+// WM_KILLFOCUS reaching K_ButtonWndProc).
+void ButtonFocusChanged(HWND button, bool gained);
 }  // namespace kwe::dialogs

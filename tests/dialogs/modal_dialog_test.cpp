@@ -39,6 +39,10 @@ class Modal : public DialogTest {
                        {10, 90, 26, 200, 16, ""},
                        {40, 20, 56, 200, 5, "Bold"},
                        {60, 20, 76, 200, 5, "Italic"}}) +
+        DialogTemplate(210, 60, 60, 200, 300, 210) +
+        ItemList(210, {{100, 100, 120, 180, 4, "OK"},
+                       {40, 40, 56, 56, 5, ""},
+                       {70, 40, 86, 140, 5, "Titled"}}) +
         PrivateTableText(203, 0, 0x40, {{5, 5, 0, 0}, {1, 1, 0, 0}, {2, 3, 'N', 0}, {3, 3, 0, 0}}));
   }
   DialogPtr Open(SInt16 id) {
@@ -196,6 +200,35 @@ TEST_F(Modal, FramingARoundRectAroundAButtonMakesItTheDefault) {
   EXPECT_EQ(PeekDialog(dialog)->aDefItem, 2);
   EXPECT_EQ(Pixel(dialog, 6, 70), RGB(0, 0, 0)) << "a frame around a group is drawn";
   PenSize(1, 1);
+}
+
+int g_focusCalls = 0;
+void KWE_CALL CountButtonFocus(HWND button, SInt16 id) {
+  g_focusCalls += GetDlgCtrlID(button) == id;
+}
+
+// A check box without a title shows a focus rectangle at its left while it
+// has the focus; a push button taking the focus tells the host's procedure.
+TEST_F(Modal, UntitledItemsShowAFocusRectangle) {
+  dialog = Open(210);
+  ASSERT_NE(dialog, nullptr);
+  KWE_SetButtonFocusHookProc(CountButtonFocus);
+  g_focusCalls = 0;
+  HWND w = Window();
+  SetFocus(GetDlgItem(w, 3));
+  auto column = [&] {
+    std::vector<COLORREF> px;
+    for (int v = 40; v < 57; ++v) px.push_back(Pixel(dialog, 38, v));
+    return px;
+  };
+  std::vector<COLORREF> before = column();
+  SetFocus(GetDlgItem(w, 2));
+  EXPECT_NE(column(), before) << "the rectangle's left edge is drawn";
+  SetFocus(GetDlgItem(w, 3));
+  EXPECT_EQ(column(), before) << "and taken away again";
+  SetFocus(GetDlgItem(w, 1));
+  EXPECT_EQ(g_focusCalls, 1);
+  KWE_SetButtonFocusHookProc(nullptr);
 }
 
 TEST_F(Modal, AClickEndsADialogWithoutButtons) {
