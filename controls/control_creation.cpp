@@ -123,7 +123,9 @@ ControlHandle Create(WindowPtr w, const Rect* bounds, ConstStr255Param title, bo
 
   DWORD style = WS_CHILD | (visible ? WS_VISIBLE : 0);
   int width = r.right - r.left, height = r.bottom - r.top;
-  int id = refCon & 0xFF;
+  // A dialog item's child carries its item number, by which the Dialog
+  // Manager and GetDlgItem find it.
+  int id = context.itemNumber ? context.itemNumber : refCon & 0xFF;
   bool button = true;
   ManagerState& st = State();
   ChildClass k{"button", BS_PUSHBUTTON, 0, K_ButtonWndProc, &st.buttonProc};
@@ -154,7 +156,6 @@ ControlHandle Create(WindowPtr w, const Rect* bounds, ConstStr255Param title, bo
     k = ChildClass{"combobox", CBS_DROPDOWNLIST | WS_VSCROLL, 0, K_ComboBoxWndProc,
                    &st.comboBoxProc};
     if (session.version.NewShell()) k.exStyle = WS_EX_CLIENTEDGE;
-    if (context.itemNumber) id = context.itemNumber;
     height = std::max(height, fontHeight + 2);
   } else if (procID != pushButProc) {
     cdef = reinterpret_cast<ControlDefProcPtr>(

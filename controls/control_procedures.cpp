@@ -7,6 +7,7 @@
 #include "KWEEvents.h"
 #include "controls/control_manager.h"
 #include "frame/session.h"
+#include "frame/subsystems.h"
 #include "windows/window_manager.h"
 
 namespace kwe::controls {
@@ -66,7 +67,10 @@ void PaintCdef(HWND hwnd) {
 using namespace kwe::controls;
 
 KWE_API LRESULT CALLBACK K_ButtonWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
-  return Forward(State().buttonProc, hwnd, msg, wParam, lParam);
+  LRESULT result = Forward(State().buttonProc, hwnd, msg, wParam, lParam);
+  if (msg == WM_SETFOCUS || msg == WM_KILLFOCUS)
+    kwe::dialogs::ButtonFocusChanged(hwnd, msg == WM_SETFOCUS);
+  return result;
 }
 
 KWE_API LRESULT CALLBACK K_ScrollBarWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {

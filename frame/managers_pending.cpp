@@ -7,17 +7,3 @@
 #include "frame/subsystems.h"
 #include "frame/trap_defaults.h"
 #include "frame/unsupported.h"
-
-namespace kwe::dialogs {
-void ResetErrorSound() {}
-bool InModalDialog() { return false; }
-int DialogControlKind(HWND, HWND* dialog) {
-  if (dialog) *dialog = nullptr;
-  return kNotDialogControl;
-}
-bool ControlCommand(HWND, HWND, UINT, Rect*) { return false; }
-void KWE_CALL ModalDialogDefault(ModalFilterProcPtr, SInt16* itemHit) {
-  if (itemHit) *itemHit = 0;
-  Unsupported("ModalDialog");
-}
-}  // namespace kwe::dialogs

@@ -110,6 +110,13 @@ int DialogControlKind(HWND control, HWND* dialog);
 // A control's WM_COMMAND notification: true when it is a click the library
 // posts as mouseDown and mouseUp inside *clickRect (screen coordinates).
 bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRect);
+// FrameRoundRect in a dialog's port asks first: a frame hugging a push
+// button (the Macintosh's bold default outline) makes that button the
+// default instead of being drawn. True when it did.
+bool FrameOutlinesDefaultButton(const Rect& framed);
+// A dialog's button child gains or loses the focus (WM_SETFOCUS or
+// WM_KILLFOCUS reaching K_ButtonWndProc).
+void ButtonFocusChanged(HWND button, bool gained);
 }  // namespace kwe::dialogs
 
 namespace kwe::scrap {

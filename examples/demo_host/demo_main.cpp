@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "KWEWindows.h"
+#include "demo_dialogs.h"
 #include "demo_menu_messages.h"
 #include "demo_menus.h"
 #include "demo_today.h"
@@ -38,6 +39,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   PostDemoInput(main, KWE_GethWnd(DocumentWindow(0)), POINT{40, 110});
   // The event loop's lines go above the patterns' line and its swatches.
   std::vector<std::string> events = RunEventLoop();
+  events.push_back("About alert answered with item " + std::to_string(ShowAboutAlert()));
+  for (const std::string& line : RunSettingsDialog("demo-dialog.png")) events.push_back(line);
   tour.lines.insert(tour.lines.end() - 1, events.begin(), events.end());
   for (const std::string& line : tour.lines) std::printf("%s\n", line.c_str());
   SetWindowLines(tour.lines);

@@ -1,5 +1,6 @@
 #include "library_windows.h"
 
+#include "Dialogs.h"
 #include "KWEEvents.h"
 #include "KWEWindows.h"
 
@@ -24,6 +25,9 @@ LRESULT ForwardToLibrary(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, WN
     case WM_ERASEBKGND:
     case WM_HSCROLL:
     case WM_VSCROLL: return KWE_WindChange(window, msg, wParam, lParam);
+    case WM_DRAWITEM:  // a dialog's user items, icons and pictures
+      if (KWE_UserItem(window, msg, wParam, lParam)) return TRUE;
+      break;
     case WM_COMMAND:  // clicks in the window's controls
       KWE_EventCommand(window, msg, wParam, reinterpret_cast<HWND>(lParam));
       return 0;

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "Quickdraw.h"
+#include "frame/subsystems.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -139,6 +140,7 @@ KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle,
 }
 
 KWE_API void KWE_CALL FrameRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight) {
+  if (r && kwe::dialogs::FrameOutlinesDefaultButton(*r)) return;
   DrawRoundRect(Verb::Frame, r, ovalWidth, ovalHeight);
 }
 KWE_API void KWE_CALL PaintRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 ovalHeight) {

@@ -293,12 +293,12 @@ TEST_F(TrapTableTest, GuardedCallFromItsOwnPatchGetsTheLibrarysAnswer) {
   EXPECT_EQ(g_buttonPatchCalls, 2);
 }
 
-TEST_F(TrapTableTest, StandInsReportTheCallsTheirManagersWillTakeOver) {
+// The patchable ModalDialog, with no dialog in front, answers at once.
+TEST_F(TrapTableTest, ModalDialogWithoutADialogAnswersAtOnce) {
   SInt16 item = -1;
   ModalDialog(nullptr, &item);
   EXPECT_EQ(item, 0);
-  ASSERT_EQ(capture.Reports().size(), 1u);
-  EXPECT_EQ(capture.Reports()[0], "ModalDialog");
+  EXPECT_TRUE(capture.Reports().empty());
 }
 
 }  // namespace

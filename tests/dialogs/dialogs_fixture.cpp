@@ -1,0 +1,159 @@
+#include "dialogs/dialogs_fixture.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+
+#include "Resources.h"
+#include "resource_builder/resource_description.h"
+#include "resource_builder/resource_image.h"
+
+namespace kwe_test {
+
+std::string AsString(const UInt8* pstring) {
+  return std::string(reinterpret_cast<const char*>(pstring + 1), pstring[0]);
+}
+
+namespace {
+
+BOOL CALLBACK CollectChild(HWND child, LPARAM context) {
+  auto& out = *reinterpret_cast<std::vector<Child>*>(context);
+  Child c;
+  char buffer[512] = "";
+  GetClassNameA(child, buffer, sizeof buffer);
+  for (char* p = buffer; *p; ++p) *p = char(std::tolower(UInt8(*p)));
+  c.cls = buffer;
+  c.id = GetDlgCtrlID(child);
+  GetWindowRect(child, &c.place);
+  MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&c.place), 2);
+  GetWindowTextA(child, buffer, sizeof buffer);
+  c.text = buffer;
+  c.style = DWORD(GetWindowLongA(child, GWL_STYLE));
+  out.push_back(c);
+  return TRUE;
+}
+
+struct ModalRun {
+  std::vector<std::function<void()>> steps;
+  size_t next = 0;
+  int idle = 0;
+};
+ModalRun* g_run = nullptr;
+
+void CALLBACK ModalStep(HWND, UINT, UINT_PTR, DWORD) {
+  if (!g_run) return;
+  if (g_run->next < g_run->steps.size()) {
+    g_run->steps[g_run->next++]();
+    return;
+  }
+  // Past the steps: a loop still running after a second is pressed out.
+  if (++g_run->idle > 33) {
+    if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
+    g_run->idle = 0;
+  }
+}
+
+}  // namespace
+
+std::vector<Child> ChildrenOf(HWND parent) {
+  std::vector<Child> out;
+  EnumChildWindows(parent, CollectChild, reinterpret_cast<LPARAM>(&out));
+  return out;
+}
+
+std::string Show(const RECT& r) {
+  return std::to_string(r.top) + "," + std::to_string(r.left) + "," + std::to_string(r.bottom) +
+         "," + std::to_string(r.right);
+}
+std::string Show(const Rect& r) { return Show(RECT{r.left, r.top, r.right, r.bottom}); }
+
+HWND HwndOfDialog(DialogPtr d) { return KWE_GethWnd(d); }
+
+HWND ItemChild(DialogPtr d, int item) { return GetDlgItem(HwndOfDialog(d), item); }
+
+void PostKey(HWND to, UINT vk, bool shift, bool ctrl) {
+  BYTE keys[256] = {};
+  GetKeyboardState(keys);
+  keys[VK_SHIFT] = shift ? 0x80 : 0;
+  keys[VK_CONTROL] = ctrl ? 0x80 : 0;
+  SetKeyboardState(keys);
+  UINT scan = MapVirtualKeyA(vk, 0);
+  PostMessageA(to, WM_KEYDOWN, vk, LPARAM(1 | (scan << 16)));
+  PostMessageA(to, WM_KEYUP, vk, LPARAM(1 | (scan << 16) | (3u << 30)));
+}
+
+void PostAltKey(HWND to, UINT vk) {
+  BYTE keys[256] = {};
+  GetKeyboardState(keys);
+  keys[VK_MENU] = 0x80;
+  SetKeyboardState(keys);
+  UINT scan = MapVirtualKeyA(vk, 0);
+  PostMessageA(to, WM_SYSKEYDOWN, vk, LPARAM(1 | (scan << 16) | (1u << 29)));
+  PostMessageA(to, WM_SYSKEYUP, vk, LPARAM(1 | (scan << 16) | (1u << 29) | (3u << 30)));
+}
+
+::testing::AssertionResult Flat(const Footprint& before, const Footprint& after) {
+  constexpr int kCacheSlack = 8;
+  if (after.windows == before.windows && after.bytes == before.bytes && after.list == before.list &&
+      after.gdi - before.gdi < kCacheSlack)
+    return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "before " << before << ", after " << after;
+}
+
+void DialogTest::SetUp() {
+  WindowTest::SetUp();
+  InitDialogs(nullptr);
+}
+
+void DialogTest::TearDown() {
+  BYTE keys[256] = {};
+  SetKeyboardState(keys);
+  if (refNum > 0) CloseResFile(refNum);
+  if (!file.empty()) DeleteFileA(file.c_str());
+  WindowTest::TearDown();
+}
+
+void DialogTest::Resources(const std::string& description) {
+  std::vector<resource_builder::Resource> list;
+  std::string error;
+  ASSERT_TRUE(resource_builder::ParseResourceDescription(description, list, error)) << error;
+  auto image = resource_builder::BuildResourceImage(list);
+  char dir[MAX_PATH];
+  GetTempPathA(MAX_PATH, dir);
+  file = std::string(dir) + "kwe_dlg_" + std::to_string(GetCurrentProcessId());
+  FILE* f = std::fopen(file.c_str(), "wb");
+  ASSERT_NE(f, nullptr);
+  std::fwrite(image.data(), 1, image.size(), f);
+  std::fclose(f);
+  Str255 name{UInt8(file.size())};
+  std::memcpy(name + 1, file.data(), file.size());
+  refNum = OpenResFile(name);
+  ASSERT_GT(refNum, 0);
+  SetResLoad(true);
+}
+
+void DialogTest::WhileModal(std::vector<std::function<void()>> steps,
+                            const std::function<void()>& call) {
+  ModalRun run{std::move(steps)};
+  g_run = &run;
+  UINT_PTR timer = SetTimer(nullptr, 0, 30, ModalStep);
+  call();
+  KillTimer(nullptr, timer);
+  g_run = nullptr;
+}
+
+SInt16 DialogTest::RunModal(std::vector<std::function<void()>> steps, ModalFilterProcPtr filter,
+                            std::vector<SInt16> stop) {
+  SInt16 hit = -99;
+  hits.clear();
+  WhileModal(std::move(steps), [&] {
+    do {
+      ModalDialog(filter, &hit);
+      hits.push_back(hit);
+    } while (std::find(stop.begin(), stop.end(), hit) == stop.end() && hits.size() < 100);
+  });
+  return hit;
+}
+
+}  // namespace kwe_test

@@ -1,0 +1,309 @@
+// ModalDialog, DialogSelect and the keyboard, driven by the input a user
+// makes (keys as the keyboard hook hands them to the dialog window, clicks
+// that Windows turns into WM_COMMAND), posted while the modal call runs.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "Controls.h"
+#include "dialogs/dialog_text.h"
+#include "dialogs/dialogs_fixture.h"
+
+namespace {
+
+using namespace kwe_test;
+
+class Modal : public DialogTest {
+ protected:
+  void SetUp() override {
+    DialogTest::SetUp();
+    Resources(
+        DialogTemplate(200, 60, 60, 260, 360, 200) +
+        ItemList(200, {{150, 200, 170, 280, 4, "OK"},
+                       {150, 100, 170, 180, 4, "Cancel"},
+                       {10, 20, 26, 200, 5, "Wrap lines"},
+                       {30, 20, 46, 120, 6, "Red"},
+                       {50, 20, 66, 120, 6, "Green"},
+                       {70, 20, 86, 120, 6, "Blue"},
+                       {90, 20, 106, 200, 16, "Name"},
+                       {110, 20, 126, 200, 8, "Notes:"}}) +
+        DialogTemplate(201, 60, 60, 200, 300, 201) +
+        ItemList(201, {{10, 20, 26, 200, 8, "Click anywhere"}}) +
+        DialogTemplate(202, 60, 60, 260, 360, 202) +
+        ItemList(202, {{150, 200, 170, 280, 4, "OK"},
+                       {150, 100, 170, 180, 5, "Check"},
+                       {10, 20, 90, 200, 16, "Several\rlines"}}) +
+        DialogTemplate(203, 60, 60, 260, 360, 203) +
+        ItemList(203, {{150, 200, 170, 280, 4, "OK"},
+                       {10, 20, 26, 80, 8, "Name:"},
+                       {10, 90, 26, 200, 16, ""},
+                       {40, 20, 56, 200, 5, "Bold"},
+                       {60, 20, 76, 200, 5, "Italic"}}) +
+        DialogTemplate(210, 60, 60, 200, 300, 210) +
+        ItemList(210, {{100, 100, 120, 180, 4, "OK"},
+                       {40, 40, 56, 56, 5, ""},
+                       {70, 40, 86, 140, 5, "Titled"}}) +
+        PrivateTableText(203, 0, 0x40, {{5, 5, 0, 0}, {1, 1, 0, 0}, {2, 3, 'N', 0}, {3, 3, 0, 0}}));
+  }
+  DialogPtr Open(SInt16 id) {
+    DialogPtr d = GetNewDialog(id, nullptr, InFront());
+    EXPECT_NE(d, nullptr);
+    if (d) SelectWindow(d);
+    Drain();
+    return d;
+  }
+  HWND Window() { return HwndOfDialog(dialog); }
+  ControlHandle ControlOf(SInt16 item) {
+    SInt16 type;
+    Handle h;
+    Rect r;
+    GetDialogItem(dialog, item, &type, &h, &r);
+    return reinterpret_cast<ControlHandle>(h);
+  }
+  void TearDown() override {
+    if (dialog) DisposeDialog(dialog);
+    DialogTest::TearDown();
+  }
+  DialogPtr dialog = nullptr;
+};
+
+TEST_F(Modal, KeysAndClicksGiveTheirItems) {
+  struct Case {
+    const char* what;
+    std::function<void(HWND)> input;
+    SInt16 hit;
+  };
+  const Case cases[] = {
+      {"Return", [](HWND w) { PostKey(w, VK_RETURN); }, 1},
+      {"keypad Enter",
+       [](HWND w) { PostMessageA(w, WM_KEYDOWN, VK_RETURN, LPARAM(1 | (0x1C << 16) | (1 << 24))); },
+       1},
+      {"Escape", [](HWND w) { PostKey(w, VK_ESCAPE); }, 2},
+      {"Command-period", [](HWND w) { PostKey(w, VK_OEM_PERIOD, false, true); }, 2},
+      {"click on the check box", [](HWND w) { SendMessageA(GetDlgItem(w, 3), BM_CLICK, 0, 0); }, 3},
+      {"click on Green", [](HWND w) { SendMessageA(GetDlgItem(w, 5), BM_CLICK, 0, 0); }, 5},
+      {"click on Cancel", [](HWND w) { SendMessageA(GetDlgItem(w, 2), BM_CLICK, 0, 0); }, 2},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    dialog = Open(200);
+    ASSERT_NE(dialog, nullptr);
+    HWND w = Window();
+    SInt16 hit = RunModal({[&] { EXPECT_FALSE(IsWindowEnabled(mainWindow)); }, [&] { c.input(w); }},
+                          nullptr, {c.hit, 2});
+    EXPECT_EQ(hit, c.hit);
+    EXPECT_TRUE(IsWindowEnabled(mainWindow)) << "enabled again after the loop";
+    DisposeDialog(dialog);
+    dialog = nullptr;
+  }
+}
+
+TEST_F(Modal, TabWalksTheFocusableItems) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  SetControlValue(ControlOf(5), 1);
+  std::vector<int> seen;
+  auto record = [&] { seen.push_back(GetDlgCtrlID(GetFocus())); };
+  HWND w = Window();
+  std::vector<std::function<void()>> steps = {record};
+  for (int i = 0; i < 5; ++i) {
+    steps.push_back([w] { PostKey(w, VK_TAB); });
+    steps.push_back(record);
+  }
+  steps.push_back([w] { PostKey(w, VK_TAB, true); });
+  steps.push_back(record);
+  steps.push_back([w] { PostKey(w, VK_UP); });  // not on a radio button: nothing
+  steps.push_back(record);
+  steps.push_back([w] { PostKey(w, VK_ESCAPE); });
+  EXPECT_EQ(RunModal(steps), 2);
+  // Edit item 7 has the focus after building; Tab goes on in item order,
+  // wrapping, and takes only the checked radio button; Up on Green clicks Red.
+  EXPECT_EQ(seen, (std::vector<int>{7, 1, 2, 3, 5, 7, 5, 4}));
+  // Keys while the edit item is current answer with it.
+  EXPECT_EQ(hits, (std::vector<SInt16>{7, 4, 2}));
+}
+
+TEST_F(Modal, ArrowsMoveWithinTheRadioGroup) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  struct Step {
+    UINT key;
+    int from, to;  // the focused radio button, the one the key clicks
+  };
+  // Down and Right forward, Up and Left backward, wrapping inside the run
+  // of radio items 4 to 6.
+  const Step steps[] = {
+      {VK_DOWN, 4, 5}, {VK_RIGHT, 5, 6}, {VK_DOWN, 6, 4}, {VK_LEFT, 4, 6}, {VK_UP, 6, 5}};
+  for (const Step& s : steps) {
+    SCOPED_TRACE(s.from);
+    for (SInt16 item = 4; item <= 6; ++item) SetControlValue(ControlOf(item), item == s.from);
+    SInt16 hit = RunModal({[&] { SetFocus(GetDlgItem(w, s.from)); }, [&] { PostKey(w, s.key); }},
+                          nullptr, {4, 5, 6, 2});
+    EXPECT_EQ(hit, s.to);
+    EXPECT_EQ(GetDlgCtrlID(GetFocus()), s.to);
+  }
+}
+
+TEST_F(Modal, TableOrderAndMnemonics) {
+  dialog = Open(203);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  std::vector<int> seen;
+  auto record = [&] { seen.push_back(GetDlgCtrlID(GetFocus())); };
+  SInt16 hit = RunModal({record, [w] { PostKey(w, VK_TAB); }, record, [w] { PostKey(w, VK_TAB); },
+                         record, [w] { PostKey(w, VK_TAB); }, record, [w] { PostAltKey(w, 'N'); },
+                         record, [w] { PostKey(w, VK_ESCAPE); }});
+  EXPECT_EQ(hit, 1) << "Escape without a Cancel button presses the default";
+  // The focus starts on the table's last entry (3); Tab follows the table's
+  // order 5, 1, 3, then the items it leaves out (2, 4) in item order; Alt+N
+  // on the static text "Name:" focuses its target, the edit item.
+  EXPECT_EQ(seen, (std::vector<int>{3, 4, 5, 1, 3}));
+}
+
+TEST_F(Modal, MultiLineReturnAndEscapeToAnotherDefault) {
+  dialog = Open(202);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  HWND edit = GetDlgItem(w, 3);
+  // Return in the multi-line field goes to the field (the hook hands it to
+  // both); the standard filter leaves it there.
+  SInt16 hit = RunModal({[&] {
+                           SendMessageA(edit, EM_SETSEL, 7, 7);
+                           PostMessageA(edit, WM_CHAR, '\r', 1);
+                           PostKey(w, VK_RETURN);
+                         },
+                         [] {}, [w] { PostKey(w, VK_ESCAPE); }});
+  EXPECT_EQ(hit, 1) << "Escape with a check box as item 2 presses item 1";
+  char text[64];
+  GetWindowTextA(edit, text, sizeof text);
+  EXPECT_STREQ(text, "Several\r\n\r\nlines");
+}
+
+// The Macintosh idiom of a bold round rectangle around the default button:
+// framed 4 pixels outside Cancel it makes Cancel the default and draws
+// nothing; a frame around a whole group is drawn as it is.
+TEST_F(Modal, FramingARoundRectAroundAButtonMakesItTheDefault) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  SetPort(dialog);
+  PenSize(3, 3);
+  Rect hug{146, 96, 174, 184};
+  FrameRoundRect(&hug, 16, 16);
+  EXPECT_EQ(PeekDialog(dialog)->aDefItem, 2);
+  EXPECT_EQ(PeekDialog(dialog)->editOpen, 2);
+  EXPECT_EQ(GetWindowLongA(ItemChild(dialog, 2), GWL_STYLE) & 0xF, BS_DEFPUSHBUTTON);
+  EXPECT_EQ(GetWindowLongA(ItemChild(dialog, 1), GWL_STYLE) & 0xF, BS_PUSHBUTTON);
+  EXPECT_NE(Pixel(dialog, 97, 160), RGB(0, 0, 0)) << "the frame is not drawn";
+  Rect group{5, 5, 140, 230};
+  FrameRoundRect(&group, 16, 16);
+  EXPECT_EQ(PeekDialog(dialog)->aDefItem, 2);
+  EXPECT_EQ(Pixel(dialog, 6, 70), RGB(0, 0, 0)) << "a frame around a group is drawn";
+  PenSize(1, 1);
+}
+
+int g_focusCalls = 0;
+void KWE_CALL CountButtonFocus(HWND button, SInt16 id) {
+  g_focusCalls += GetDlgCtrlID(button) == id;
+}
+
+// A check box without a title shows a focus rectangle at its left while it
+// has the focus; a push button taking the focus tells the host's procedure.
+TEST_F(Modal, UntitledItemsShowAFocusRectangle) {
+  dialog = Open(210);
+  ASSERT_NE(dialog, nullptr);
+  KWE_SetButtonFocusHookProc(CountButtonFocus);
+  g_focusCalls = 0;
+  HWND w = Window();
+  SetFocus(GetDlgItem(w, 3));
+  auto column = [&] {
+    std::vector<COLORREF> px;
+    for (int v = 40; v < 57; ++v) px.push_back(Pixel(dialog, 38, v));
+    return px;
+  };
+  std::vector<COLORREF> before = column();
+  SetFocus(GetDlgItem(w, 2));
+  EXPECT_NE(column(), before) << "the rectangle's left edge is drawn";
+  SetFocus(GetDlgItem(w, 3));
+  EXPECT_EQ(column(), before) << "and taken away again";
+  SetFocus(GetDlgItem(w, 1));
+  EXPECT_EQ(g_focusCalls, 1);
+  KWE_SetButtonFocusHookProc(nullptr);
+}
+
+TEST_F(Modal, AClickEndsADialogWithoutButtons) {
+  dialog = Open(201);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  SInt16 hit = RunModal({[w] {
+    PostMessageA(w, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(50, 50));
+    PostMessageA(w, WM_LBUTTONUP, 0, MAKELPARAM(50, 50));
+  }});
+  EXPECT_EQ(hit, 1);
+}
+
+struct FilterLog {
+  int events = 0, keys = 0;
+} g_log;
+
+Boolean KWE_CALL TakeX(DialogPtr, EventRecord* e, SInt16* itemHit) {
+  ++g_log.events;
+  if (e->what != keyDown) return false;
+  ++g_log.keys;
+  if ((e->message & 0xFF) != 'x') return false;
+  *itemHit = 42;
+  return true;
+}
+
+TEST_F(Modal, AFilterSeesEveryEventAndCanTakeOne) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  g_log = FilterLog{};
+  SInt16 hit = RunModal({[w] { PostKey(w, 'A'); }, [w] { PostKey(w, 'X'); }}, TakeX, {42, 2});
+  EXPECT_EQ(hit, 42);
+  EXPECT_EQ(g_log.keys, 2);
+  EXPECT_GT(g_log.events, g_log.keys) << "null events reach the filter too";
+  // Return under an application filter still presses the outlined button.
+  hit = RunModal({[w] { PostKey(w, VK_RETURN); }}, TakeX);
+  EXPECT_EQ(hit, 1);
+}
+
+TEST_F(Modal, DialogSelectOutsideTheModalLoop) {
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  SendMessageA(GetDlgItem(Window(), 3), BM_CLICK, 0, 0);
+  EventRecord e;
+  DialogPtr which = nullptr;
+  SInt16 hit = -7;
+  bool found = false;
+  for (int i = 0; i < 200 && !found; ++i) {
+    if (!GetNextEvent(everyEvent, &e) || !IsDialogEvent(&e)) continue;
+    found = DialogSelect(&e, &which, &hit);
+  }
+  EXPECT_TRUE(found);
+  EXPECT_EQ(which, dialog);
+  EXPECT_EQ(hit, 3);
+  // A click on the static text hits it until the item is disabled.
+  SetPort(dialog);
+  EventRecord click{};
+  click.what = mouseDown;
+  click.where = Pt(50, 118);
+  LocalToGlobal(&click.where);
+  EXPECT_TRUE(DialogSelect(&click, &which, &hit));
+  EXPECT_EQ(hit, 8);
+  SInt16 type;
+  Handle h;
+  Rect r;
+  GetDialogItem(dialog, 8, &type, &h, &r);
+  SetDialogItem(dialog, 8, statText + itemDisable, h, &r);
+  EXPECT_FALSE(DialogSelect(&click, &which, &hit));
+  EventRecord none{};
+  none.what = mouseDown;
+  none.where = Pt(-30000, -30000);
+  EXPECT_FALSE(DialogSelect(&none, &which, &hit));
+  EXPECT_EQ(hit, -1);
+  EXPECT_FALSE(IsDialogEvent(nullptr));
+}
+
+}  // namespace
