@@ -104,14 +104,16 @@ TEST_F(StandardFileTest, CancelLeavesAClearedReplyAndCustomPartsAreReported) {
   EXPECT_EQ(reply.fName[0], 0);
   EXPECT_EQ(capture.Reports(), std::vector<std::string>{"SFPPutFile"});
 
+  // The System 7 custom dialog reports itself and runs the plain one.
   StandardFileReply standard;
   std::memset(&standard, 0x55, sizeof standard);
   FileDialogDriver again({""});
-  StandardGetFile(nullptr, -1, nullptr, &standard);
+  CustomGetFile(nullptr, -1, nullptr, &standard, 0, Point{}, nullptr, nullptr, nullptr, nullptr,
+                nullptr);
   again.Seen();
   EXPECT_FALSE(standard.sfGood);
   EXPECT_EQ(standard.sfFile.name[0], 0);
-  EXPECT_EQ(capture.Reports(), std::vector<std::string>{"SFPPutFile"});
+  EXPECT_EQ(capture.Reports(), (std::vector<std::string>{"SFPPutFile", "CustomGetFile"}));
 }
 
 // The open dialog closes every open file while it runs (another program may
