@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include "KWEFileTypes.h"
 #include "MacTypes.h"
 
 /* The host's MakeProcInstance/FreeProcInstance pair: every application
@@ -126,13 +127,6 @@ enum {
   kweFlagFullScreenRect = 0x00040000,
   kweFlagItemsIgnoreMouse = 0x00080000
 };
-
-/* Host file-type table of KWE_Set_Tovel: 40-byte records ended by type 0. */
-typedef struct KWEFileTypeEntry {
-  OSType fileType;
-  char extension[3];
-  char description[33];
-} KWEFileTypeEntry;
 
 KWE_API void KWE_CALL KWE_InitSession(const KWESessionRecord* session);
 KWE_API SInt16 KWE_CALL KWE_InitGlobals(const KWEGlobalsRecord* globals);

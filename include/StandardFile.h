@@ -1,6 +1,9 @@
-/* Standard File Package: the reply records and procedure types of the put and
-   get dialogs. CustomPutFile and CustomGetFile are here; the rest of the
-   package joins them as it is built. */
+/* Standard File Package: the put and get dialogs over the common save and
+   open dialogs. The filter list comes from the host's file-type table
+   (KWE_Set_Tovel); the reply names the file in the directory it was chosen
+   in, which becomes the current directory. The Macintosh dialogs' own items
+   cannot be added to the common dialogs: a dialog hook, a modal filter or an
+   application dialog ID is reported and the plain dialog runs. */
 #ifndef KWE_STANDARDFILE_H
 #define KWE_STANDARDFILE_H
 
@@ -51,6 +54,27 @@ typedef Boolean(KWE_CALL* ModalFilterYDProcPtr)(DialogPtr theDialog, EventRecord
                                                 SInt16* itemHit, void* yourDataPtr);
 typedef void(KWE_CALL* ActivateYDProcPtr)(DialogPtr theDialog, SInt16 itemNo, Boolean activating,
                                           void* yourDataPtr);
+
+/* numTypes -1 (or 0) lists every file; otherwise the records of the host's
+   table whose type is listed. fileFilter answers true for a file to leave
+   out: choosing such a file is refused. The prompt of the put dialogs is
+   the dialog's title; origName/defaultName its suggested name. */
+KWE_API void KWE_CALL SFGetFile(Point where, ConstStr255Param prompt, FileFilterProcPtr fileFilter,
+                                SInt16 numTypes, ConstSFTypeListPtr typeList,
+                                DlgHookProcPtr dlgHook, SFReply* reply);
+KWE_API void KWE_CALL SFPGetFile(Point where, ConstStr255Param prompt, FileFilterProcPtr fileFilter,
+                                 SInt16 numTypes, ConstSFTypeListPtr typeList,
+                                 DlgHookProcPtr dlgHook, SFReply* reply, SInt16 dlgID,
+                                 ModalFilterProcPtr filterProc);
+KWE_API void KWE_CALL SFPutFile(Point where, ConstStr255Param prompt, ConstStr255Param origName,
+                                DlgHookProcPtr dlgHook, SFReply* reply);
+KWE_API void KWE_CALL SFPPutFile(Point where, ConstStr255Param prompt, ConstStr255Param origName,
+                                 DlgHookProcPtr dlgHook, SFReply* reply, SInt16 dlgID,
+                                 ModalFilterProcPtr filterProc);
+KWE_API void KWE_CALL StandardGetFile(FileFilterProcPtr fileFilter, SInt16 numTypes,
+                                      ConstSFTypeListPtr typeList, StandardFileReply* reply);
+KWE_API void KWE_CALL StandardPutFile(ConstStr255Param prompt, ConstStr255Param defaultName,
+                                      StandardFileReply* reply);
 
 /* Both report themselves, then run the plain put or get dialog with the
    arguments they share with SFPPutFile/SFPGetFile: the hooks, the filter

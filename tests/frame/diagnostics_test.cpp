@@ -128,7 +128,6 @@ struct Row {
   bool silent = false;
 };
 
-StandardFileReply g_reply;
 const Point kNowhere = {0, 0};
 
 OSErr KWE_CALL OpenDocuments(const AppleEvent*, AppleEvent*, SInt32) { return noErr; }
@@ -153,10 +152,6 @@ TEST_F(UnsupportedCallsTest, FamiliesReportTheirCallsAndAnswerTheirFixedValues) 
       {"GetDragMouse", RESULT(GetDragMouse(0, nullptr, nullptr)), 0},
       {"InitEditionPack", RESULT(InitEditionPackVersion(0)), -108},
       {"CreateEditionContatinerFile", RESULT(CreateEditionContainerFile(nullptr, 0, 0)), -450},
-      {"CustomPutFile",
-       NO_RESULT(CustomPutFile(nullptr, nullptr, &g_reply, 0, kNowhere, nullptr, nullptr, nullptr,
-                               nullptr, nullptr)),
-       kNoResult},
       {"SndNewChannel", RESULT(SndNewChannel(nullptr, 0, 0, nullptr)), 0},
       {"SndDispVersion", RESULT(SndDispVersion(0)), 0, kSilent},
       {"MIDI", RESULT(MIDISignIn(0, 0, nullptr, nullptr)), 0},
