@@ -294,6 +294,17 @@ KWE_API void KWE_CALL SubPt(Point src, Point* dst);
 KWE_API void KWE_CALL SetPt(Point* pt, SInt16 h, SInt16 v);
 KWE_API Boolean KWE_CALL EqualPt(Point pt1, Point pt2);
 KWE_API void KWE_CALL Pt2Rect(Point pt1, Point pt2, Rect* dstRect);
+/* --- Rectangle calculations. An empty result is (0, 0, 0, 0); the bottom
+   and right edges lie outside. SetRect, OffsetRect, InsetRect, UnionRect,
+   PtInRect and EqualRect are exported shortened (Win32 has the same names). */
+KWE_API void KWE_CALL SetRec(Rect* r, SInt16 left, SInt16 top, SInt16 right, SInt16 bottom);
+KWE_API void KWE_CALL OffsetRec(Rect* r, SInt16 dh, SInt16 dv);
+KWE_API void KWE_CALL InsetRec(Rect* r, SInt16 dh, SInt16 dv);
+KWE_API Boolean KWE_CALL SectRect(const Rect* src1, const Rect* src2, Rect* dstRect);
+KWE_API void KWE_CALL UnionRec(const Rect* src1, const Rect* src2, Rect* dstRect);
+KWE_API Boolean KWE_CALL PtInRec(Point pt, const Rect* r);
+KWE_API Boolean KWE_CALL EqualRec(const Rect* rect1, const Rect* rect2);
+KWE_API Boolean KWE_CALL EmptyRect(const Rect* r);
 KWE_API void KWE_CALL ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect);
 KWE_API void KWE_CALL MapPoly(PolyHandle poly, const Rect* srcRect, const Rect* dstRect);
 
@@ -471,6 +482,14 @@ inline void InsetRgn(RgnHandle rgn, SInt16 dh, SInt16 dv) { InsetRg(rgn, dh, dv)
 inline void UnionRgn(RgnHandle a, RgnHandle b, RgnHandle dst) { UnionRg(a, b, dst); }
 inline void XorRgn(RgnHandle a, RgnHandle b, RgnHandle dst) { XorRg(a, b, dst); }
 inline Boolean EqualRgn(RgnHandle rgnA, RgnHandle rgnB) { return EqualRg(rgnA, rgnB); }
+inline void SetRect(Rect* r, SInt16 left, SInt16 top, SInt16 right, SInt16 bottom) {
+  SetRec(r, left, top, right, bottom);
+}
+inline void OffsetRect(Rect* r, SInt16 dh, SInt16 dv) { OffsetRec(r, dh, dv); }
+inline void InsetRect(Rect* r, SInt16 dh, SInt16 dv) { InsetRec(r, dh, dv); }
+inline void UnionRect(const Rect* a, const Rect* b, Rect* dst) { UnionRec(a, b, dst); }
+inline Boolean PtInRect(Point pt, const Rect* r) { return PtInRec(pt, r); }
+inline Boolean EqualRect(const Rect* a, const Rect* b) { return EqualRec(a, b); }
 #elif !defined(_WINDOWS_) && !defined(_WINDOWS_H)
 #define MoveTo MoveT
 #define FrameRect FrameRec
@@ -489,6 +508,12 @@ inline Boolean EqualRgn(RgnHandle rgnA, RgnHandle rgnB) { return EqualRg(rgnA, r
 #define UnionRgn UnionRg
 #define XorRgn XorRg
 #define EqualRgn EqualRg
+#define SetRect SetRec
+#define OffsetRect OffsetRec
+#define InsetRect InsetRec
+#define UnionRect UnionRec
+#define PtInRect PtInRec
+#define EqualRect EqualRec
 #endif
 
 #include "QuickdrawColour.h"
