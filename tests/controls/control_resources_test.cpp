@@ -12,6 +12,7 @@
 #include "Resources.h"
 #include "controls/controls_fixture.h"
 #include "resource_builder/resource_image.h"
+#include "support/resource_image_file.h"
 
 namespace {
 
@@ -61,18 +62,7 @@ class Resourced : public ControlTest {
          resource_builder::MakeResource(
              "CNTL", 129, Template(Rect{50, 300, 250, 316}, 70, false, 50, 10, 16, "")),
          resource_builder::MakeResource("CNTL", 130, Bytes{0, 1, 0, 2})});
-    char dir[MAX_PATH];
-    GetTempPathA(MAX_PATH, dir);
-    file = std::string(dir) + "kwe_cntl_" + std::to_string(GetCurrentProcessId());
-    FILE* f = std::fopen(file.c_str(), "wb");
-    ASSERT_NE(f, nullptr);
-    std::fwrite(image.data(), 1, image.size(), f);
-    std::fclose(f);
-    Str255 name{UInt8(file.size())};
-    std::memcpy(name + 1, file.data(), file.size());
-    refNum = OpenResFile(name);
-    ASSERT_GT(refNum, 0);
-    SetResLoad(true);
+    OpenResourceImage(image, "kwe_cntl_", &file, &refNum);
   }
   void TearDown() override {
     CloseResFile(refNum);

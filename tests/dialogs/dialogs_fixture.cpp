@@ -8,6 +8,7 @@
 #include "Resources.h"
 #include "resource_builder/resource_description.h"
 #include "resource_builder/resource_image.h"
+#include "support/resource_image_file.h"
 
 namespace kwe_test {
 
@@ -118,19 +119,7 @@ void DialogTest::Resources(const std::string& description) {
   std::vector<resource_builder::Resource> list;
   std::string error;
   ASSERT_TRUE(resource_builder::ParseResourceDescription(description, list, error)) << error;
-  auto image = resource_builder::BuildResourceImage(list);
-  char dir[MAX_PATH];
-  GetTempPathA(MAX_PATH, dir);
-  file = std::string(dir) + "kwe_dlg_" + std::to_string(GetCurrentProcessId());
-  FILE* f = std::fopen(file.c_str(), "wb");
-  ASSERT_NE(f, nullptr);
-  std::fwrite(image.data(), 1, image.size(), f);
-  std::fclose(f);
-  Str255 name{UInt8(file.size())};
-  std::memcpy(name + 1, file.data(), file.size());
-  refNum = OpenResFile(name);
-  ASSERT_GT(refNum, 0);
-  SetResLoad(true);
+  OpenResourceImage(resource_builder::BuildResourceImage(list), "kwe_dlg_", &file, &refNum);
 }
 
 void DialogTest::WhileModal(std::vector<std::function<void()>> steps,
