@@ -20,6 +20,7 @@
 #include "Quickdraw.h"
 #include "Resources.h"
 #include "bench_support.h"
+#include "host_window_session.h"
 #include "resource_builder/resource_image.h"
 
 namespace {
@@ -128,28 +129,12 @@ void CommandKeys(HWND main) {
 }  // namespace
 
 int main() {
+  kwe_bench::HostWindowSession session("Menu bench");
+  HWND main = session.main;
   HINSTANCE instance = GetModuleHandleA(nullptr);
-  WNDCLASSA wc{};
-  wc.lpfnWndProc = DefWindowProcA;
-  wc.hInstance = instance;
-  wc.lpszClassName = "KWEMainWndClass";
-  RegisterClassA(&wc);
-  HWND main = CreateWindowA("KWEMainWndClass", "Menu bench", WS_OVERLAPPEDWINDOW, 0, 0, 900, 500,
-                            nullptr, nullptr, instance, nullptr);
   HWND raw = CreateWindowA("KWEMainWndClass", "Raw menus", WS_OVERLAPPEDWINDOW, 0, 520, 900, 200,
                            nullptr, nullptr, instance, nullptr);
-  ShowWindow(main, SW_SHOWNORMAL);
   ShowWindow(raw, SW_SHOWNORMAL);
-  KWESessionRecord record{};
-  record.size = sizeof record;
-  record.instance = instance;
-  record.mainWindow = main;
-  KWE_InitSession(&record);
-  KWEGlobalsRecord globals{};
-  globals.size = 4;
-  KWE_InitGlobals(&globals);
-  GrafPtr screen;
-  InitGraf(&screen);
   InitMenus();
   std::string file = ResourceFile();
   Str255 name{UInt8(file.size())};
@@ -184,8 +169,6 @@ int main() {
 
   CloseResFile(refNum);
   DeleteFileA(file.c_str());
-  KWE_ExitSession();
   DestroyWindow(raw);
-  DestroyWindow(main);
   return 0;
 }
