@@ -25,8 +25,8 @@ void AppendRecord(DialogFilters& filters, const KWEFileTypeEntry* record) {
   filters.records.push_back(record);
 }
 
-void Finish(DialogFilters& filters) {
-  if (filters.allFiles) AppendPair(filters.windowsFilter, "All Files (*.*)", "*.*");
+void Finish(DialogFilters& filters, bool allFiles) {
+  if (allFiles) AppendPair(filters.windowsFilter, "All Files (*.*)", "*.*");
   filters.windowsFilter += '\0';
 }
 
@@ -39,9 +39,8 @@ DialogFilters FiltersForTypes(const KWEFileTypeEntry* table, int typeCount, cons
   for (const KWEFileTypeEntry* record = table; record && record->fileType != 0; ++record)
     if (everyType || std::find(types, types + typeCount, record->fileType) != types + typeCount)
       AppendRecord(filters, record);
-  filters.allFiles = everyType || filters.records.empty() ||
-                     std::find(types, types + typeCount, defaultType) != types + typeCount;
-  Finish(filters);
+  Finish(filters, everyType || filters.records.empty() ||
+                      std::find(types, types + typeCount, defaultType) != types + typeCount);
   return filters;
 }
 

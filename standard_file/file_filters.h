@@ -15,9 +15,8 @@ struct DialogFilters {
   // string never shows are not here.
   std::vector<const KWEFileTypeEntry*> records;
   // "Description (*.EXT)\0*.EXT\0...\0" for OPENFILENAMEA.lpstrFilter: one
-  // pair per record, then "All Files (*.*)" when allFiles says so.
+  // pair per record, then "All Files (*.*)" when it is offered.
   std::string windowsFilter;
-  bool allFiles = false;
 };
 
 // A typeCount of 0 or less asks for every file; otherwise only records whose

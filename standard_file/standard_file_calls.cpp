@@ -36,34 +36,34 @@ void ReportCustomParts(const char* call, const void* dlgHook, const void* filter
   if (dlgHook || filterProc || !IsStandardDialog(dlgID)) Unsupported(call);
 }
 
-void GetToReply(FileFilterProcPtr fileFilter, SInt16 numTypes, ConstSFTypeListPtr typeList,
-                SFReply* reply) {
+// Runs the dialog and makes the System 6 reply; the save dialogs give a bare
+// name the chosen filter's extension.
+void DialogToReply(const FileDialogRequest& request, SFReply* reply) {
   if (!reply) return;
   std::memset(reply, 0, sizeof *reply);
+  files::SetDialogFilters(request.filters.records);
+  FileDialogChoice choice;
+  if (!RunFileDialog(request, &choice)) return;
+  KWE_DosFSpec2MacSFReply(request.saving, false, static_cast<SInt16>(choice.filterIndex), true,
+                          true, choice.path.c_str(), reply);
+}
+
+void GetToReply(FileFilterProcPtr fileFilter, SInt16 numTypes, ConstSFTypeListPtr typeList,
+                SFReply* reply) {
   FileDialogRequest request;
   OSType defaultType = static_cast<OSType>(ReadSystemValue(kDefaultFileTypeValue));
   request.filters = FiltersForTypes(TheSession().fileTypeTable, numTypes, typeList, defaultType);
   request.fileFilter = fileFilter;
-  files::SetDialogFilters(request.filters.records);
-  FileDialogChoice choice;
-  if (!RunFileDialog(request, &choice)) return;
-  KWE_DosFSpec2MacSFReply(false, false, static_cast<SInt16>(choice.filterIndex), true, true,
-                          choice.path.c_str(), reply);
+  DialogToReply(request, reply);
 }
 
 void PutToReply(ConstStr255Param prompt, ConstStr255Param defaultName, SFReply* reply) {
-  if (!reply) return;
-  std::memset(reply, 0, sizeof *reply);
   FileDialogRequest request;
   request.saving = true;
   request.title = files::MacNameToAnsi(prompt);
   request.defaultName = files::MacNameToAnsi(defaultName);
   request.filters = FiltersForTypes(TheSession().fileTypeTable, 0, nullptr, 0);
-  files::SetDialogFilters(request.filters.records);
-  FileDialogChoice choice;
-  if (!RunFileDialog(request, &choice)) return;
-  KWE_DosFSpec2MacSFReply(true, false, static_cast<SInt16>(choice.filterIndex), true, true,
-                          choice.path.c_str(), reply);
+  DialogToReply(request, reply);
 }
 
 // The System 7 reply: the file as an FSSpec of its directory, and whether
