@@ -3,9 +3,8 @@
 #ifndef KWE_CONTROLS_EXTENSIONS_H
 #define KWE_CONTROLS_EXTENSIONS_H
 
-#include <windows.h>
-
 #include "Controls.h"
+#include "KWEWin32.h"
 
 KWE_API void KWE_CALL KWE_SetWindowDefaultButton(ControlHandle theControl, Boolean on);
 KWE_API void KWE_CALL KWE_SetCtlFocus(ControlHandle theControl, Boolean on);

@@ -4,9 +4,8 @@
 #ifndef KWE_EVENTS_EXTENSIONS_H
 #define KWE_EVENTS_EXTENSIONS_H
 
-#include <windows.h>
-
 #include "Events.h"
+#include "KWEWin32.h"
 
 /* hook(window of the message, the message): non-zero lets the library go on
    with the message, zero swallows it. */

@@ -3,8 +3,7 @@
 #ifndef KWE_MENUS_EXTENSIONS_H
 #define KWE_MENUS_EXTENSIONS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "Menus.h"
 
 /* WM_INITMENUPOPUP: a bar menu about to open is rebuilt from its record. */

@@ -2,8 +2,7 @@
 #ifndef KWE_PIXMAPS_H
 #define KWE_PIXMAPS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 /* A pixel map over a copy of a packed DIB (header, colours, bits) of 1, 4,

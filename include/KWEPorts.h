@@ -3,8 +3,7 @@
 #ifndef KWE_PORTS_H
 #define KWE_PORTS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 KWE_API HDC KWE_CALL KWE_GetCurrentDC(void);

@@ -3,8 +3,7 @@
 #ifndef KWE_REGIONS_H
 #define KWE_REGIONS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 /* The region's own Win32 region, made first (a copy of its box) when the

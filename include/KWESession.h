@@ -4,9 +4,8 @@
 #ifndef KWE_SESSION_H
 #define KWE_SESSION_H
 
-#include <windows.h>
-
 #include "KWEFileTypes.h"
+#include "KWEWin32.h"
 #include "MacTypes.h"
 
 /* The host's MakeProcInstance/FreeProcInstance pair: every application

@@ -2,8 +2,7 @@
 #ifndef KWE_STANDARDFILE_EXTENSIONS_H
 #define KWE_STANDARDFILE_EXTENSIONS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "StandardFile.h"
 
 /* Centres the open dialog when the session asks for it, and refuses a

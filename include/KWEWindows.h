@@ -4,8 +4,7 @@
 #ifndef KWE_WINDOWS_EXTENSIONS_H
 #define KWE_WINDOWS_EXTENSIONS_H
 
-#include <windows.h>
-
+#include "KWEWin32.h"
 #include "MacWindows.h"
 
 /* 0 for a null window. */
