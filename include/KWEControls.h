@@ -3,6 +3,8 @@
 #ifndef KWE_CONTROLS_EXTENSIONS_H
 #define KWE_CONTROLS_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "Controls.h"
 #include "KWEWin32.h"
 

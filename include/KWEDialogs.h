@@ -5,6 +5,8 @@
 #ifndef KWE_KWEDIALOGS_H
 #define KWE_KWEDIALOGS_H
 
+#include <windows.h>
+
 #include "Dialogs.h"
 #include "KWEWin32.h"
 

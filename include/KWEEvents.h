@@ -4,6 +4,8 @@
 #ifndef KWE_EVENTS_EXTENSIONS_H
 #define KWE_EVENTS_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "Events.h"
 #include "KWEWin32.h"
 

@@ -13,6 +13,8 @@
 #ifndef KWE_HOST_H
 #define KWE_HOST_H
 
+#include <windows.h>
+
 #include "KWEHostGlobals.h"
 #include "KWEWin32.h"
 #include "Quickdraw.h"

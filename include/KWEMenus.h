@@ -3,6 +3,8 @@
 #ifndef KWE_MENUS_EXTENSIONS_H
 #define KWE_MENUS_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "Menus.h"
 

@@ -2,6 +2,8 @@
 #ifndef KWE_PIXMAPS_H
 #define KWE_PIXMAPS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "Quickdraw.h"
 

@@ -3,6 +3,8 @@
 #ifndef KWE_PORTS_H
 #define KWE_PORTS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "Quickdraw.h"
 

@@ -3,6 +3,8 @@
 #ifndef KWE_REGIONS_H
 #define KWE_REGIONS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "Quickdraw.h"
 

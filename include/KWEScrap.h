@@ -3,6 +3,8 @@
 #ifndef KWE_SCRAP_EXTENSIONS_H
 #define KWE_SCRAP_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "Scrap.h"
 

@@ -4,6 +4,8 @@
 #ifndef KWE_SESSION_H
 #define KWE_SESSION_H
 
+#include <windows.h>
+
 #include "KWEFileTypes.h"
 #include "KWEWin32.h"
 #include "MacTypes.h"

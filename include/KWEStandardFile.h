@@ -2,6 +2,8 @@
 #ifndef KWE_STANDARDFILE_EXTENSIONS_H
 #define KWE_STANDARDFILE_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "StandardFile.h"
 

@@ -4,6 +4,8 @@
 #ifndef KWE_WINDOWS_EXTENSIONS_H
 #define KWE_WINDOWS_EXTENSIONS_H
 
+#include <windows.h>
+
 #include "KWEWin32.h"
 #include "MacWindows.h"
 
