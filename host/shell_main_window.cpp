@@ -13,7 +13,7 @@ namespace {
 
 HWND g_mdiClient = nullptr;
 
-LRESULT DefaultFrameProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK DefaultFrameProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
   if (g_mdiClient) return DefFrameProcA(window, g_mdiClient, msg, wParam, lParam);
   return DefWindowProcA(window, msg, wParam, lParam);
 }

@@ -166,5 +166,5 @@ int main(void) {
   while (!gQuitting)
     if (WaitNextEvent(everyEvent, &event, 6, nil)) DoEvent(&event);
   DisposeWindow(window);
-  return 0;
+  ExitToShell();  // the Finder's way home: the process ends here
 }
