@@ -157,4 +157,11 @@ KWE_API ProcPtr KWE_CALL GetCtlAction(ControlHandle theControl);
 KWE_API void KWE_CALL SetCtlAction(ControlHandle theControl, ProcPtr actionProc);
 KWE_API SInt16 KWE_CALL GetCVariant(ControlHandle theControl);
 
+/* Universal procedure pointers of the Control Manager: the procedure
+   itself (MixedMode.h). The calls take the action procedure as a ProcPtr. */
+typedef UniversalProcPtr ControlActionUPP;
+enum { uppControlActionProcInfo = 0x000002C0 };
+#define NewControlActionProc(userRoutine) ((ControlActionUPP)(userRoutine))
+#define NewControlActionUPP(userRoutine) ((ControlActionUPP)(userRoutine))
+#define DisposeControlActionUPP(userUPP) ((void)(userUPP))
 #endif

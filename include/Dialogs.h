@@ -8,8 +8,6 @@
 #ifndef KWE_DIALOGS_H
 #define KWE_DIALOGS_H
 
-#include <windows.h>
-
 #include "Events.h"
 #include "MacTypes.h"
 #include "MacWindows.h"
@@ -65,10 +63,6 @@ typedef Boolean(KWE_CALL* ModalFilterProcPtr)(DialogPtr theDialog, EventRecord* 
 typedef void(KWE_CALL* UserItemProcPtr)(DialogPtr theDialog, SInt16 itemNo);
 typedef void(KWE_CALL* SoundProcPtr)(SInt16 soundNumber);
 typedef void(KWE_CALL* ResumeProcPtr)(void);
-/* (window, key): true swallows the WM_SYSCHAR. */
-typedef Boolean(KWE_CALL* KWESysCharFilter)(HWND window, WPARAM key);
-/* (button window, its control ID) when a library button takes the focus. */
-typedef void(KWE_CALL* KWEButtonFocusProc)(HWND button, SInt16 controlID);
 
 KWE_API void KWE_CALL InitDialogs(ResumeProcPtr resumeProc);
 KWE_API void KWE_CALL ErrorSound(SoundProcPtr soundProc);
@@ -171,23 +165,34 @@ KWE_API void KWE_CALL KWE_ScaleDlgItemRect(Boolean toScreen, Rect* r);
 KWE_API void KWE_CALL KWE_OffsetDlgItemRect(Boolean toScreen, Rect* r);
 KWE_API void KWE_CALL KWE_ScaleDlgPoint(Boolean toScreen, Point* pt);
 KWE_API void KWE_CALL KWE_ScaleDlgWindow(Boolean toScreen, Rect* r);
-/* WM_DRAWITEM of a dialog window: user items, icons and pictures. */
-KWE_API LRESULT KWE_CALL KWE_UserItem(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 KWE_API void KWE_CALL KWE_DisposeDlgItem(DialogPtr theDialog, SInt16 itemNo);
 KWE_API void KWE_CALL KWE_SetDefaultButtonAndFocus(DialogPtr theDialog, SInt16 itemNo,
                                                    Boolean makeDefault);
-KWE_API void KWE_CALL KWE_PrepareModalWindow(WindowPtr window, SInt32* hookState,
-                                             SInt32* modalState, SInt32* captureState,
-                                             KWESysCharFilter sysCharFilter);
 KWE_API void KWE_CALL KWE_CloseModalWindow(WindowPtr window, SInt32 hookState, SInt32 modalState,
                                            SInt32 captureState);
-KWE_API HWND KWE_CALL KWE_EnableWindows(WindowPtr window, Boolean enable, Boolean fromItself);
-KWE_API HWND KWE_CALL KWE_EnableWindowsEx(WindowPtr window, Boolean enable, Boolean fromItself,
-                                          Boolean alsoMain);
-KWE_API void KWE_CALL KWE_SetButtonFocusHookProc(KWEButtonFocusProc proc);
 
-KWE_API LRESULT CALLBACK K_StaticWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-KWE_API LRESULT CALLBACK K_EditWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-KWE_API LRESULT CALLBACK K_UserItemWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+/* Universal procedure pointers of the Dialog Manager: the procedure itself
+   (MixedMode.h). */
+typedef ModalFilterProcPtr ModalFilterUPP;
+typedef UserItemProcPtr UserItemUPP;
+enum { uppModalFilterProcInfo = 0x00000FD0, uppUserItemProcInfo = 0x000002C0 };
+#define NewModalFilterProc(userRoutine) ((ModalFilterUPP)(userRoutine))
+#define NewModalFilterUPP(userRoutine) ((ModalFilterUPP)(userRoutine))
+#define DisposeModalFilterUPP(userUPP) ((void)(userUPP))
+#define NewUserItemProc(userRoutine) ((UserItemUPP)(userRoutine))
+#define NewUserItemUPP(userRoutine) ((UserItemUPP)(userRoutine))
+#define DisposeUserItemUPP(userUPP) ((void)(userUPP))
+
+/* The dialog records' TextEdit side, once TextEdit is part of the set. */
+#if defined(__has_include)
+#if __has_include("TextEdit.h")
+#include "TextEdit.h"
+#endif
+#endif
+
+/* Windows-side sources see the library's own Win32-typed dialog calls. */
+#if defined(_WINDOWS_) || defined(_WINDOWS_H)
+#include "KWEDialogs.h"
+#endif
 
 #endif

@@ -6,6 +6,7 @@
 #define KWE_EVENTS_H
 
 #include "MacTypes.h"
+#include "OSUtils.h"
 
 typedef UInt16 EventMask;
 
@@ -103,4 +104,36 @@ KWE_API UInt32 KWE_CALL GetCaretTime(void);
 /* Only space, Command (Ctrl), Shift, Option (Alt) and Escape are reported. */
 KWE_API void KWE_CALL GetKeys(KeyMap theKeys);
 
+/* The other event kinds and masks programs test. The library posts none of
+   diskEvt, networkEvt and driverEvt; app1Evt to app3Evt come only from
+   PostEvent, and app4Evt shares its number with osEvt. */
+enum {
+  diskEvt = 7,
+  networkEvt = 10,
+  driverEvt = 11,
+  app1Evt = 12,
+  app2Evt = 13,
+  app3Evt = 14,
+  app4Evt = 15,
+  kHighLevelEvent = 23
+};
+enum {
+  networkMask = 0x0400,
+  driverMask = 0x0800,
+  app1Mask = 0x1000,
+  app2Mask = 0x2000,
+  app3Mask = 0x4000,
+  app4Mask = 0x8000
+};
+/* The high byte of an osEvt's message. */
+enum { mouseMovedMessage = 0xFA };
+enum {
+  activeFlagBit = 0,
+  btnStateBit = 7,
+  cmdKeyBit = 8,
+  shiftKeyBit = 9,
+  alphaLockBit = 10,
+  optionKeyBit = 11,
+  controlKeyBit = 12
+};
 #endif

@@ -61,7 +61,7 @@ KWE_API UInt32 KWE_CALL KWE_GetByteSwapLONG(const void* p);
 KWE_API void KWE_CALL KWE_GetByteSwapRect(const void* src, Rect* dst);
 
 #ifdef _WIN32
-#include <windows.h>
+#include "KWEWin32.h"
 /* Toolbox Rect (top, left, bottom, right; 16-bit) and Win32 RECT (left, top,
    right, bottom; 32-bit). Widening keeps the sign; narrowing keeps the low
    16 bits. */

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "Controls.h"
+#include "KWEWin32.h"
 
 KWE_API void KWE_CALL KWE_SetWindowDefaultButton(ControlHandle theControl, Boolean on);
 KWE_API void KWE_CALL KWE_SetCtlFocus(ControlHandle theControl, Boolean on);

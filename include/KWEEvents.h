@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "Events.h"
+#include "KWEWin32.h"
 
 /* hook(window of the message, the message): non-zero lets the library go on
    with the message, zero swallows it. */

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "Menus.h"
 
 /* WM_INITMENUPOPUP: a bar menu about to open is rebuilt from its record. */

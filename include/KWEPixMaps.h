@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 /* A pixel map over a copy of a packed DIB (header, colours, bits) of 1, 4,

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 KWE_API HDC KWE_CALL KWE_GetCurrentDC(void);

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "Quickdraw.h"
 
 /* The region's own Win32 region, made first (a copy of its box) when the

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "Scrap.h"
 
 /* Operations of the clipboard procedure. */

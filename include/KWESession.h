@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "KWEFileTypes.h"
+#include "KWEWin32.h"
 #include "MacTypes.h"
 
 /* The host's MakeProcInstance/FreeProcInstance pair: every application

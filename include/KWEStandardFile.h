@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "StandardFile.h"
 
 /* Centres the open dialog when the session asks for it, and refuses a

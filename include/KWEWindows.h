@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include "KWEWin32.h"
 #include "MacWindows.h"
 
 /* 0 for a null window. */

@@ -140,4 +140,30 @@ typedef struct ControlRecord** ControlHandle;
 typedef struct Picture** PicHandle;
 typedef GrafPtr DialogPtr;
 
+/* The language of the classic interfaces. A procedure marked pascal is
+   called by the library with its callee-pops convention, the one windows.h
+   also names pascal; x86_64 has only one convention, so there it is
+   nothing. nil is the null pointer of Macintosh sources. A Windows-side
+   source that uses these words as its own names defines
+   KWE_NO_CLASSIC_LANGUAGE (and does without qd too). */
+#ifndef KWE_NO_CLASSIC_LANGUAGE
+#ifndef pascal
+#ifdef _WIN32
+#define pascal __stdcall
+#else
+#define pascal
+#endif
+#endif
+#ifndef nil
+#define nil 0
+#endif
+#endif
+
+typedef UInt8 Byte;
+typedef SInt8 SignedByte;
+typedef UInt8 Str32[33];
+typedef UInt8 Str27[28];
+
+#include "MixedMode.h"
+
 #endif

@@ -74,4 +74,36 @@ KWE_API Boolean KWE_CALL EqualString(ConstStr255Param str1, ConstStr255Param str
    previous one; any other operation answers the current one. */
 KWE_API SInt32 KWE_CALL KWE_SystemValue(SInt16 operation, SInt16 index, SInt32 value);
 
+/* What SysEnvirons may report. The library answers envMacII, a processor
+   of envCPUUnknown and an envUnknownKbd keyboard whatever the PC holds. */
+enum { curSysEnvVers = 2 };
+enum {
+  envMac = -1,
+  envXL = -2,
+  envMachUnknown = 0,
+  env512KE = 1,
+  envMacPlus = 2,
+  envSE = 3,
+  envMacII = 4,
+  envMacIIx = 5,
+  envMacIIcx = 6,
+  envSE30 = 7,
+  envPortable = 8,
+  envMacIIci = 9,
+  envMacIIfx = 11
+};
+enum { envCPUUnknown = 0, env68000 = 1, env68010 = 2, env68020 = 3, env68030 = 4, env68040 = 5 };
+enum {
+  envUnknownKbd = 0,
+  envMacKbd = 1,
+  envMacAndPad = 2,
+  envMacPlusKbd = 3,
+  envAExtendKbd = 4,
+  envStandADBKbd = 5,
+  envPrtblADBKbd = 6,
+  envPrtblISOKbd = 7,
+  envStdISOADBKbd = 8,
+  envExtISOADBKbd = 9
+};
+enum { envNotPresent = -5500, envBadVers = -5501, envVersTooBig = -5502 };
 #endif

@@ -519,4 +519,37 @@ inline Boolean EqualRect(const Rect* a, const Rect* b) { return EqualRec(a, b); 
 #include "QuickdrawColour.h"
 #include "QuickdrawText.h"
 
+/* The QuickDraw globals of the program, in the order the Macintosh kept
+   them below A5 (thePort last, at the highest address). InitGraf is given
+   &qd.thePort; the host shell binds the library's thePort, pattern, arrow
+   and screenBits globals to these fields, so qd.gray and qd.screenBits
+   read what InitGraf set. The shell defines qd unless the program does.
+   randSeed is the program's own: Random keeps the library's seed. */
+#pragma pack(push, 2)
+typedef struct QDGlobals {
+  char privates[76];
+  SInt32 randSeed;
+  BitMap screenBits;
+  Cursor arrow;
+  Pattern dkGray;
+  Pattern ltGray;
+  Pattern gray;
+  Pattern black;
+  Pattern white;
+  GrafPtr thePort;
+} QDGlobals, *QDGlobalsPtr;
+#pragma pack(pop)
+
+/* Not for Windows-side sources that keep their own name qd (MacTypes.h). */
+#ifndef KWE_NO_CLASSIC_LANGUAGE
+KWE_EXTERN_C QDGlobals qd;
+#endif
+
+/* A rectangle's corners as points (top and left are a Point's v and h). */
+#define topLeft(r) (((Point*)&(r).top)[0])
+#define botRight(r) (((Point*)&(r).top)[1])
+
+/* The standard cursors of GetCursor. */
+enum { iBeamCursor = 1, crossCursor = 2, plusCursor = 3, watchCursor = 4 };
+
 #endif

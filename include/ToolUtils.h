@@ -5,6 +5,7 @@
 
 #include "FixMath.h"
 #include "MacTypes.h"
+#include "TextUtils.h"
 
 typedef Pattern *PatPtr, **PatHandle;
 typedef Cursor *CursPtr, **CursHandle;

@@ -36,7 +36,9 @@ namespace {
 
 FMOutput g_swapOutput;
 
-UInt8 Byte(SInt16 value) { return static_cast<UInt8>(value < 0 ? 0 : value > 255 ? 255 : value); }
+UInt8 ClampToByte(SInt16 value) {
+  return static_cast<UInt8>(value < 0 ? 0 : value > 255 ? 255 : value);
+}
 
 }  // namespace
 
@@ -106,10 +108,10 @@ KWE_API FMOutPtr KWE_CALL FMSwapFont(const FMInput* inRec) {
   ClosePort(&measuring);
   if (saved) SetPort(saved);
   g_swapOutput = FMOutput{};
-  g_swapOutput.ascent = Byte(info.ascent);
-  g_swapOutput.descent = Byte(info.descent);
-  g_swapOutput.widMax = Byte(info.widMax);
-  g_swapOutput.leading = static_cast<SInt8>(Byte(info.leading));
+  g_swapOutput.ascent = ClampToByte(info.ascent);
+  g_swapOutput.descent = ClampToByte(info.descent);
+  g_swapOutput.widMax = ClampToByte(info.widMax);
+  g_swapOutput.leading = static_cast<SInt8>(ClampToByte(info.leading));
   g_swapOutput.curStyle = static_cast<SInt8>(inRec->face);
   g_swapOutput.numer = inRec->numer;
   g_swapOutput.denom = inRec->denom;

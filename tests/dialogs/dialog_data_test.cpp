@@ -99,12 +99,12 @@ TEST(DialogData, ExpansionMatchesStringReplacement) {
     params[1] = "one";
     std::string text;
     for (int i = 0, n = int(rng() % 40); i < n; ++i) text += alphabet[rng() % 7];
-    UInt8 pascal[4][256];
+    UInt8 strings[4][256];
     const UInt8* ptrs[4];
     for (int k = 0; k < 4; ++k) {
-      pascal[k][0] = UInt8(params[k].size());
-      std::memcpy(pascal[k] + 1, params[k].data(), params[k].size());
-      ptrs[k] = pascal[k];
+      strings[k][0] = UInt8(params[k].size());
+      std::memcpy(strings[k] + 1, params[k].data(), params[k].size());
+      ptrs[k] = strings[k];
     }
     if (step % 5 == 0) ptrs[3] = nullptr;
     std::string expect;

@@ -1,0 +1,2 @@
+// The same classic source, as a C++ program of the time would hold it.
+#include "classic_graph.c"

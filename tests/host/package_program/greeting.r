@@ -1,0 +1,5 @@
+#include "Types.r"
+
+resource 'STR ' (128) {
+	"Hello from the installed package"
+};

@@ -1,0 +1,44 @@
+// Drives a classic program linked into this executable as a user would,
+// from a second thread: it waits for what the program shows, posts the
+// clicks, menu commands and system commands a user makes, and checks what
+// USER and the screen then hold. The program runs unchanged on the main
+// thread. When the process ends, every failed check has been printed and a
+// failure, or a script that did not reach its end, makes the exit code 1.
+#pragma once
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kwe_drive {
+
+using Script = void (*)();
+
+// Starts script on its own thread; returns true so that a file can start it
+// from a namespace-scope initialiser.
+bool StartScript(Script script);
+// The script's last step calls this before the command that ends the program.
+void Finished();
+
+void Check(bool ok, const std::string& what);
+// Polls condition every 20 ms for up to ms; a timeout fails the check and
+// ends the process, since later steps would only wait again.
+void WaitFor(const std::function<bool()>& condition, const std::string& what, int ms = 15000);
+
+HWND MainWindow();
+// The visible windows of class KWESubWndClass (documents and dialogs), in
+// the z-order of their parent.
+std::vector<HWND> LibraryWindows();
+std::string TextOf(HWND window);
+HWND ChildWithText(HWND parent, const char* text);
+std::string MenuText(HMENU menu, int position);
+
+// The menu bar's item at (menu, item), chosen as a click in the menu would
+// choose it: WM_COMMAND with the item's identifier to the main window.
+void ChooseMenuItem(int menu, int item);
+void ClickClient(HWND window, int x, int y);
+COLORREF ClientPixel(HWND window, int x, int y);
+SIZE ClientSize(HWND window);
+
+}  // namespace kwe_drive
