@@ -2,6 +2,7 @@
 // jobs, the Chooser and terminals: on Windows these are USER's, the printer
 // driver's or nobody's. Each call reports its own name (__func__ is the
 // exported name) unless noted, and writes no output parameter.
+#include "Printing.h"
 #include "UnsupportedCalls.h"
 #include "frame/unsupported.h"
 

@@ -39,7 +39,6 @@ typedef struct AuxCtlRec** AuxCtlHandle;
 typedef struct AuxWinRec** AuxWinHandle;
 typedef struct CtlCTab** CCTabHandle;
 typedef struct Palette** PaletteHandle;
-typedef struct TPrint** THPrint;
 typedef struct TermRecord** TermHandle;
 typedef union TMSelection TMSelection;
 typedef struct ProcessInfoRec ProcessInfoRec;
@@ -196,7 +195,6 @@ KWE_API void KWE_CALL SetControlColor(ControlHandle theControl, CCTabHandle newC
 /* Answers false; awHndl is not written. */
 KWE_API Boolean KWE_CALL GetAuxWin(WindowPtr theWindow, AuxWinHandle* awHndl);
 KWE_API SInt16 KWE_CALL TEFeatureFlag(SInt16 feature, SInt16 action, TEHandle hTE);
-KWE_API void KWE_CALL PrJobMerge(THPrint hPrintSrc, THPrint hPrintDst);
 KWE_API Boolean KWE_CALL SetChooserAlert(Boolean f);
 KWE_API void KWE_CALL TMSetSelection(TermHandle hTerm, const TMSelection* theSelection,
                                      TMSelTypes selType);

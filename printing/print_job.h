@@ -1,0 +1,16 @@
+// The document being printed: the printer DC under the printing port, the
+// page count and the status window, from PrOpenDoc to PrCloseDoc.
+#pragma once
+#include <windows.h>
+
+#include "MacTypes.h"
+
+namespace kwe::printing {
+
+// The DC of the document being printed, or null.
+HDC PrintingDC();
+// Picture comments the printer takes (PostScript pass-through, line width);
+// false when dc is not the printing DC or the comment is not the printer's.
+bool PassComment(HDC dc, SInt16 kind, SInt16 dataSize, Handle data);
+
+}  // namespace kwe::printing

@@ -1,0 +1,355 @@
+// The Printing Manager through the DLL on a real Windows printer driver:
+// Wine's PostScript driver writing each job into a file. Every case installs
+// its own printer as Windows' default and removes it (these cases run one at
+// a time, since a default printer changes the fonts other programs see).
+#include "Printing.h"
+
+#include <dlgs.h>
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "Memory.h"
+#include "Quickdraw.h"
+#include "printing/print_dialog_driver.h"
+#include "printing/test_printer.h"
+#include "support/test_host.h"
+
+namespace kwe_test {
+namespace {
+
+std::string Show(const Rect& r) {
+  return std::to_string(r.top) + "," + std::to_string(r.left) + "," + std::to_string(r.bottom) +
+         "," + std::to_string(r.right);
+}
+
+class PrinterTest : public SessionTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(printer.Installed());
+    SessionTest::SetUp();
+    InitGraf(&screen);
+    PrOpen();
+    hPrint = reinterpret_cast<THPrint>(NewHandleClear(sizeof(TPrint)));
+  }
+  void TearDown() override {
+    DisposeHandle(reinterpret_cast<Handle>(hPrint));
+    PrClose();
+    SessionTest::TearDown();
+  }
+
+  // Prints pages whose texts are given through the record's job settings;
+  // answers PrError after PrCloseDoc. between runs after each page is
+  // drawn, before PrClosePage.
+  SInt16 PrintDocument(const std::vector<std::string>& pages, void (*between)(int page) = nullptr) {
+    printer.Clear();
+    TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+    if (!port) return PrError();
+    for (size_t i = 0; i < pages.size(); ++i) {
+      PrOpenPage(port, nullptr);
+      MoveTo(72, 144);
+      Str255 text{UInt8(pages[i].size())};
+      std::memcpy(text + 1, pages[i].data(), pages[i].size());
+      DrawString(text);
+      if (between) between(int(i) + 1);
+      PrClosePage(port);
+    }
+    PrCloseDoc(port);
+    return PrError();
+  }
+
+  TestPrinter printer;
+  GrafPtr screen = nullptr;
+  THPrint hPrint = nullptr;
+};
+
+// The test printer's page: Letter, 300 dots per inch, imageable from 18
+// points in on the sides and 36 at top and bottom.
+TEST_F(PrinterTest, RecordDescribesThePrintersPageAndValidates) {
+  ASSERT_EQ(PrError(), noErr);
+  PrintDefault(hPrint);
+  const TPrint& r = **hPrint;
+  EXPECT_EQ(r.iPrVersion, iPrRelease);
+  EXPECT_EQ(r.prInfo.iHRes, 72);
+  EXPECT_EQ(r.prInfo.iVRes, 72);
+  EXPECT_EQ(Show(r.prInfo.rPage), "0,0,720,576");
+  EXPECT_EQ(Show(r.rPaper), "-36,-18,756,594");
+  EXPECT_EQ(r.prStl.iPageV, 11 * iPrPgFract);
+  EXPECT_EQ(r.prStl.iPageH, 1020);
+  EXPECT_EQ(r.prStl.wDev >> 8, 3) << "a PostScript printer";
+  EXPECT_EQ(r.prJob.iFstPage, iPrPgFst);
+  EXPECT_EQ(r.prJob.iLstPage, iPrPgMax);
+  EXPECT_EQ(r.prJob.iCopies, 1);
+  EXPECT_EQ(r.prJob.bJDocLoop, bDraftLoop);
+  EXPECT_FALSE(PrValidate(hPrint)) << "a fresh record needs nothing";
+  TPrint fresh = r;
+
+  // Damaged or foreign records are made whole; the job's own choices stay
+  // where they make sense.
+  struct Damage {
+    const char* what;
+    void (*apply)(TPrint&);
+    SInt16 first, last, copies;
+  } damages[] = {
+      {"old version", [](TPrint& p) { p.iPrVersion = 1; }, 1, iPrPgMax, 1},
+      {"no resolution", [](TPrint& p) { p.prInfo.iHRes = 0; }, 1, iPrPgMax, 1},
+      {"page too small", [](TPrint& p) { p.prInfo.rPage.bottom = 10; }, 1, iPrPgMax, 1},
+      {"copies and range",
+       [](TPrint& p) {
+         p.prJob.iCopies = 0;
+         p.prJob.iLstPage = -4;
+       },
+       1, iPrPgMax, 1},
+      {"old record with a range",
+       [](TPrint& p) {
+         p.iPrVersion = 2;
+         p.prJob.iFstPage = 3;
+         p.prJob.iLstPage = 5;
+         p.prJob.iCopies = 2;
+       },
+       3, 5, 2},
+  };
+  for (const Damage& d : damages) {
+    **hPrint = fresh;
+    d.apply(**hPrint);
+    EXPECT_TRUE(PrValidate(hPrint)) << d.what;
+    EXPECT_EQ(Show(r.prInfo.rPage), "0,0,720,576") << d.what;
+    EXPECT_EQ(r.iPrVersion, iPrRelease) << d.what;
+    EXPECT_EQ(r.prJob.iFstPage, d.first) << d.what;
+    EXPECT_EQ(r.prJob.iLstPage, d.last) << d.what;
+    EXPECT_EQ(r.prJob.iCopies, d.copies) << d.what;
+  }
+
+  // A handle too small for a record is left alone.
+  Handle small = NewHandleClear(40);
+  EXPECT_FALSE(PrValidate(reinterpret_cast<THPrint>(small)));
+  EXPECT_EQ(PrError(), paramErr);
+  PrintDefault(reinterpret_cast<THPrint>(small));
+  EXPECT_EQ(PrError(), paramErr);
+  DisposeHandle(small);
+}
+
+TEST_F(PrinterTest, PrGeneralResolutionsAndRotation) {
+  PrintDefault(hPrint);
+  TGetRslBlk get{};
+  get.iOpCode = getRslDataOp;
+  PrGeneral(reinterpret_cast<Ptr>(&get));
+  EXPECT_EQ(get.iError, noErr);
+  EXPECT_EQ(get.iRgType, RgType1);
+  EXPECT_EQ(get.xRslRg.iMax, 300);
+  ASSERT_EQ(get.iRslRecCnt, 2);
+  EXPECT_EQ(get.rgRslRec[0].iXRsl, 72);
+  EXPECT_EQ(get.rgRslRec[1].iYRsl, 300);
+
+  struct Row {
+    SInt16 x, y, error;
+    const char* page;
+  } rows[] = {{300, 300, noErr, "0,0,3000,2400"},
+              {144, 72, noErr, "0,0,720,1152"},
+              {5000, 300, NoSuchRsl, "0,0,720,1152"},
+              {72, 0, NoSuchRsl, "0,0,720,1152"},
+              {72, 72, noErr, "0,0,720,576"}};
+  for (const Row& row : rows) {
+    TSetRslBlk set{};
+    set.iOpCode = setRslOp;
+    set.hPrint = hPrint;
+    set.iXRsl = row.x;
+    set.iYRsl = row.y;
+    PrGeneral(reinterpret_cast<Ptr>(&set));
+    EXPECT_EQ(set.iError, row.error) << row.x << "x" << row.y;
+    EXPECT_EQ(Show((**hPrint).prInfo.rPage), row.page) << row.x << "x" << row.y;
+  }
+  TGetRotnBlk rotation{};
+  rotation.iOpCode = getRotnOp;
+  rotation.hPrint = hPrint;
+  rotation.fLandscape = true;
+  PrGeneral(reinterpret_cast<Ptr>(&rotation));
+  EXPECT_EQ(rotation.iError, noErr);
+  EXPECT_FALSE(rotation.fLandscape);
+  TGnlData unknown{99, 0, 0};
+  PrGeneral(reinterpret_cast<Ptr>(&unknown));
+  EXPECT_EQ(unknown.iError, OpNotImpl);
+  PrGeneral(nullptr);
+}
+
+// Every page is opened by the program; only those in the job's range reach
+// the printer, each with what was drawn on it.
+TEST_F(PrinterTest, PagesInTheJobsRangeReachThePrinter) {
+  const std::vector<std::string> pages = {"Page one", "Page two", "Page three"};
+  struct Row {
+    SInt16 first, last;
+    std::vector<std::string> printed;
+  } rows[] = {{1, iPrPgMax, {"Page one", "Page two", "Page three"}},
+              {2, 2, {"Page two"}},
+              {2, 9, {"Page two", "Page three"}}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::to_string(row.first) + ".." + std::to_string(row.last));
+    PrintDefault(hPrint);
+    (**hPrint).prJob.iFstPage = row.first;
+    (**hPrint).prJob.iLstPage = row.last;
+    ASSERT_EQ(PrintDocument(pages), noErr);
+    EXPECT_EQ(printer.Pages(), int(row.printed.size()));
+    EXPECT_EQ(printer.PageTexts(), row.printed);
+  }
+  GrafPtr current = nullptr;
+  GetPort(&current);
+  EXPECT_EQ(current, screen) << "the program's port is current again";
+}
+
+// The status window's Cancel button and Escape, pressed while a page is
+// printing, end the job: PrError says so and later pages are not printed.
+TEST_F(PrinterTest, CancellingTheStatusWindowAbortsTheJob) {
+  static UINT message;
+  static WPARAM wParam;
+  for (auto [m, w] : {std::pair<UINT, WPARAM>{BM_CLICK, 0}, {WM_KEYDOWN, VK_ESCAPE}}) {
+    message = m;
+    wParam = w;
+    PrintDefault(hPrint);
+    SInt16 error = PrintDocument({"One", "Two", "Three"}, [](int page) {
+      HWND status = FindWindowA("KWEPrintStatus", nullptr);
+      ASSERT_NE(status, nullptr);
+      if (page != 2) return;
+      HWND target = message == BM_CLICK ? GetDlgItem(status, IDCANCEL) : status;
+      PostMessageA(target, message, wParam, 0);
+    });
+    EXPECT_EQ(error, iPrAbort) << message;
+    EXPECT_LT(printer.Pages(), 2) << message;
+    EXPECT_EQ(FindWindowA("KWEPrintStatus", nullptr), nullptr);
+    PrSetError(noErr);
+  }
+}
+
+TEST_F(PrinterTest, JobDialogChoosesPagesAndCopies) {
+  PrintDefault(hPrint);
+  {
+    PrintDialogDriver user({{rad3, ""}, {edt1, "2"}, {edt2, "3"}, {edt3, "4"}}, IDOK);
+    ASSERT_TRUE(PrJobDialog(hPrint));
+    EXPECT_NE(user.Title(), "");
+  }
+  EXPECT_EQ((**hPrint).prJob.iFstPage, 2);
+  EXPECT_EQ((**hPrint).prJob.iLstPage, 3);
+  EXPECT_EQ((**hPrint).prJob.iCopies, 1) << "the printer makes the copies";
+  ASSERT_EQ(PrintDocument({"A", "B", "C", "D"}), noErr);
+  EXPECT_EQ(printer.PageTexts(), (std::vector<std::string>{"B", "C"}));
+
+  TPrint before = **hPrint;
+  {
+    PrintDialogDriver user({{rad1, ""}}, IDCANCEL);
+    EXPECT_FALSE(PrJobDialog(hPrint));
+  }
+  EXPECT_EQ(std::memcmp(&before, *hPrint, sizeof before), 0)
+      << "a cancelled dialog changes nothing";
+  EXPECT_EQ(PrError(), noErr);
+}
+
+// The host's page-setup hook plays the user: it turns the page and
+// presses OK as the dialog opens.
+UINT_PTR CALLBACK ChooseLandscape(HWND dialog, UINT message, WPARAM, LPARAM) {
+  if (message == WM_INITDIALOG) {
+    PostMessageA(GetDlgItem(dialog, rad2), BM_CLICK, 0, 0);
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+  }
+  return 0;
+}
+
+class StyleDialogTest : public PrinterTest {
+  void FillRecord(KWESessionRecord& r) override {
+    r.printSetupDialogHook = reinterpret_cast<ProcPtr>(ChooseLandscape);
+  }
+};
+
+TEST_F(StyleDialogTest, PrinterTurnsThePageThroughTheHostsHook) {
+  PrintDefault(hPrint);
+  ASSERT_TRUE(PrStlDialog(hPrint));
+  EXPECT_EQ(Show((**hPrint).prInfo.rPage), "0,0,576,720");
+  TGetRotnBlk rotation{};
+  rotation.iOpCode = getRotnOp;
+  rotation.hPrint = hPrint;
+  PrGeneral(reinterpret_cast<Ptr>(&rotation));
+  EXPECT_TRUE(rotation.fLandscape);
+  // The choice lives in the record: a fresh PrOpen prints it the same way.
+  PrClose();
+  PrOpen();
+  EXPECT_FALSE(PrValidate(hPrint));
+  EXPECT_EQ(Show((**hPrint).prInfo.rPage), "0,0,576,720");
+}
+
+TEST_F(PrinterTest, CallsOutOfOrderAreRefused) {
+  PrintDefault(hPrint);
+  TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+  ASSERT_NE(port, nullptr);
+  EXPECT_EQ(PrOpenDoc(hPrint, nullptr, nullptr), nullptr) << "one document at a time";
+  EXPECT_EQ(PrError(), paramErr);
+  PrSetError(noErr);
+  TPrPort other{};
+  PrOpenPage(&other, nullptr);
+  EXPECT_EQ(PrError(), paramErr);
+  PrSetError(noErr);
+  PrClosePage(port);
+  EXPECT_EQ(PrError(), paramErr) << "no page is open";
+  PrSetError(noErr);
+  PrOpenPage(port, nullptr);
+  PrCloseDoc(nullptr);
+  EXPECT_EQ(PrError(), paramErr);
+  PrSetError(noErr);
+  PrCloseDoc(port);  // closes the open page too
+  EXPECT_EQ(PrError(), noErr);
+  EXPECT_EQ(printer.Pages(), 1);
+  TPrStatus status;
+  std::memset(&status, 0xFF, sizeof status);
+  PrPicFile(hPrint, port, nullptr, nullptr, &status);
+  EXPECT_EQ(status.iTotPages, 0);
+  EXPECT_EQ(status.hPrint, hPrint);
+}
+
+// The port draws at 72 dots per inch: text measures as it does on screen,
+// and pen sizes and fonts are the printer's dots in proportion.
+TEST_F(PrinterTest, ThePrintingPortMeasuresInPoints) {
+  PrintDefault(hPrint);
+  TextSize(12);
+  SInt16 onScreen = StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world"));
+  TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+  ASSERT_NE(port, nullptr);
+  PrOpenPage(port, nullptr);
+  GrafPtr current = nullptr;
+  GetPort(&current);
+  EXPECT_EQ(current, &port->gPort);
+  EXPECT_EQ(Show(current->portRect), "0,0,720,576");
+  TextSize(12);
+  SInt16 printed = StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world"));
+  EXPECT_NEAR(printed, onScreen, onScreen / 5 + 2);
+  PrClosePage(port);
+  PrCloseDoc(port);
+}
+
+TEST_F(PrinterTest, WithoutAPrinterNothingPrints) {
+  PrClose();
+  printer.Remove();
+  PrOpen();
+  EXPECT_EQ(PrError(), fnfErr);
+  PrintDefault(hPrint);
+  EXPECT_EQ(Show((**hPrint).prInfo.rPage), "0,0,756,576") << "Letter with quarter-inch margins";
+  EXPECT_EQ(PrOpenDoc(hPrint, nullptr, nullptr), nullptr);
+  EXPECT_EQ(PrError(), fnfErr);
+  EXPECT_FALSE(PrJobDialog(hPrint));
+  EXPECT_FALSE(PrStlDialog(hPrint));
+}
+
+TEST_F(PrinterTest, GdiObjectsStayFlatOverManyJobs) {
+  PrintDefault(hPrint);
+  ASSERT_EQ(PrintDocument({"Warm up"}), noErr);
+  int before = LiveGdiObjects();
+  for (int i = 0; i < 25; ++i) {
+    PrintDefault(hPrint);
+    ASSERT_EQ(PrintDocument({"Again", "And again"}), noErr) << i;
+  }
+  if (before >= 0) {
+    EXPECT_LE(LiveGdiObjects(), before + 2);
+  }
+}
+
+}  // namespace
+}  // namespace kwe_test
