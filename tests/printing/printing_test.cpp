@@ -4,7 +4,6 @@
 // a time, since a default printer changes the fonts other programs see).
 #include "Printing.h"
 
-#include <dlgs.h>
 #include <gtest/gtest.h>
 #include <windows.h>
 
