@@ -58,6 +58,14 @@ TEST_F(GWorlds, DrawingCopiesOutAndSurvivesUpdateGWorld) {
   EXPECT_EQ(canvas.Pixel(130, 110), kWhite);
   EXPECT_EQ(canvas.Pixel(105, 105), kWhite);
 
+  // The window port's origin moved: the copy lands where its rectangle says.
+  canvas.Clear();
+  SetOrigin(0, -100);
+  CopyOut(gw, bounds, Rect{-90, 10, -42, 74});
+  SetOrigin(0, 0);
+  EXPECT_EQ(canvas.Pixel(20, 20), 0xFF0000u);
+  EXPECT_EQ(canvas.Pixel(5, 5), kWhite);
+
   GWorldPtr same = gw;
   EXPECT_EQ(UpdateGWorld(&same, 8, &bounds, nullptr, nullptr, 0), 0u);
   EXPECT_EQ(same, gw);
