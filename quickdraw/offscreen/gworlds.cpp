@@ -39,9 +39,18 @@ LibraryPixMap* LibraryOf(GWorldPtr gw) {
   return pm && IsLibraryPixMap(pm) ? reinterpret_cast<LibraryPixMap*>(*pm) : nullptr;
 }
 
-HDC ReferenceDC(HWND* window) {
-  *window = kwe::TheSession().mainWindow;
-  return GetDC(*window);
+// A 1 x 1 bitmap in the screen's format, made once: selected into a new
+// memory DC it gives that DC the screen's format, so that NewGWorld asks
+// the window server for no DC of a window.
+HBITMAP ScreenFormatProbe() {
+  static HBITMAP probe = [] {
+    HWND window = kwe::TheSession().mainWindow;
+    HDC screen = GetDC(window);
+    HBITMAP made = CreateCompatibleBitmap(screen, 1, 1);
+    ReleaseDC(window, screen);
+    return made;
+  }();
+  return probe;
 }
 
 void ReleaseShared() {
@@ -53,21 +62,18 @@ void ReleaseShared() {
   g_sharedOriginal = nullptr;
 }
 
-// A DDB of width x height in the screen's format, in the memory DC. A
-// small compatible bitmap goes in first so that the DC has the screen's
-// format rather than a new DC's one bit.
-HBITMAP MakeBitmap(HDC memory, HDC reference, int width, int height) {
-  HBITMAP probe = CreateCompatibleBitmap(reference, 32, 32);
+bool IsGWorld(CGrafPtr port) {
+  return port && (static_cast<UInt16>(port->portVersion) & 0xE000) == 0xE000;
+}
+
+// A DDB of width x height in the screen's format in the memory DC.
+HBITMAP MakeBitmap(HDC memory, int width, int height) {
+  HBITMAP probe = ScreenFormatProbe();
   if (!probe) return nullptr;
   HGDIOBJ before = SelectObject(memory, probe);
   HBITMAP ddb = CreateCompatibleBitmap(memory, width, height);
   SelectObject(memory, before);
-  DeleteObject(probe);
   return ddb;
-}
-
-bool IsGWorld(CGrafPtr port) {
-  return port && (static_cast<UInt16>(port->portVersion) & 0xE000) == 0xE000;
 }
 
 }  // namespace
@@ -102,11 +108,8 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
   *offscreen = gw;
 
   bool shared = (flags & kweSharedGWorldDC) != 0;
-  HWND window;
-  HDC reference = ReferenceDC(&window);
-  HDC memory = shared && g_sharedDC ? g_sharedDC : CreateCompatibleDC(reference);
-  HBITMAP ddb = memory ? MakeBitmap(memory, reference, width, height) : nullptr;
-  ReleaseDC(window, reference);
+  HDC memory = shared && g_sharedDC ? g_sharedDC : CreateCompatibleDC(nullptr);
+  HBITMAP ddb = memory ? MakeBitmap(memory, width, height) : nullptr;
   if (!ddb) {
     if (memory && memory != g_sharedDC) DeleteDC(memory);
     return -1;
@@ -181,7 +184,7 @@ KWE_API void KWE_CALL DisposeGWorld(GWorldPtr gw) {
   }
   if (ddb) DeleteObject(ddb);
   DisposePtr(reinterpret_cast<Ptr>(gw));
-  if (remembered && AttrOf(remembered)) SetPort(remembered);
+  if (remembered && remembered != CurrentPort() && AttrOf(remembered)) SetPort(remembered);
 }
 
 KWE_API void KWE_CALL SetGWorld(CGrafPtr port, GDHandle gdh) {
