@@ -11,6 +11,7 @@
 #include "QDOffscreen.h"
 #include "Quickdraw.h"
 #include "bench_support.h"
+#include "host_window_session.h"
 
 namespace {
 
@@ -51,17 +52,8 @@ void Draw(const std::vector<Call>& calls) {
 }  // namespace
 
 int main() {
-  kwe_bench::Session session;
-  GrafPtr screen;
-  InitGraf(&screen);
-  WNDCLASSA wc{};
-  wc.lpfnWndProc = DefWindowProcA;
-  wc.hInstance = GetModuleHandleA(nullptr);
-  wc.lpszClassName = "PictureBenchWindow";
-  RegisterClassA(&wc);
-  HWND window = CreateWindowA("PictureBenchWindow", "", WS_POPUP | WS_VISIBLE, 0, 0, 400, 400,
-                              nullptr, nullptr, wc.hInstance, nullptr);
-  HDC dc = GetDC(window);
+  kwe_bench::HostWindowSession session("Picture bench");
+  HDC dc = GetDC(session.main);
   GrafPort port;
   OpenPort(&port);
   KWE_SwaphDC(dc, true);
@@ -131,7 +123,6 @@ int main() {
       });
 
   ClosePort(&port);
-  ReleaseDC(window, dc);
-  DestroyWindow(window);
+  ReleaseDC(session.main, dc);
   return 0;
 }
