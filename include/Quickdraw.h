@@ -397,6 +397,7 @@ KWE_API void KWE_CALL FillRoundRect(const Rect* r, SInt16 ovalWidth, SInt16 oval
 KWE_API void KWE_CALL FrameArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
 KWE_API void KWE_CALL PaintArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
 KWE_API void KWE_CALL EraseArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
+KWE_API void KWE_CALL InvertArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle);
 KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle,
                               const Pattern* pat);
 KWE_API void KWE_CALL PtToAngle(const Rect* r, Point pt, SInt16* angle);
@@ -517,6 +518,7 @@ inline Boolean EqualRect(const Rect* a, const Rect* b) { return EqualRec(a, b); 
 #endif
 
 #include "QuickdrawColour.h"
+#include "QuickdrawPictures.h"
 #include "QuickdrawText.h"
 
 /* The QuickDraw globals of the program, in the order the Macintosh kept

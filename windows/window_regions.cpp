@@ -104,6 +104,21 @@ void EnsureRegionsCurrent() {
   if (State().regionsDirty) RefreshAllRegions();
 }
 
+// A window with a picture (SetWindowPic) is redrawn from it here, as the
+// Window Manager does, and gets no update event.
+bool DrawWindowPicture(WindowPtr w) {
+  PicHandle pic = Peek(w)->windowPic;
+  if (!pic) return false;
+  GrafPtr saved;
+  GetPort(&saved);
+  SetPort(w);
+  BeginUpdate(w);
+  DrawPicture(pic, &w->portRect);
+  EndUpdate(w);
+  SetPort(saved);
+  return true;
+}
+
 // The update or activate event the windows call for: the pending
 // deactivation first, then the pending activation, then the first visible
 // window, front to back, whose update region has something to paint.
@@ -133,7 +148,9 @@ bool NextUpdateOrActivate(EventMask mask, EventRecord* event, WindowPtr* window)
   if (!chosen && (mask & updateMask)) {
     for (WindowPeek p = ListHead(); p && !chosen; p = p->nextWindow) {
       WindowPtr w = AsPtr(p);
-      if (p->visible && (FlagsOf(w) & kUpdatePendingFlag) && KWE_TestUpdate(w)) chosen = w;
+      if (p->visible && (FlagsOf(w) & kUpdatePendingFlag) && KWE_TestUpdate(w) &&
+          !DrawWindowPicture(w))
+        chosen = w;
     }
     if (chosen) what = updateEvt;
   }

@@ -7,6 +7,7 @@
 #include "KWEPorts.h"
 #include "Quickdraw.h"
 #include "colour_wheel.h"
+#include "demo_pictures.h"
 
 namespace {
 
@@ -201,6 +202,7 @@ void DrawScene(HDC dc, int top, const std::vector<Pattern>& patterns) {
   ClippedStar(490, 185);
   StyledText(600, 30);
   DrawColourWheel(760, 8);
+  DrawPictureDemo(575, SInt16(461 - top));  // beside the host text, above the scene
   SetOrigin(0, 0);
   KWE_SwaphDC(previous, false);
   SetPort(saved);

@@ -16,6 +16,7 @@
 #include "quickdraw/copybits/copy_sides.h"
 #include "quickdraw/copybits/device_copies.h"
 #include "quickdraw/copybits/raster_ops.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/regions/region_record.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -230,6 +231,7 @@ KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, con
       reinterpret_cast<BitsProc>(custom)(srcBits, srcRect, dstRect, mode, maskRgn);
       return;
     }
+    if (srcRect && dstRect) kwe::pictures::RecordBits(port, srcBits, *srcRect, *dstRect, mode);
   }
   CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
 }
@@ -238,6 +240,7 @@ KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const 
                               SInt16 mode, RgnHandle maskRgn) {
   GrafPtr port = CurrentPort();
   if (!port) return;
+  if (srcRect && dstRect) kwe::pictures::RecordBits(port, srcBits, *srcRect, *dstRect, mode);
   CopyBitsNow(srcBits, &port->portBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
 }
 

@@ -2,6 +2,7 @@
 #include "quickdraw/copybits/copy_sides.h"
 
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/offscreen/gworld_dc.h"
 #include "quickdraw/ports/graphics_records.h"
 
 namespace kwe::quickdraw {
@@ -36,6 +37,7 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
   if (base >= kPortTag && base <= kLastPortTag) {
     PortAttr* attr = AttrOfSlot(static_cast<int>(base & 0x7FFF));
     if (!attr || !attr->hdc) return side;
+    SelectGWorldBitmap(attr->port);  // a GWorld sharing its DC gets its own bitmap in
     side.kind = SideKind::Device;
     side.attr = attr;
     return side;

@@ -66,6 +66,10 @@ Pattern BackPatternOf(GrafPtr port) {
   return IsColourPort(port) ? PatternOfPixPat(AsColour(port)->bkPixPat) : port->bkPat;
 }
 
+Pattern FillPatternOf(GrafPtr port) {
+  return IsColourPort(port) ? PatternOfPixPat(AsColour(port)->fillPixPat) : port->fillPat;
+}
+
 // A plain port's patterns draw in its two colours; a colour port's pixel
 // patterns too, except an RGB pattern, which is its one colour throughout.
 PatternPaint PaintOf(GrafPtr port, const PortAttr& a, PatternSelector which) {

@@ -15,6 +15,7 @@ void SetFillPattern(GrafPtr port, const Pattern& pat);
 void SetPenPattern(GrafPtr port, const Pattern& pat);
 Pattern PenPatternOf(GrafPtr port);
 Pattern BackPatternOf(GrafPtr port);
+Pattern FillPatternOf(GrafPtr port);
 
 // What a verb paints with: a pattern and its two colours.
 enum class PatternSelector { Pen, Back, Fill };

@@ -51,6 +51,14 @@ void KWE_CALL SetOriginDefault(SInt16 h, SInt16 v) {
   port->portRect.right = static_cast<SInt16>(port->portRect.right + dh);
   port->portRect.bottom = static_cast<SInt16>(port->portRect.bottom + dv);
   TakeOriginFromPortRect(*a);
+  // The bits' bounds move with the origin, as on the Macintosh, so that
+  // CopyBits cuts a copy into the port where its pixels really are.
+  Rect* bounds = &port->portBits.bounds;
+  if (IsColourPort(port)) {
+    PixMapHandle pm = AsColour(port)->portPixMap;
+    bounds = pm && *pm ? &(*pm)->bounds : nullptr;
+  }
+  if (bounds) OffsetRect(bounds, static_cast<SInt16>(dh), static_cast<SInt16>(dv));
   OffsetRgn(port->visRgn, static_cast<SInt16>(dh), static_cast<SInt16>(dv));
   RebuildClip(port);
   AlignBrushToPort(*a);

@@ -10,6 +10,7 @@
 #include "Quickdraw.h"
 #include "quickdraw/patterns/pattern_brush.h"
 #include "quickdraw/patterns/port_patterns.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -64,6 +65,7 @@ void StandardLine(Point end) {
   PortAttr* a = CurrentAttr();
   if (!a) return;
   Point start = port->pnLoc;
+  pictures::RecordLine(port, start, end);
   port->pnLoc = end;
   RecordPolygonPoint(port, end);
   UpdateDevicePen(*a);

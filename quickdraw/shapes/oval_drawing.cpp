@@ -9,6 +9,7 @@
 
 #include "Quickdraw.h"
 #include "frame/subsystems.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -33,6 +34,11 @@ void StandardArc(Verb verb, const Rect* r, int start, int arc, bool oval) {
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
   if (!a || !r || RectIsEmpty(*r) || arc == 0) return;
+  if (oval)
+    pictures::RecordOval(port, static_cast<int>(verb), *r);
+  else
+    pictures::RecordArc(port, static_cast<int>(verb), *r, static_cast<SInt16>(start),
+                        static_cast<SInt16>(arc));
   if (verb == Verb::Frame && oval && port->rgnSave)
     RecordShapeInRegion(port, CreateEllipticRgn(r->left, r->top, r->right, r->bottom));
   if (verb != Verb::Erase && verb != Verb::Fill) RestoreHiliteBit();
@@ -55,6 +61,8 @@ void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) 
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
   if (!a || !r || RectIsEmpty(*r)) return;
+  pictures::RecordRoundRect(port, static_cast<int>(verb), *r, static_cast<SInt16>(ovalWidth),
+                            static_cast<SInt16>(ovalHeight));
   ovalWidth = ClampDiameter(ovalWidth, r->right - r->left);
   ovalHeight = ClampDiameter(ovalHeight, r->bottom - r->top);
   if (verb == Verb::Frame && port->rgnSave)
@@ -133,6 +141,9 @@ KWE_API void KWE_CALL PaintArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle
 }
 KWE_API void KWE_CALL EraseArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle) {
   DrawArc(Verb::Erase, r, startAngle, arcAngle);
+}
+KWE_API void KWE_CALL InvertArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle) {
+  DrawArc(Verb::Invert, r, startAngle, arcAngle);
 }
 KWE_API void KWE_CALL FillArc(const Rect* r, SInt16 startAngle, SInt16 arcAngle,
                               const Pattern* pat) {

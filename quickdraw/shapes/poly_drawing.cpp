@@ -5,6 +5,7 @@
 
 #include "Memory.h"
 #include "Quickdraw.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -23,6 +24,8 @@ void StandardPoly(Verb verb, PolyHandle poly) {
   if (!a || !poly || !*poly || RectIsEmpty((*poly)->polyBBox)) return;
   int count = PointCount(poly);
   if (count == 0) return;
+  if (reinterpret_cast<Handle>(poly) != port->polySave)
+    pictures::RecordPoly(port, static_cast<int>(verb), poly);
   // Framed into another polygon being recorded: its points are replayed.
   if (verb == Verb::Frame && port->polySave && reinterpret_cast<Handle>(poly) != port->polySave) {
     std::vector<Point> points((*poly)->polyPoints, (*poly)->polyPoints + count);

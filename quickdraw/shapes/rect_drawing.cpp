@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "Quickdraw.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -27,6 +28,7 @@ void StandardRect(Verb verb, const Rect* r) {
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
   if (!a || !r || RectIsEmpty(*r)) return;
+  pictures::RecordRect(port, static_cast<int>(verb), *r);
   if (verb == Verb::Frame) RecordFrame(port, *r);
   bool highlight =
       verb != Verb::Erase && verb != Verb::Fill && TakeHiliteRequest() && verb != Verb::Frame;

@@ -8,6 +8,7 @@
 #include "Quickdraw.h"
 #include "frame/unsupported.h"
 #include "quickdraw/patterns/pattern_brush.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/regions/mask_regions.h"
 #include "quickdraw/regions/region_record.h"
@@ -79,6 +80,7 @@ void StandardRgn(Verb verb, RgnHandle rgn) {
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
   if (!a || !RecordOf(rgn)) return;
+  pictures::RecordRgn(port, static_cast<int>(verb), rgn);
   if (!PortDraws(port, *a)) return;
   RgnHandle device = DeviceRegion(*a, rgn);
   if (!device) return;

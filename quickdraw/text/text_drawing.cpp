@@ -7,6 +7,7 @@
 
 #include "Quickdraw.h"
 #include "frame/low_memory.h"
+#include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/text/port_font.h"
 #include "quickdraw/text/text_ink.h"
@@ -154,12 +155,12 @@ void DrawThroughTextProc(SInt16 count, const void* text) {
 
 using namespace kwe::quickdraw;
 
-// numer:denom scales the font size for the call; nothing is recorded into
-// an open picture.
+// numer:denom scales the font size for the call.
 KWE_API void KWE_CALL StdText(SInt16 count, const void* textAddr, Point numer, Point denom) {
   GrafPtr port = CurrentPort();
   PortAttr* a = CurrentAttr();
   if (!a || count < 1 || !textAddr) return;
+  kwe::pictures::RecordText(port, static_cast<const UInt8*>(textAddr), count);
   TextRatio ratio(port, *a, numer, denom);
   StandardText(port, *a, count, static_cast<const UInt8*>(textAddr));
 }

@@ -82,6 +82,25 @@ TEST_F(Updates, DrawingInAnUpdateReachesOnlyTheInvalidArea) {
   DisposeRgn(shape);
 }
 
+// A window with a picture is drawn from it: no update event reaches the
+// application, and the picture is in the window.
+TEST_F(Updates, AWindowWithAPictureIsDrawnFromIt) {
+  WindowPtr w = Make(documentProc, {40, 40, 140, 200});
+  Drain();
+  SetPort(w);
+  Rect left{0, 0, 100, 80};
+  PicHandle pic = OpenPicture(&w->portRect);
+  PaintRect(&left);
+  ClosePicture();
+  SetWindowPic(w, pic);
+  EraseRect(&w->portRect);
+  InvalRect(&w->portRect);
+  EXPECT_TRUE(PaintUpdates().empty());
+  EXPECT_EQ(Cells(w), "XX..XX..XX..XX..");
+  SetWindowPic(w, nullptr);
+  KillPicture(pic);
+}
+
 // A window uncovered by moving the one in front of it gets one update event,
 // and the update's drawing reaches the uncovered part only.
 TEST_F(Updates, AWindowUncoveredByAMoveGetsOneUpdateForThatPart) {

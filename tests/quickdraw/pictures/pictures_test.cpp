@@ -1,0 +1,535 @@
+// Pictures through the DLL: the bytes the recorder writes for small
+// pictures, checked by hand; seeded scenes drawn directly and through a
+// recorded picture giving the same pixels, at the frame's size and at
+// twice it; pictures made by hand at version 1; the bottleneck procedures;
+// and pictures cut short, with frames that make no sense, or recorded over
+// and over.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "Fonts.h"
+#include "Memory.h"
+#include "Quickdraw.h"
+#include "quickdraw/regions/region_canvas.h"
+
+namespace {
+
+using namespace kwe_test;
+using Bytes = std::vector<uint8_t>;
+
+class Pictures : public PortTest {
+ protected:
+  // The state a picture starts from, on the port and in the recorder.
+  void Reset() {
+    PenNormal();
+    Pattern white{};
+    BackPat(&white);
+    TextFont(0);
+    TextFace(0);
+    TextSize(0);
+    TextMode(srcOr);
+    ForeColor(blackColor);
+    BackColor(whiteColor);
+    Rect all{0, 0, 256, 256};
+    ClipRect(&all);
+  }
+  std::vector<uint32_t> Pixels() {
+    std::vector<uint32_t> p;
+    for (int y = 0; y < 256; ++y)
+      for (int x = 0; x < 256; ++x) p.push_back(canvas.Pixel(x, y));
+    return p;
+  }
+};
+
+// A Pascal string of the text.
+const UInt8* P(const char* text) {
+  static UInt8 s[256];
+  s[0] = UInt8(std::strlen(text));
+  std::memcpy(s + 1, text, s[0]);
+  return s;
+}
+
+Bytes BytesOf(PicHandle pic) {
+  const UInt8* p = reinterpret_cast<const UInt8*>(*pic);
+  return Bytes(p, p + GetHandleSize(reinterpret_cast<Handle>(pic)));
+}
+
+Bytes Concat(std::initializer_list<Bytes> parts) {
+  Bytes all;
+  for (const Bytes& b : parts) all.insert(all.end(), b.begin(), b.end());
+  return all;
+}
+
+// The header OpenPicture writes for the frame (10, 20, 110, 220), after
+// picSize (given) and the frame, both in the processor's order.
+Bytes HeaderFor(int size) {
+  return {UInt8(size), UInt8(size >> 8),
+          10,          0,
+          20,          0,
+          110,         0,
+          220,         0,
+          0x00,        0x11,
+          0x02,        0xFF,
+          0x0C,        0x00,
+          0xFF,        0xFF,
+          0xFF,        0xFF,
+          0x00,        0x14,
+          0,           0,
+          0x00,        0x0A,
+          0,           0,
+          0x00,        0xDC,
+          0,           0,
+          0x00,        0x6E,
+          0,           0,
+          0,           0,
+          0,           0};
+}
+
+TEST_F(Pictures, RecordedBytesEqualHandCheckedVersion2Pictures) {
+  Reset();
+  Rect frame{10, 20, 110, 220};
+  PicHandle empty = OpenPicture(&frame);
+  ASSERT_NE(empty, nullptr);
+  ClosePicture();
+  EXPECT_EQ(BytesOf(empty), Concat({HeaderFor(42), {0x00, 0xFF}}));
+  EXPECT_EQ((**empty).picSize, 42);
+  EXPECT_EQ((**empty).picFrame.right, 220);
+  KillPicture(empty);
+
+  PicHandle pic = OpenPicture(&frame);
+  ClipRect(&frame);
+  Rect r{20, 30, 40, 50};
+  PaintRect(&r);
+  MoveTo(50, 50);
+  LineTo(55, 47);   // ShortLine: start, then 5 and -3
+  LineTo(60, 44);   // ShortLineFrom: the last recorded point, 5 and -3
+  LineTo(60, 244);  // LineFrom: too far for a byte
+  ClosePicture();
+  Bytes body = {0x00, 0x01, 0x00, 0x0A, 0, 10, 0,    20,   0, 110, 0, 220,  // clip
+                0x00, 0x31, 0,    20,   0, 30, 0,    40,   0, 50,           // PaintRect
+                0x00, 0x22, 0,    50,   0, 50, 0x05, 0xFD,                  // ShortLine
+                0x00, 0x23, 0x05, 0xFD,                                     // ShortLineFrom
+                0x00, 0x21, 0,    244,  0, 60,                              // LineFrom
+                0x00, 0xFF};
+  EXPECT_EQ(BytesOf(pic), Concat({HeaderFor(40 + int(body.size())), body}));
+  KillPicture(pic);
+}
+
+TEST_F(Pictures, OpenCPictureHeaderAndCommentData) {
+  OpenCPicParams params{{0, 0, 100, 200}, 300 << 16, 150 << 16, -2, 0, 0};
+  PicHandle pic = OpenCPicture(&params);
+  ASSERT_NE(pic, nullptr);
+  Handle data = NewHandle(8);
+  const UInt8 native[8] = {0x02, 0x01, 0x04, 0x03, 0x08, 0x07, 0x06, 0x05};
+  std::memcpy(*data, native, 8);
+  PicComment(200, 8, data);  // RotateBegin: two words and a long
+  PicComment(100, 0, nullptr);
+  ClosePicture();
+  Bytes expected = {40 + 14 + 4 + 2,
+                    0,
+                    0,
+                    0,
+                    0,
+                    0,
+                    100,
+                    0,
+                    200,
+                    0,
+                    0x00,
+                    0x11,
+                    0x02,
+                    0xFF,
+                    0x0C,
+                    0x00,
+                    0xFF,
+                    0xFE,
+                    0,
+                    0,
+                    0x01,
+                    0x2C,
+                    0,
+                    0,
+                    0x00,
+                    0x96,
+                    0,
+                    0,  // 300 and 150 dpi
+                    0,
+                    0,
+                    0,
+                    0,
+                    0,
+                    100,
+                    0,
+                    200,
+                    0,
+                    0,
+                    0,
+                    0,
+                    0x00,
+                    0xA1,
+                    0x00,
+                    0xC8,
+                    0x00,
+                    0x08,
+                    1,
+                    2,
+                    3,
+                    4,
+                    5,
+                    6,
+                    7,
+                    8,
+                    0x00,
+                    0xA0,
+                    0x00,
+                    0x64,
+                    0x00,
+                    0xFF};
+  EXPECT_EQ(BytesOf(pic), expected);
+  EXPECT_EQ(std::memcmp(*data, native, 8), 0) << "the caller's data stays in its order";
+  DisposeHandle(data);
+  KillPicture(pic);
+}
+
+TEST_F(Pictures, TextRecordsItsFontNameOnce) {
+  Reset();
+  Rect frame{0, 0, 100, 100};
+  PicHandle pic = OpenPicture(&frame);
+  TextFont(times);
+  TextSize(18);
+  MoveTo(10, 40);
+  DrawString(P("ab"));
+  DrawString(P("cd"));
+  ClosePicture();
+  Bytes b = BytesOf(pic);
+  int names = 0, texts = 0, fonts = 0;
+  // Opcodes start on even offsets; count them by walking the stream.
+  for (size_t i = 40; i + 1 < b.size();) {
+    int op = b[i] << 8 | b[i + 1];
+    size_t data = op == 0x0001   ? 10
+                  : op == 0x002C ? 2 + (b[i + 2] << 8 | b[i + 3])
+                  : op == 0x0003 ? 2
+                  : op == 0x000D ? 2
+                  : op == 0x0028 ? 5 + b[i + 6]
+                                 : 0;
+    names += op == 0x002C;
+    texts += op == 0x0028;
+    fonts += op == 0x0003;
+    if (op == 0x00FF) break;
+    i += 2 + data + (data & 1);
+  }
+  EXPECT_EQ(names, 1);
+  EXPECT_EQ(fonts, 1);
+  EXPECT_EQ(texts, 2);
+  KillPicture(pic);
+}
+
+// One random drawing call of a scene, the same whether it is drawn or
+// recorded.
+void RandomCall(std::mt19937& random) {
+  static const Pattern patterns[] = {{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}},
+                                     {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}},
+                                     {{0x88, 0x22, 0x88, 0x22, 0x88, 0x22, 0x88, 0x22}},
+                                     {{0, 0, 0, 0, 0, 0, 0, 0}}};
+  static const SInt16 modes[] = {patCopy, patOr, patXor, patBic, notPatCopy};
+  static const SInt32 colours[] = {blackColor, redColor, blueColor, greenColor, cyanColor};
+  auto coord = [&] { return SInt16(random() % 240); };
+  Rect r{coord(), coord(), 0, 0};
+  r.bottom = SInt16(r.top + 4 + random() % 60);
+  r.right = SInt16(r.left + 4 + random() % 60);
+  const Pattern& pat = patterns[random() % 4];
+  switch (random() % 12) {
+    case 0: PenSize(SInt16(1 + random() % 4), SInt16(1 + random() % 4)); break;
+    case 1: PenMode(modes[random() % 5]); break;
+    case 2: PenPat(&pat); break;
+    case 3: ForeColor(colours[random() % 5]); break;
+    case 4: BackPat(&pat); break;
+    case 5: {
+      int verb = random() % 5;
+      if (verb == 0) FrameRect(&r);
+      if (verb == 1) PaintRect(&r);
+      if (verb == 2) EraseRect(&r);
+      if (verb == 3) InvertRect(&r);
+      if (verb == 4) FillRect(&r, &pat);
+      break;
+    }
+    case 6: {
+      int verb = random() % 5;
+      if (verb == 0) FrameOval(&r);
+      if (verb == 1) PaintOval(&r);
+      if (verb == 2) EraseOval(&r);
+      if (verb == 3) InvertOval(&r);
+      if (verb == 4) FillOval(&r, &pat);
+      break;
+    }
+    case 7: {
+      SInt16 w = SInt16(random() % 30), h = SInt16(random() % 30);
+      int verb = random() % 3;
+      if (verb == 0) FrameRoundRect(&r, w, h);
+      if (verb == 1) PaintRoundRect(&r, w, h);
+      if (verb == 2) FillRoundRect(&r, w, h, &pat);
+      break;
+    }
+    case 8: {
+      SInt16 start = SInt16(random() % 360), arc = SInt16(random() % 300 + 10);
+      if (random() % 2)
+        PaintArc(&r, start, arc);
+      else
+        FrameArc(&r, start, arc);
+      break;
+    }
+    case 9: {
+      PolyHandle poly = OpenPoly();
+      MoveTo(r.left, r.top);
+      LineTo(r.right, r.top + 5);
+      LineTo(r.left + 7, r.bottom);
+      LineTo(r.left, r.top);
+      ClosePoly();
+      if (random() % 2)
+        PaintPoly(poly);
+      else
+        FramePoly(poly);
+      KillPoly(poly);
+      break;
+    }
+    case 10:
+      MoveTo(r.left, r.top);
+      LineTo(r.right, r.bottom);
+      if (random() % 2) Line(SInt16(random() % 20 - 10), SInt16(random() % 20 - 10));
+      break;
+    case 11: {
+      Rect clip{SInt16(random() % 40), SInt16(random() % 40), SInt16(200 + random() % 56),
+                SInt16(200 + random() % 56)};
+      ClipRect(&clip);
+      break;
+    }
+  }
+}
+
+TEST_F(Pictures, SeededScenesPlayBackPixelForPixel) {
+  Rect frame{0, 0, 256, 256};
+  for (unsigned seed = 1; seed <= 24; ++seed) {
+    std::mt19937 direct(seed), recorded(seed);
+    canvas.Clear();
+    Reset();
+    for (int i = 0; i < 40; ++i) RandomCall(direct);
+    std::vector<uint32_t> expected = Pixels();
+
+    canvas.Clear();
+    Reset();
+    PicHandle pic = OpenPicture(&frame);
+    ASSERT_NE(pic, nullptr);
+    for (int i = 0; i < 40; ++i) RandomCall(recorded);
+    ClosePicture();
+    EXPECT_EQ(Pixels(), std::vector<uint32_t>(256 * 256, kWhite))
+        << "recording drew; seed " << seed;
+    Reset();
+    DrawPicture(pic, &frame);
+    std::vector<uint32_t> played = Pixels();
+    int wrong = 0, first = -1;
+    for (int i = 0; i < 256 * 256; ++i)
+      if (played[i] != expected[i]) wrong++, first = first < 0 ? i : first;
+    EXPECT_EQ(wrong, 0) << "seed " << seed << ", first at " << first % 256 << "," << first / 256;
+    KillPicture(pic);
+  }
+}
+
+// At twice the frame's size, shapes land on the doubled rectangles and
+// frames use the doubled pen.
+TEST_F(Pictures, DoubleSizePlaybackMatchesTheSceneDrawnDoubled) {
+  for (unsigned seed = 1; seed <= 12; ++seed) {
+    std::mt19937 random(seed);
+    struct Call {
+      int kind, verb, pen;
+      Rect r;
+    };
+    std::vector<Call> calls;
+    for (int i = 0; i < 30; ++i) {
+      SInt16 t = SInt16(random() % 110), l = SInt16(random() % 110);
+      calls.push_back({int(random() % 2), int(random() % 4), int(1 + random() % 3),
+                       Rect{t, l, SInt16(t + 2 + random() % 30), SInt16(l + 2 + random() % 30)}});
+    }
+    auto draw = [&](int scale) {
+      for (const Call& c : calls) {
+        Rect r{SInt16(c.r.top * scale), SInt16(c.r.left * scale), SInt16(c.r.bottom * scale),
+               SInt16(c.r.right * scale)};
+        PenSize(SInt16(c.pen * scale), SInt16(c.pen * scale));
+        if (c.kind == 0) {
+          if (c.verb == 0) FrameRect(&r);
+          if (c.verb == 1) PaintRect(&r);
+          if (c.verb == 2) EraseRect(&r);
+          if (c.verb == 3) InvertRect(&r);
+        } else {
+          if (c.verb == 0) FrameOval(&r);
+          if (c.verb == 1) PaintOval(&r);
+          if (c.verb == 2) EraseOval(&r);
+          if (c.verb == 3) InvertOval(&r);
+        }
+      }
+    };
+    canvas.Clear();
+    Reset();
+    draw(2);
+    std::vector<uint32_t> expected = Pixels();
+    canvas.Clear();
+    Reset();
+    Rect frame{0, 0, 128, 128}, doubled{0, 0, 256, 256};
+    PicHandle pic = OpenPicture(&frame);
+    draw(1);
+    ClosePicture();
+    Reset();
+    DrawPicture(pic, &doubled);
+    EXPECT_EQ(Pixels(), expected) << "seed " << seed;
+    KillPicture(pic);
+  }
+}
+
+Handle HandleOf(const Bytes& b) {
+  Handle h = NewHandle(Size(b.size()));
+  std::memcpy(*h, b.data(), b.size());
+  return h;
+}
+
+// Version 1: byte opcodes, no padding; an unknown version 2 opcode is read
+// past by its size; PaintRgn draws nothing and the next opcode still plays.
+TEST_F(Pictures, HandMadePicturesPlay) {
+  struct Case {
+    const char* name;
+    Bytes bytes;
+  };
+  const Bytes frame = {0, 0, 0, 0, 0, 0, 100, 0, 100, 0};
+  const Bytes v2 = Concat({frame, {0x00, 0x11, 0x02, 0xFF, 0x0C, 0x00}, Bytes(24, 0)});
+  const Case cases[] = {
+      {"version 1", Concat({frame, {0x11, 0x01, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0xFF}})},
+      {"unknown opcode", Concat({v2,
+                                 {0x00, 0xD7, 0, 0, 0, 3, 1, 2, 3, 0},
+                                 {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}})},
+      {"region", Concat({v2,
+                         {0x00, 0x81, 0x00, 0x0A, 0, 0, 0, 0, 0, 90, 0, 90},
+                         {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}})},
+  };
+  Rect dst{0, 0, 200, 200};
+  for (const Case& c : cases) {
+    canvas.Clear();
+    Reset();
+    Handle h = HandleOf(c.bytes);
+    DrawPicture(reinterpret_cast<PicHandle>(h), &dst);
+    EXPECT_EQ(BlackIn(0, 0, 256, 256), 20 * 20) << c.name;
+    EXPECT_EQ(canvas.Pixel(20, 20), kBlack) << c.name;
+    EXPECT_EQ(canvas.Pixel(39, 39), kBlack) << c.name;
+    DisposeHandle(h);
+  }
+}
+
+Bytes g_put;
+size_t g_getAt = 0;
+void KWE_CALL CapturePut(const void* data, SInt16 count) {
+  const UInt8* p = static_cast<const UInt8*>(data);
+  g_put.insert(g_put.end(), p, p + count);
+}
+void KWE_CALL ReplayGet(void* data, SInt16 count) {
+  for (int i = 0; i < count; ++i) static_cast<UInt8*>(data)[i] = g_put[(g_getAt++) % g_put.size()];
+}
+
+// An application's put procedure receives the stream instead of the handle;
+// its get procedure feeds playback.
+TEST_F(Pictures, BottleneckProceduresCarryTheStream) {
+  Reset();
+  QDProcs procs;
+  SetStdProcs(&procs);
+  procs.putPicProc = reinterpret_cast<ProcPtr>(&CapturePut);
+  port.grafProcs = &procs;
+  Rect frame{0, 0, 100, 100}, r{10, 10, 30, 30};
+  g_put.clear();
+  PicHandle pic = OpenPicture(&frame);
+  PaintRect(&r);
+  ClosePicture();
+  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>(pic)), 10);
+  ASSERT_GE(g_put.size(), 30u + 12u);
+  EXPECT_EQ(Bytes(g_put.end() - 12, g_put.end()),
+            Bytes({0x00, 0x31, 0, 10, 0, 10, 0, 30, 0, 30, 0x00, 0xFF}));
+  // Playback reads the stream back through the get procedure.
+  procs.putPicProc = nullptr;
+  procs.getPicProc = reinterpret_cast<ProcPtr>(&ReplayGet);
+  Bytes head = BytesOf(pic);  // picSize and picFrame, read first
+  g_put.insert(g_put.begin(), head.begin(), head.end());
+  g_getAt = 0;
+  Rect dst{0, 0, 200, 200};
+  DrawPicture(pic, &dst);
+  port.grafProcs = nullptr;
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 40 * 40);
+  KillPicture(pic);
+}
+
+// Pictures cut anywhere, frames of no size, negative or huge, nested
+// OpenPicture: nothing breaks and nothing is left behind.
+TEST_F(Pictures, BadPicturesAndNestingStayClean) {
+  Reset();
+  Rect frame{0, 0, 100, 100}, r{10, 10, 60, 60};
+  PicHandle pic = OpenPicture(&frame);
+  EXPECT_EQ(OpenPicture(&frame), nullptr) << "nested OpenPicture";
+  FrameOval(&r);
+  PaintRect(&r);
+  MoveTo(1, 1);
+  DrawString(P("cut"));
+  ClosePicture();
+  EXPECT_EQ(port.picSave, nullptr);
+  EXPECT_EQ(port.pnVis, 0);
+  Bytes whole = BytesOf(pic);
+  Rect dst{0, 0, 200, 200};
+  for (size_t n = 0; n < whole.size(); ++n) {
+    Handle h = HandleOf(Bytes(whole.begin(), whole.begin() + n));
+    DrawPicture(reinterpret_cast<PicHandle>(h), &dst);
+    DisposeHandle(h);
+  }
+  const Rect frames[] = {{0, 0, 0, 0}, {50, 50, 10, 10}, {-32767, -32767, 32767, 32767}};
+  for (const Rect& f : frames) {
+    (**pic).picFrame = f;
+    DrawPicture(pic, &dst);
+    DrawPicture(pic, &f);
+  }
+  KillPicture(pic);
+  KillPicture(nullptr);
+  DrawPicture(nullptr, &dst);
+
+  KWE_AllowPictStatePush(true);
+  PicHandle outer = OpenPicture(&frame);
+  PicHandle inner = OpenPicture(&frame);
+  ASSERT_NE(inner, nullptr);
+  PaintRect(&r);
+  ClosePicture();
+  EXPECT_EQ(port.picSave, reinterpret_cast<Handle>(outer));
+  ClosePicture();
+  KWE_AllowPictStatePush(false);
+  EXPECT_EQ(port.pnVis, 0);
+  EXPECT_GT(GetHandleSize(reinterpret_cast<Handle>(inner)), 42);
+  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>(outer)), 42);
+  KillPicture(inner);
+  KillPicture(outer);
+}
+
+TEST_F(Pictures, RecordDrawKillCyclesKeepGdiObjectsFlat) {
+  Reset();
+  Rect frame{0, 0, 100, 100}, r{10, 10, 60, 60};
+  auto cycle = [&] {
+    PicHandle pic = OpenPicture(&frame);
+    PaintOval(&r);
+    FrameRect(&r);
+    DrawString(P("x"));
+    ClosePicture();
+    DrawPicture(pic, &frame);
+    KillPicture(pic);
+  };
+  for (int i = 0; i < 50; ++i) cycle();
+  int before = LiveGdiObjects();
+  long freeBefore = FreeMem();
+  for (int i = 0; i < 10000; ++i) cycle();
+  EXPECT_EQ(LiveGdiObjects(), before);
+  EXPECT_GE(FreeMem(), freeBefore - 4096);
+}
+
+}  // namespace
