@@ -4,8 +4,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
+#include "Memory.h"
 #include "memory/character_conversion.h"
 #include "text/lists/list_manager.h"
 
@@ -65,6 +67,14 @@ RECT ItemRect(ListHandle l, int index) {
     r.right = r.left + rec.cellSize.h;
   }
   return r;
+}
+
+// A text cell as the list box shows it.
+std::string AnsiText(ListHandle l, int index) {
+  std::string text(size_t(DataLength(l, index)), '\0');
+  text::MacToAnsiBytes(reinterpret_cast<const UInt8*>(*Rec(l)->cells + DataOffset(l, index)),
+                       reinterpret_cast<UInt8*>(&text[0]), text.size());
+  return text;
 }
 
 bool MultipleSelection(HWND box) { return (GetWindowLongA(box, GWL_STYLE) & LBS_EXTENDEDSEL) != 0; }
@@ -141,25 +151,43 @@ void RefreshItem(ListHandle l, int index) {
     InvalidateCell(l, index);
     return;
   }
-  SInt16 length = DataLength(l, index);
-  std::vector<char> text(size_t(length) + 1, '\0');
-  text::MacToAnsiBytes(reinterpret_cast<const UInt8*>(*Rec(l)->cells + DataOffset(l, index)),
-                       reinterpret_cast<UInt8*>(text.data()), size_t(length));
-  bool drawing = !(SlotOf(l)->flags & kDrawingOff);
-  if (drawing) SendMessageA(box, WM_SETREDRAW, FALSE, 0);
+  // While drawing is off the texts wait for LSetDrawingMode to turn it on
+  // and refill the list box in one pass: replacing one item is a deletion
+  // and an insertion, each moving the whole item array of the list box.
+  if (SlotOf(l)->flags & kDrawingOff) {
+    e.stale = true;
+    return;
+  }
+  std::string text = AnsiText(l, index);
+  SendMessageA(box, WM_SETREDRAW, FALSE, 0);
   LRESULT caret = SendMessageA(box, LB_GETCARETINDEX, 0, 0);
   bool selected = SendMessageA(box, LB_GETSEL, WPARAM(item), 0) > 0;
   SendMessageA(box, LB_DELETESTRING, WPARAM(item), 0);
-  SendMessageA(box, LB_INSERTSTRING, WPARAM(item), reinterpret_cast<LPARAM>(text.data()));
+  SendMessageA(box, LB_INSERTSTRING, WPARAM(item), reinterpret_cast<LPARAM>(text.c_str()));
   if (selected && MultipleSelection(box))
     SendMessageA(box, LB_SETSEL, TRUE, item);
   else if (selected)
     SendMessageA(box, LB_SETCURSEL, WPARAM(item), 0);
   if (MultipleSelection(box) && caret >= 0) SendMessageA(box, LB_SETCARETINDEX, WPARAM(caret), 0);
-  if (drawing) {
-    SendMessageA(box, WM_SETREDRAW, TRUE, 0);
-    InvalidateCell(l, index);
-  }
+  SendMessageA(box, WM_SETREDRAW, TRUE, 0);
+  InvalidateCell(l, index);
+}
+
+void RefillTexts(ListHandle l) {
+  HWND box = BoxOf(l);
+  ExtraOf(l).stale = false;
+  LRESULT top = SendMessageA(box, LB_GETTOPINDEX, 0, 0);
+  LRESULT caret = SendMessageA(box, LB_GETCARETINDEX, 0, 0);
+  SendMessageA(box, LB_RESETCONTENT, 0, 0);
+  int n = CellCount(l);
+  SendMessageA(box, LB_INITSTORAGE, WPARAM(n),
+               GetHandleSize(reinterpret_cast<Handle>(Rec(l)->cells)));
+  for (int i = 0; i < n; ++i)
+    SendMessageA(box, LB_INSERTSTRING, WPARAM(-1),
+                 reinterpret_cast<LPARAM>(AnsiText(l, i).c_str()));
+  PushSelection(l);
+  if (MultipleSelection(box) && caret >= 0) SendMessageA(box, LB_SETCARETINDEX, WPARAM(caret), 0);
+  SendMessageA(box, LB_SETTOPINDEX, WPARAM(top), 0);
 }
 
 void PushSelection(ListHandle l) {

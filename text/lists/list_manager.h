@@ -49,6 +49,7 @@ struct Extra {
   bool ownerDrawn = false;  // grid or LDEF: items hold no text
   bool doubleClick = false;
   bool placing = false;            // LSize moves the list box: its WM_SIZE is not the user's
+  bool stale = false;              // texts changed while drawing was off (see RefreshItem)
   bool wrappedDefinition = false;  // an 'LDEF' made callable for the host
   bool dropped = false;
   Point dropPoint{};
@@ -93,6 +94,9 @@ int ItemOf(ListHandle l, int index);
 bool ReplaceCellData(ListHandle l, int index, const void* data, int length, bool append);
 // Brings the list box's item of the cell up to date.
 void RefreshItem(ListHandle l, int index);
+// Refills a text list's list box from the cells, keeping its selection and
+// scroll position.
+void RefillTexts(ListHandle l);
 
 // The listbox selection from the cells' bits.
 void PushSelection(ListHandle l);

@@ -38,6 +38,7 @@ KWE_API void KWE_CALL LSetDrawingMode(Boolean drawIt, ListHandle lHandle) {
   Slot* s = SlotOf(IsLive(lHandle) ? lHandle : nullptr);
   if (!s) return;
   s->flags = UInt16(drawIt ? s->flags & ~kDrawingOff : s->flags | kDrawingOff);
+  if (drawIt && ExtraOf(lHandle).stale) RefillTexts(lHandle);
   SendMessageA(s->listBox, WM_SETREDRAW, drawIt ? TRUE : FALSE, 0);
   if (drawIt)
     InvalidateRect(s->listBox, nullptr, TRUE);

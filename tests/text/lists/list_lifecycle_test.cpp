@@ -141,11 +141,18 @@ TEST_F(ListTest, DrawingModeHoldsOffTheListBoxPainting) {
   HWND box = KWE_GetHWNDFromListHandle(l);
   UpdateWindow(box);
   LSetDrawingMode(false, l);
+  LSetSelect(true, At(0, 3), l);
+  LScroll(0, 1, l);
   SetCell(l, At(0, 2), "quiet");
+  SetCell(l, At(0, 3), "chosen");
   EXPECT_FALSE(GetUpdateRect(box, nullptr, FALSE));
-  EXPECT_EQ(Items(box)[2], "quiet");
+  // The list box takes the texts when drawing comes back on, in one pass
+  // that keeps the selection and the scroll position.
+  EXPECT_EQ(Items(box)[2], "");
   LDoDraw(true, l);
   EXPECT_TRUE(GetUpdateRect(box, nullptr, FALSE));
+  EXPECT_EQ(Items(box), (std::vector<std::string>{"", "", "quiet", "chosen", ""}));
+  EXPECT_EQ(SelectedItems(box), std::vector<int>{3});
 }
 
 TEST_F(ListTest, The256thListIsRefusedWithAMessage) {
