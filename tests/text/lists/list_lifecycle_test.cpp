@@ -11,14 +11,6 @@ namespace {
 
 using namespace kwe_test;
 
-std::string Place(HWND box) {
-  RECT r;
-  GetClientRect(box, &r);
-  MapWindowPoints(box, GetParent(box), reinterpret_cast<POINT*>(&r), 2);
-  return std::to_string(r.top) + "," + std::to_string(r.left) + "," + std::to_string(r.bottom) +
-         "," + std::to_string(r.right);
-}
-
 TEST_F(ListTest, EachShapeOfListGetsItsListBox) {
   // The list box itself hides a scroll bar it has no use for, clearing its
   // style bit, so only the kind of list box is compared.
@@ -100,7 +92,6 @@ TEST_F(ListTest, ListBoxStandsOverTheViewAndFollowsItsSize) {
   EXPECT_EQ((**l).rView.bottom - (**l).rView.top, client.bottom);
   LSize(0, 40, l);  // no size: the view stays
   EXPECT_EQ((**l).rView.right - (**l).rView.left, client.right);
-  (void)Place;
 }
 
 TEST_F(ListTest, ScrollingMovesTheTopItemAndTheVisibleCells) {
