@@ -84,10 +84,13 @@ void Sweep(ListTest* t, ListHandle l, Model model, bool grid, unsigned seed) {
 }
 
 TEST_F(ListTest, TextListCellsMatchItemsThroughEditScripts) {
-  for (unsigned seed = 1; seed <= 4; ++seed) {
-    ListHandle l = MakeList(1, 5);
+  // One column, then three columns in one list box that holds every cell.
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    int columns = seed <= 3 ? 1 : 3;
+    KWE_LSetSelFlags(0x0482);
+    ListHandle l = MakeList(columns, 5);
     ASSERT_NE(l, nullptr);
-    Sweep(this, l, Model(1, std::vector<std::string>(5)), false, seed);
+    Sweep(this, l, Model(size_t(columns), std::vector<std::string>(5)), false, seed);
     LDispose(l);
   }
 }

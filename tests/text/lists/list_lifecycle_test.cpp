@@ -95,7 +95,8 @@ TEST_F(ListTest, ListBoxStandsOverTheViewAndFollowsItsSize) {
 }
 
 TEST_F(ListTest, ScrollingMovesTheTopItemAndTheVisibleCells) {
-  ListHandle l = MakeList(1, 40, Rect{20, 20, 120, 220}, true, false, Point{20, 200});
+  // 110 pixels of 20-pixel rows: five whole rows and half of a sixth.
+  ListHandle l = MakeList(1, 40, Rect{20, 20, 130, 220}, true, false, Point{20, 200});
   HWND box = KWE_GetHWNDFromListHandle(l);
   struct {
     int dRows, top;
@@ -105,7 +106,7 @@ TEST_F(ListTest, ScrollingMovesTheTopItemAndTheVisibleCells) {
     int top = int(SendMessageA(box, LB_GETTOPINDEX, 0, 0));
     EXPECT_LE(top, s.top) << s.dRows;
     EXPECT_EQ((**l).visible.top, top) << s.dRows;
-    EXPECT_EQ((**l).visible.bottom, std::min(top + 5, 40)) << s.dRows;
+    EXPECT_EQ((**l).visible.bottom, std::min(top + 6, 40)) << s.dRows;
   }
   LSetSelect(true, At(0, 30), l);
   LScroll(0, -100, l);

@@ -41,6 +41,9 @@ TEST_F(ListSelectionTest, SetSelectShowsInTheListBox) {
     for (auto [v, on] : k.steps) LSetSelect(on, At(0, v), l);
     EXPECT_EQ(SelectedCells(l), k.cells) << k.options;
     EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options;
+    // New texts replace the items and keep their selection.
+    for (int v = 0; v < 5; ++v) SetCell(l, At(0, v), "renamed " + std::to_string(v));
+    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options << " renamed";
     LDispose(l);
   }
 }
