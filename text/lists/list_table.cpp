@@ -48,8 +48,14 @@ HWND BoxOf(ListHandle list) {
 ListHandle ListOfBox(HWND hwnd) {
   Slot* table = Table();
   if (!table || !hwnd) return nullptr;
-  for (int i = 0; i < kSlotCount; ++i)
-    if (table[i].listBox == hwnd) return table[i].list;
+  // Every message of a list box asks: the slot found last is tried first.
+  static int last = 0;
+  if (table[last].listBox == hwnd) return table[last].list;
+  for (int i = 0; i < kSlotCount; ++i) {
+    if (table[i].listBox != hwnd) continue;
+    last = i;
+    return table[i].list;
+  }
   return nullptr;
 }
 
