@@ -9,6 +9,7 @@
 #include "Memory.h"
 #include "dialogs/dialog_manager.h"
 #include "events/translation_state.h"
+#include "frame/subsystems.h"
 
 namespace kwe::dialogs {
 namespace {
@@ -92,6 +93,7 @@ using namespace kwe::dialogs;
 KWE_API LRESULT KWE_CALL KWE_UserItem(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
   if (msg != WM_DRAWITEM || !lParam) return 0;
   const auto& dis = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+  if (dis.CtlType == ODT_LISTBOX) return lists::DrawItem(dis);
   DialogPtr d = DialogOfHwnd(hwnd);
   if (!d || (dis.CtlID & 0xFF00) == kCdefIdMark || dis.CtlType != ODT_BUTTON) return 0;
   (void)wParam;

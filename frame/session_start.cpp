@@ -11,11 +11,13 @@
 #include "frame/printing_hooks.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
+#include "text/lists/list_manager.h"
 
 namespace kwe {
 namespace {
 
-constexpr Size kListWorkBlockSize = 4590;
+// The list table: 255 slots of 18 bytes in the 32-bit build.
+constexpr Size kListWorkBlockSize = lists::kTableBytes;
 
 Ptr g_listWorkBlock = nullptr;
 

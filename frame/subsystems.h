@@ -119,6 +119,11 @@ bool FrameOutlinesDefaultButton(const Rect& framed);
 void ButtonFocusChanged(HWND button, bool gained);
 }  // namespace kwe::dialogs
 
+namespace kwe::lists {
+// An owner-drawn list's item (WM_DRAWITEM): true when it was a list's.
+bool DrawItem(const DRAWITEMSTRUCT& dis);
+}  // namespace kwe::lists
+
 namespace kwe::scrap {
 SInt16 ScrapCount();
 // KWE_ActivateApp's call of the host's clipboard procedure (suspend, or

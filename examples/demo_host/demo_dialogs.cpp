@@ -8,6 +8,7 @@
 #include "Dialogs.h"
 #include "KWEWindows.h"
 #include "Menus.h"
+#include "demo_lists.h"
 #include "host_shell.h"
 
 namespace {
@@ -92,6 +93,7 @@ std::vector<std::string> RunSettingsDialog(const std::string& screenshot) {
   KWE_BuildComboBox(d, kPopUp, GetMenu(kSizesMenu), 1);
   SelectRadio(d, kMedium);
   SetControlValue(ControlOf(d, kWrap), 1);
+  ListHandle paper = AddPaperList(d);
   ShowWindo(d);
   SelectWindow(d);
   g_script = Script{KWE_GethWnd(d), screenshot};
@@ -122,6 +124,7 @@ std::vector<std::string> RunSettingsDialog(const std::string& screenshot) {
                 GetControlValue(ControlOf(d, kAutosave)) ? "on" : "off", sizes[size],
                 int(KWE_GetComboBoxSelect(d, kPopUp)));
   lines.push_back(line);
+  lines.push_back("Paper: " + TakePaperChoice(paper));
   lines.push_back(g_script.saved ? "Settings dialog saved to " + screenshot
                                  : "Could not save the settings dialog");
   g_script = Script{};

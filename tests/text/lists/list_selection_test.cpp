@@ -1,0 +1,167 @@
+// Selection: LSetSelect against the list box's selection, and the user's
+// clicks (posted to the list box, as Windows delivers them) read back by
+// LClick with the modifier rules and the double-click answer.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "text/lists/lists_fixture.h"
+
+namespace {
+
+using namespace kwe_test;
+using Ints = std::vector<int>;
+
+class ListSelectionTest : public ListTest {
+ protected:
+  ListHandle Filled(int rows, UInt16 options, int empty = -1) {
+    KWE_LSetSelFlags(options);
+    ListHandle l = MakeList(1, rows);
+    for (int v = 0; v < rows; ++v)
+      if (v != empty) SetCell(l, At(0, v), "row " + std::to_string(v));
+    return l;
+  }
+};
+
+TEST_F(ListSelectionTest, SetSelectShowsInTheListBox) {
+  struct {
+    UInt16 options;
+    std::vector<std::pair<int, bool>> steps;
+    Ints cells, items;
+  } cases[] = {
+      // Multiple selection: each cell on its own.
+      {0x0000, {{1, true}, {3, true}, {1, false}, {4, true}}, {3, 4}, {3, 4}},
+      // lOnlyOne: a new selection moves the old one.
+      {0x0080, {{1, true}, {3, true}}, {3}, {3}},
+      {0x0080, {{2, true}, {2, false}}, {}, {}},
+  };
+  for (const auto& k : cases) {
+    ListHandle l = Filled(5, k.options);
+    for (auto [v, on] : k.steps) LSetSelect(on, At(0, v), l);
+    EXPECT_EQ(SelectedCells(l), k.cells) << k.options;
+    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options;
+    // New texts replace the items and keep their selection.
+    for (int v = 0; v < 5; ++v) SetCell(l, At(0, v), "renamed " + std::to_string(v));
+    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options << " renamed";
+    LDispose(l);
+  }
+}
+
+TEST_F(ListSelectionTest, GetSelectFindsTheFirstSelectedCellInColumnOrder) {
+  KWE_LSetSelFlags(0x0400);  // several columns without a grid: multiple selection
+  ListHandle l = MakeList(3, 3);
+  ASSERT_NE(l, nullptr);
+  LSetSelect(true, At(2, 0), l);
+  LSetSelect(true, At(1, 2), l);
+  Cell c = At(0, 0);
+  ASSERT_TRUE(LGetSelect(true, &c, l));
+  EXPECT_EQ(c.h, 1);
+  EXPECT_EQ(c.v, 2);
+  c = At(1, 0);
+  EXPECT_FALSE(LGetSelect(false, &c, l));
+  // From a cell on: the cell itself counts, and the search goes down the
+  // columns.
+  struct {
+    Cell from;
+    bool found;
+    Cell at;
+  } from[] = {{At(1, 0), true, At(1, 2)}, {At(2, 0), true, At(2, 0)}, {At(2, 1), false, At(2, 1)}};
+  for (const auto& k : from) {
+    c = k.from;
+    EXPECT_EQ(LGetSelect(true, &c, l) != 0, k.found) << k.from.h << "," << k.from.v;
+    EXPECT_EQ(c.h, k.at.h) << k.from.h << "," << k.from.v;
+    EXPECT_EQ(c.v, k.at.v) << k.from.h << "," << k.from.v;
+  }
+  c = At(9, 9);
+  EXPECT_FALSE(LGetSelect(true, &c, l));
+}
+
+TEST_F(ListSelectionTest, ClicksSelectByTheModifierRules) {
+  struct {
+    UInt16 options;
+    std::vector<std::pair<int, WPARAM>> clicks;
+    Ints cells;
+    int lastClick;
+  } cases[] = {
+      {0x0080, {{1, 0}, {3, 0}}, {3}, 3},
+      {0x0080, {{2, 0}, {2, MK_SHIFT}}, {2}, 2},
+      {0x0000, {{1, 0}, {3, MK_SHIFT}}, {1, 2, 3}, 1},
+      {0x0000, {{1, 0}, {3, MK_CONTROL}}, {1, 3}, 1},
+      {0x0000, {{1, 0}, {3, MK_CONTROL}, {1, MK_CONTROL}}, {3}, 3},
+      {0x0000, {{4, 0}, {2, 0}}, {2}, 2},
+  };
+  for (const auto& k : cases) {
+    ListHandle l = Filled(6, k.options);
+    std::string trail;
+    for (auto [item, keys] : k.clicks) {
+      trail += " " + std::to_string(item) + "/" + std::to_string(keys);
+      EXPECT_FALSE(Click(l, item, keys)) << trail;
+    }
+    EXPECT_EQ(SelectedCells(l), k.cells) << k.options << trail;
+    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.cells) << k.options << trail;
+    EXPECT_EQ(LLastClick(l), k.lastClick) << k.options << trail;
+    LDispose(l);
+  }
+}
+
+TEST_F(ListSelectionTest, ClickOnAnEmptyCellKeepsThePreviousSelectionWithNoNilHilite) {
+  for (UInt16 options : {UInt16(0x0082), UInt16(0x0002)}) {
+    ListHandle l = Filled(5, options, 3);
+    Click(l, 1);
+    Click(l, 3);
+    EXPECT_EQ(SelectedCells(l), Ints{1}) << options;
+    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), Ints{1}) << options;
+    LDispose(l);
+  }
+  ListHandle l = Filled(5, 0x0080, 3);
+  Click(l, 3);
+  EXPECT_EQ(SelectedCells(l), Ints{3});
+}
+
+TEST_F(ListSelectionTest, SecondClickOfADoubleClickAnswersTrue) {
+  ListHandle l = Filled(4, 0x0080);
+  EXPECT_FALSE(Click(l, 2));
+  EXPECT_TRUE(Click(l, 1, 0, -1, true));
+  EXPECT_EQ(SelectedCells(l), Ints{1});
+  EXPECT_FALSE(Click(l, 1));
+}
+
+TEST_F(ListSelectionTest, GridClickSelectsTheCellUnderThePoint) {
+  ListHandle l = MakeList(4, 3, Rect{20, 20, 120, 220});
+  for (int h = 0; h < 4; ++h)
+    for (int v = 0; v < 3; ++v) SetCell(l, At(h, v), std::to_string(h) + std::to_string(v));
+  ASSERT_EQ((**l).cellSize.h, 50);
+  Click(l, 1, 0, 2 * 50 + 10);
+  EXPECT_EQ(SelectedCells(l), Ints{2 * 3 + 1});
+  Click(l, 2, 0, 10);
+  EXPECT_EQ(SelectedCells(l), Ints{2});
+  EXPECT_EQ(LLastClick(l), 2);
+  // The grid draws the selected cell in the highlight colour, the others
+  // in the window's.
+  HWND box = KWE_GetHWNDFromListHandle(l);
+  UpdateWindow(box);
+  RECT row;
+  SendMessageA(box, LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row));
+  HDC dc = GetDC(box);
+  EXPECT_EQ(GetPixel(dc, 45, row.bottom - 2), GetSysColor(COLOR_HIGHLIGHT));
+  EXPECT_EQ(GetPixel(dc, 95, row.bottom - 2), GetSysColor(COLOR_WINDOW));
+  ReleaseDC(box, dc);
+}
+
+TEST_F(ListSelectionTest, DeactivationHidesTheSelectionAndActivationRestoresIt) {
+  ListHandle l = Filled(5, 0x0000);
+  LSetSelect(true, At(0, 1), l);
+  LSetSelect(true, At(0, 4), l);
+  HWND box = KWE_GetHWNDFromListHandle(l);
+  LActivate(false, l);
+  EXPECT_EQ((**l).lActive, 0);
+  EXPECT_FALSE(IsWindowEnabled(box));
+  EXPECT_EQ(SelectedItems(box), Ints{});
+  EXPECT_EQ(SelectedCells(l), (Ints{1, 4}));
+  LActivate(true, l);
+  EXPECT_TRUE(IsWindowEnabled(box));
+  EXPECT_EQ(SelectedItems(box), (Ints{1, 4}));
+}
+
+}  // namespace

@@ -1,0 +1,146 @@
+// The calls that size, scroll, draw and activate a list.
+#include <windows.h>
+
+#include <algorithm>
+
+#include "text/lists/list_manager.h"
+
+namespace kwe::lists {
+namespace {
+
+bool Drawing(ListHandle l) { return !(SlotOf(l)->flags & kDrawingOff); }
+
+int FirstSelected(ListHandle l) {
+  for (int i = 0, n = CellCount(l); i < n; ++i)
+    if (Selected(l, i)) return i;
+  return -1;
+}
+
+bool InRect(const Rect& r, Cell c) {
+  return c.v >= r.top && c.v < r.bottom && c.h >= r.left && c.h < r.right;
+}
+
+}  // namespace
+}  // namespace kwe::lists
+
+using namespace kwe::lists;
+
+KWE_API void KWE_CALL KWE_ListUpdateVisible(ListHandle lHandle) {
+  if (IsLive(lHandle)) UpdateVisible(lHandle);
+}
+
+KWE_API void KWE_CALL LDraw(Cell theCell, ListHandle lHandle) {
+  int index = IsLive(lHandle) ? IndexOf(lHandle, theCell) : -1;
+  if (index >= 0) InvalidateCell(lHandle, index);
+}
+
+KWE_API void KWE_CALL LSetDrawingMode(Boolean drawIt, ListHandle lHandle) {
+  Slot* s = SlotOf(IsLive(lHandle) ? lHandle : nullptr);
+  if (!s) return;
+  s->flags = UInt16(drawIt ? s->flags & ~kDrawingOff : s->flags | kDrawingOff);
+  if (drawIt && ExtraOf(lHandle).stale) RefillTexts(lHandle);
+  SendMessageA(s->listBox, WM_SETREDRAW, drawIt ? TRUE : FALSE, 0);
+  if (drawIt)
+    InvalidateRect(s->listBox, nullptr, TRUE);
+  else
+    ValidateRect(s->listBox, nullptr);
+}
+
+KWE_API void KWE_CALL LDoDraw(Boolean drawIt, ListHandle lHandle) {
+  LSetDrawingMode(drawIt, lHandle);
+}
+
+KWE_API void KWE_CALL LSize(SInt16 listWidth, SInt16 listHeight, ListHandle lHandle) {
+  if (!IsLive(lHandle)) return;
+  ListRec& r = **lHandle;
+  if (listWidth >= 1 && listHeight >= 1) {
+    r.rView.right = SInt16(r.rView.left + listWidth);
+    r.rView.bottom = SInt16(r.rView.top + listHeight);
+    if (r.vScroll)
+      (*r.vScroll)->contrlRect.bottom = SInt16((*r.vScroll)->contrlRect.top + listHeight);
+  }
+  PlaceBox(lHandle);
+  UpdateWindow(BoxOf(lHandle));
+  UpdateVisible(lHandle);
+}
+
+KWE_API void KWE_CALL LCellSize(Point cSize, ListHandle lHandle) {
+  if (!IsLive(lHandle) || cSize.v <= 0) return;
+  ListRec& r = **lHandle;
+  r.cellSize.v = cSize.v;
+  if (ExtraOf(lHandle).ownerDrawn && cSize.h > 0) r.cellSize.h = cSize.h;
+  SendMessageA(BoxOf(lHandle), LB_SETITEMHEIGHT, 0, r.cellSize.v);
+  InvalidateRect(BoxOf(lHandle), nullptr, TRUE);
+  UpdateVisible(lHandle);
+}
+
+KWE_API void KWE_CALL LUpdate(RgnHandle, ListHandle lHandle) {
+  if (!IsLive(lHandle)) return;
+  HWND box = BoxOf(lHandle);
+  ++State().drawNesting;
+  InvalidateRect(box, nullptr, TRUE);
+  UpdateWindow(box);
+  --State().drawNesting;
+}
+
+KWE_API void KWE_CALL LScroll(SInt16 dCols, SInt16 dRows, ListHandle lHandle) {
+  if (!IsLive(lHandle)) return;
+  HWND box = BoxOf(lHandle);
+  int rows = std::max(Rows(lHandle), 1);
+  int top = int(SendMessageA(box, LB_GETTOPINDEX, 0, 0));
+  if (ExtraOf(lHandle).grid) {
+    int v = std::max(0, std::min(top + dRows, rows - 1));
+    SendMessageA(box, LB_SETTOPINDEX, WPARAM(v), 0);
+    if (dCols)
+      ScrollColumns(lHandle, SB_THUMBPOSITION,
+                    (**lHandle).visible.left - (**lHandle).dataBounds.left + dCols);
+  } else {
+    int h = std::max(0, std::min(top / rows + dCols, std::max(Columns(lHandle) - 1, 0)));
+    int v = std::max(0, std::min(top % rows + dRows, rows - 1));
+    SendMessageA(box, LB_SETTOPINDEX, WPARAM(h * rows + v), 0);
+  }
+  UpdateVisible(lHandle);
+}
+
+KWE_API void KWE_CALL LAutoScroll(ListHandle lHandle) {
+  if (!IsLive(lHandle) || !((**lHandle).listFlags & 3) || CellCount(lHandle) <= 0) return;
+  int first = FirstSelected(lHandle);
+  if (first < 0) return;
+  UpdateVisible(lHandle);
+  if (InRect((**lHandle).visible, CellAt(lHandle, first))) return;
+  SendMessageA(BoxOf(lHandle), LB_SETTOPINDEX, WPARAM(ItemOf(lHandle, first)), 0);
+  UpdateVisible(lHandle);
+}
+
+KWE_API void KWE_CALL LRect(Rect* cellRect, Cell theCell, ListHandle lHandle) {
+  if (!cellRect) return;
+  *cellRect = Rect{0, 0, 0, 0};
+  int index = IsLive(lHandle) ? IndexOf(lHandle, theCell) : -1;
+  if (index < 0) return;
+  UpdateVisible(lHandle);
+  const ListRec& r = **lHandle;
+  if (!InRect(r.visible, theCell)) return;
+  RECT item{};
+  SendMessageA(BoxOf(lHandle), LB_GETITEMRECT, WPARAM(ItemOf(lHandle, index)),
+               reinterpret_cast<LPARAM>(&item));
+  if (ExtraOf(lHandle).grid) {
+    item.left = (theCell.h - r.visible.left) * r.cellSize.h;
+    item.right = item.left + r.cellSize.h;
+  }
+  *cellRect = Rect{SInt16(item.top + r.rView.top), SInt16(item.left + r.rView.left),
+                   SInt16(item.bottom + r.rView.top), SInt16(item.right + r.rView.left)};
+}
+
+KWE_API void KWE_CALL LActivate(Boolean act, ListHandle lHandle) {
+  if (!IsLive(lHandle)) return;
+  HWND box = BoxOf(lHandle);
+  (**lHandle).lActive = act ? 1 : 0;
+  EnableWindow(box, act ? TRUE : FALSE);
+  if (act)
+    PushSelection(lHandle);
+  else if (GetWindowLongA(box, GWL_STYLE) & LBS_EXTENDEDSEL)
+    SendMessageA(box, LB_SELITEMRANGE, FALSE, MAKELPARAM(0, 0xFFFF));
+  else
+    SendMessageA(box, LB_SETCURSEL, WPARAM(-1), 0);
+  if (Drawing(lHandle)) InvalidateRect(box, nullptr, TRUE);
+}
