@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "KWELists.h"
 #include "KWEWindows.h"
 #include "Lists.h"
 #include "MacWindows.h"

@@ -9,8 +9,6 @@
 #ifndef KWE_LISTS_H
 #define KWE_LISTS_H
 
-#include <windows.h>
-
 #include "Controls.h"
 #include "MacTypes.h"
 #include "Quickdraw.h"
@@ -127,14 +125,16 @@ enum {
 };
 KWE_API UInt16 KWE_CALL KWE_LSetSelFlags(UInt16 flags);
 KWE_API void KWE_CALL KWE_ListUpdateVisible(ListHandle lHandle);
-KWE_API HWND KWE_CALL KWE_GetHWNDFromListHandle(ListHandle lHandle);
 /* Dragging cells out of a list: mode 1 enables it (bit 14 the drag ends
    inside the library's handling, bit 15 the slot's outside flag; param a
    Point of the drag rectangle's size or null); mode 2 answers whether a
    drop was recorded and stores its point in *param. */
 KWE_API SInt32 KWE_CALL KWE_LTearOff(ListHandle lHandle, SInt16 mode, Point* param);
 KWE_API void KWE_CALL KWE_LSetTearOffDragHook(ListHandle lHandle, ProcPtr hook);
-/* The window procedure every list's list box is subclassed with. */
-KWE_API LRESULT CALLBACK K_ListBoxWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/* Windows-side sources see the library's own Win32-typed calls. */
+#if defined(_WINDOWS_) || defined(_WINDOWS_H)
+#include "KWELists.h"
+#endif
 
 #endif

@@ -4,8 +4,6 @@
 #ifndef KWE_QD_OFFSCREEN_H
 #define KWE_QD_OFFSCREEN_H
 
-#include <windows.h>
-
 #include "Quickdraw.h"
 
 /* A CGrafPort followed by the GDHandle given to NewGWorld. */
@@ -47,9 +45,6 @@ KWE_API void KWE_CALL SetPixelsState(PixMapHandle pm, GWorldPixelsState state);
 /* The table gets a new seed, so that colour matching builds it again. */
 KWE_API void KWE_CALL CTabChanged(CTabHandle ctab);
 
-/* The DC the next OpenPort or OpenCPort takes: how bit 0 the shared memory
-   DC, else a new memory DC compatible with the current one. */
-KWE_API HDC KWE_CALL KWE_OffScreenDC(PixMapHandle pm, SInt32 how);
 /* Draws the current port into a bitmap of r until KWE_EndOffScreen (with
    erase, r is first erased); answers whether the buffer is active. */
 KWE_API Boolean KWE_CALL KWE_BeginOffScreen(Boolean erase, const Rect* r);
@@ -62,5 +57,10 @@ KWE_API void KWE_CALL KWE_EndOffScreen(Boolean copy, Boolean excludeUpdate, SInt
 KWE_API Boolean KWE_CALL KWE_OffScreenRotate(PixMapHandle pm, SInt16 angle);
 /* how: 1 mirrors left to right, 2 top to bottom, 3 both. */
 KWE_API Boolean KWE_CALL KWE_OffScreenFlip(PixMapHandle pm, SInt16 how);
+
+/* Windows-side sources see the library's own Win32-typed calls. */
+#if defined(_WINDOWS_) || defined(_WINDOWS_H)
+#include "KWEOffscreen.h"
+#endif
 
 #endif

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 
+#include "KWEOffscreen.h"
 #include "KWEPorts.h"
 #include "Memory.h"
 #include "QDOffscreen.h"

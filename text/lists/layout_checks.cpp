@@ -3,6 +3,7 @@
 // pointer fields in place.
 #include <cstdint>
 
+#include "KWELists.h"
 #include "Lists.h"
 #include "frame/layout_check.h"
 

@@ -4,6 +4,7 @@
 #pragma once
 #include <windows.h>
 
+#include "KWELists.h"
 #include "Lists.h"
 
 namespace kwe {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "KWELists.h"
 #include "Lists.h"
 #include "windows/windows_fixture.h"
 
