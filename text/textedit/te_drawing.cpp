@@ -180,6 +180,11 @@ void DrawLines(TEHandle te, int first, int last, const Rect* area, bool withHili
   int shown = CountShownLines(r);
   last = std::min(last, shown - 1);
   int top = LineTop(te, first);
+  if (first == 0 && top > clip.top) {
+    // Text scrolled down leaves the view's top empty.
+    Rect above{clip.top, clip.left, SInt16(std::min<int>(top, clip.bottom)), clip.right};
+    EraseRect(&above);
+  }
   // Lines wholly above the area are passed over without drawing.
   while (first <= last && top + LineHeightOf(te, first) <= clip.top)
     top += LineHeightOf(te, first++);
