@@ -6,8 +6,6 @@
 #ifndef KWE_TEXTEDIT_H
 #define KWE_TEXTEDIT_H
 
-#include <windows.h>
-
 #include "MacTypes.h"
 #include "Quickdraw.h"
 #include "TextEditStyles.h"
@@ -15,6 +13,10 @@
 enum { teJustLeft = 0, teJustCenter = 1, teJustRight = -1, teFlushDefault = 0 };
 /* The longest text a record holds when text replaces its selection. */
 enum { teMaxLength = 32000 };
+
+/* Win32's window handle type, named without <windows.h>, whose macros
+   would rename Toolbox calls (SetPort, FindWindow) in the includer. */
+struct HWND__;
 
 typedef Boolean(KWE_CALL* WordBreakProcPtr)(Ptr text, SInt16 charPos);
 typedef Boolean(KWE_CALL* TEClickLoopProcPtr)(void);
@@ -43,7 +45,7 @@ typedef struct TERec {
   SInt16 just;
   SInt16 teLength;
   Handle hText;
-  HWND hDispText; /* the bound edit control; 0 for a library-drawn record */
+  struct HWND__* hDispText; /* the bound edit control; 0 for a library-drawn record */
   SInt16 clikStuff;
   SInt16 crOnly;
   union {
@@ -150,6 +152,6 @@ KWE_API void KWE_CALL KWE_SethTEfromhWnd(TEHandle hTE, Boolean force);
 KWE_API void KWE_CALL KWE_MaintainTEFocus(TEHandle hTE);
 /* A record bound to an existing Win32 edit control (the Dialog Manager's
    edit items): no port drawing; null when memory runs out. */
-KWE_API TEHandle KWE_CALL KWE_TENewBound(HWND edit, const Rect* viewRect);
+KWE_API TEHandle KWE_CALL KWE_TENewBound(struct HWND__* edit, const Rect* viewRect);
 
 #endif

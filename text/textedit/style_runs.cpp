@@ -168,6 +168,19 @@ std::vector<UInt8> WriteStyleScrap(const std::vector<ScrpSTElement>& elements) {
   return bytes;
 }
 
+bool MendRunTable(RunTable& t, int length) {
+  if (t.runs.empty() || t.styles.empty() || t.runs.back().startChar != length + 1) return false;
+  if (t.runs.size() > 1 && t.runs[0].startChar != 0) return false;
+  for (STElement& s : t.styles) s.stCount = 0;
+  for (size_t i = 0; i < t.runs.size(); ++i) {
+    const StyleRun& r = t.runs[i];
+    if (r.styleIndex < 0 || r.styleIndex >= int(t.styles.size())) return false;
+    if (i > 0 && r.startChar <= t.runs[i - 1].startChar) return false;
+    t.styles[size_t(r.styleIndex)].stCount++;
+  }
+  return true;
+}
+
 bool RunTableConsistent(const RunTable& t, int length) {
   if (t.runs.empty() || t.styles.empty() || t.runs.back().startChar != length + 1) return false;
   if (t.runs.size() > 1 && t.runs[0].startChar != 0) return false;

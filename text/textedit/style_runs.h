@@ -64,6 +64,11 @@ bool ReadStyleScrap(const void* bytes, size_t size, std::vector<ScrpSTElement>* 
 // The same as bytes.
 std::vector<UInt8> WriteStyleScrap(const std::vector<ScrpSTElement>& elements);
 
+// A table read from a record the application may have filled: false when
+// its runs are out of order, do not end at length + 1 or name entries the
+// table lacks; otherwise the use counts are counted again.
+bool MendRunTable(RunTable& t, int length);
+
 // Runs ordered from 0 to length + 1, style indexes in the table, use counts
 // equal to the runs that use each entry.
 bool RunTableConsistent(const RunTable& t, int length);

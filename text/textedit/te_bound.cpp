@@ -155,7 +155,9 @@ namespace kwe::textedit {
 
 void BoundRefresh(TEHandle te, bool force) {
   TERec* r = Rec(te);
-  if (!r || !r->hText || !IsBound(r)) return;
+  // A control destroyed under the record (its dialog item disposed of)
+  // leaves the record as it was last read.
+  if (!r || !r->hText || !IsBound(r) || !IsWindow(r->hDispText)) return;
   bool changed = force || Send(r, EM_GETMODIFY);
   if (changed) ReadText(r);
   ReadLines(te, changed || !LinesStillTrue(*te) ? 0 : r->nLines);
@@ -165,6 +167,7 @@ void BoundRefresh(TEHandle te, bool force) {
 void BoundReplace(TEHandle te, const UInt8* text, int length, bool before) {
   BoundRefresh(te, false);
   TERec* r = *te;
+  if (!IsWindow(r->hDispText)) return;
   int start = r->selStart, end = r->selEnd, oldLength = r->teLength;
   Edit(te, start, before ? start : end, text, text ? length : 0);
   int added = (*te)->teLength - oldLength;
@@ -173,6 +176,7 @@ void BoundReplace(TEHandle te, const UInt8* text, int length, bool before) {
 
 void BoundSelect(TEHandle te, int start, int end) {
   TERec* r = *te;
+  if (!IsWindow(r->hDispText)) return;
   end = std::min<int>(end, r->teLength);
   Send(r, EM_SETSEL, WPARAM(ControlOffset(r, start)), LPARAM(ControlOffset(r, end)));
   Send(r, EM_SCROLLCARET);
@@ -183,6 +187,7 @@ void BoundSelect(TEHandle te, int start, int end) {
 void BoundKey(TEHandle te, UInt8 key) {
   BoundRefresh(te, false);
   TERec* r = *te;
+  if (!IsWindow(r->hDispText)) return;
   int start = r->selStart, end = r->selEnd;
   if (key == 8 || key == 127) {
     if (start == end) {
@@ -199,6 +204,7 @@ void BoundKey(TEHandle te, UInt8 key) {
 
 void BoundSetText(TEHandle te, const UInt8* text, int length) {
   TERec* r = *te;
+  if (!IsWindow(r->hDispText)) return;
   std::vector<char> ansi = ToControl(text, length);
   SendMessageA(r->hDispText, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(ansi.data()));
   if (!SpliceText(r, 0, r->teLength, text, length)) return BoundRefresh(te, true);

@@ -61,17 +61,16 @@ int Replace(TEHandle te, int start, int end, const UInt8* text, int length,
       SetCaret(te, false);
   }
   std::vector<ScrpSTElement> typed;
-  if (IsStyled(r) && !styles) typed.push_back(InsertionStyle(r, start));
+  RunTable t;
+  bool styled = IsStyled(r) && LoadRuns(r, &t);
+  if (styled && !styles) typed.push_back(InsertionStyle(r, start));
   if (!SpliceText(r, start, end, text, length)) length = 0, end = start;
   int delta = length - (end - start);
-  if (IsStyled(r)) {
-    RunTable t;
-    if (LoadRuns(r, &t)) {
-      PortScope scope(te);
-      RemoveRuns(t, start, end - start);
-      InsertRuns(t, start, length, styles ? *styles : typed, MeasureInPort);
-      StoreRuns(*te, t);
-    }
+  if (styled) {
+    PortScope scope(te);
+    RemoveRuns(t, start, end - start);
+    InsertRuns(t, start, length, styles ? *styles : typed, MeasureInPort);
+    StoreRuns(*te, t);
   }
   int first = Relayout(te, start, length, delta);
   r = *te;

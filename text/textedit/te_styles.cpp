@@ -74,12 +74,17 @@ void AfterRestyle(TEHandle te, int start, int end, bool redraw) {
 
 bool LoadRuns(const TERec* r, RunTable* t) {
   TEStyleHandle s = StylesOf(r);
-  if (!s || !*s) return false;
+  if (!s || !*s || GetHandleSize(Handle(s)) < kStyleRecordBase) return false;
   const TEStyleRec* st = *s;
+  // The style record may be one the application handed over: its counts
+  // are checked against its handles' sizes before anything is read.
   if (st->nRuns < 1 || st->nStyles < 1 || !st->styleTab || !*st->styleTab) return false;
+  if (GetHandleSize(Handle(s)) < kStyleRecordBase + Size(st->nRuns * sizeof(StyleRun)) ||
+      GetHandleSize(Handle(st->styleTab)) < Size(st->nStyles * sizeof(STElement)))
+    return false;
   t->runs.assign(st->runs, st->runs + st->nRuns);
   t->styles.assign(*st->styleTab, *st->styleTab + st->nStyles);
-  return true;
+  return MendRunTable(*t, r->teLength);
 }
 
 bool StoreRuns(TERec* r, const RunTable& t) {

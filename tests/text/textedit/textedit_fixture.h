@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+// <windows.h> first: Quickdraw.h then undoes the macros it lays over SetPort.
+#include <windows.h>
+
 #include "Memory.h"
 #include "TextEdit.h"
 #include "windows/windows_fixture.h"
