@@ -64,11 +64,11 @@ void ReadLines(TEHandle te, int first) {
   first = std::clamp(first, 0, std::max<int>(r->nLines, 0));
   if (first > count) first = 0;
   std::vector<SInt16> starts(r->lineStarts, r->lineStarts + first);
-  int offset = first ? r->lineStarts[first] : 0;
-  int at = int(Send(r, EM_LINEINDEX, WPARAM(first)));
+  int offset = first ? r->lineStarts[first] : 0, at = -1;
   const UInt8* text = TextOf(r);
   for (int line = first; line < count && offset < r->teLength; ++line) {
     int control = int(Send(r, EM_LINEINDEX, WPARAM(line)));
+    if (at < 0) at = control;
     while (at < control && offset < r->teLength) at += text[offset++] == kReturn ? 2 : 1;
     if (offset >= r->teLength) break;
     starts.push_back(SInt16(offset));
@@ -104,11 +104,42 @@ bool LinesStillTrue(const TERec* r) {
   return true;
 }
 
-void ReadSelection(TERec* r) {
+// The control as the record last left it: its selection and width. A key
+// or a refresh that finds it so has nothing to read back but the scroll
+// position (one record at a time: the one being typed into).
+struct Known {
+  TEHandle te = nullptr;
+  HWND control = nullptr;
+  DWORD start = 0, end = 0;
+  LONG width = 0;
+};
+Known g_known;
+
+LONG WidthOf(HWND control) {
+  RECT client;
+  GetClientRect(control, &client);
+  return client.right;
+}
+
+void Remember(TEHandle te, DWORD start, DWORD end) {
+  g_known = Known{te, (*te)->hDispText, start, end, WidthOf((*te)->hDispText)};
+}
+
+bool AsLeft(TEHandle te) {
+  const TERec* r = *te;
+  if (g_known.te != te || g_known.control != r->hDispText) return false;
+  DWORD start = 0, end = 0;
+  Send(r, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return start == g_known.start && end == g_known.end && WidthOf(r->hDispText) == g_known.width;
+}
+
+void ReadSelection(TEHandle te) {
+  TERec* r = *te;
   DWORD start = 0, end = 0;
   Send(r, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
   r->selStart = SInt16(RecordOffset(r, int(start)));
   r->selEnd = SInt16(RecordOffset(r, int(end)));
+  Remember(te, start, end);
 }
 
 void ReadText(TERec* r) {
@@ -134,38 +165,60 @@ void Edit(TEHandle te, int start, int end, const UInt8* text, int length) {
   TERec* r = *te;
   length = std::clamp(length, 0, kMaxText - (r->teLength - (end - start)));
   std::vector<char> ansi = ToControl(text, length);
-  Send(r, EM_SETSEL, WPARAM(ControlOffset(r, start)), LPARAM(ControlOffset(r, end)));
+  // Typing over the selection the control already holds needs no EM_SETSEL.
+  bool held = g_known.te == te && start == r->selStart && end == r->selEnd;
+  int controlStart = held ? int(g_known.start) : ControlOffset(r, start);
+  if (!held) Send(r, EM_SETSEL, WPARAM(controlStart), LPARAM(ControlOffset(r, end)));
   Send(r, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(ansi.data()));
-  bool singleLine = !(GetWindowLongA(r->hDispText, GWL_STYLE) & ES_MULTILINE);
   bool hasReturn = std::find(text, text + length, kReturn) != text + length;
-  if ((singleLine && hasReturn) || !SpliceText(r, start, end, text, length)) {
+  bool singleLine = hasReturn && !(GetWindowLongA(r->hDispText, GWL_STYLE) & ES_MULTILINE);
+  if (singleLine || !SpliceText(r, start, end, text, length)) {
     // A single-line control keeps its own idea of a return: read it back.
     ReadText(r);
     ReadLines(te, 0);
-  } else {
-    Send(r, EM_SETMODIFY, FALSE);
-    ReadLines(te, std::max(0, LineOf(r, start) - 1));
+    return ReadSelection(te);
   }
-  ReadSelection(*te);
+  Send(r, EM_SETMODIFY, FALSE);
+  ReadLines(te, std::max(0, LineOf(r, start) - 1));
+  // The control's caret stands after what it was given.
+  r = *te;
+  r->selStart = r->selEnd = SInt16(start + length);
+  DWORD caret = DWORD(controlStart) + DWORD(ansi.size() - 1);
+  Remember(te, caret, caret);
 }
 
 }  // namespace
 
 namespace kwe::textedit {
 
+// The record brought up to date with its control; false when the control
+// is as the record left it (its scroll position not read).
+static bool Sync(TEHandle te, bool force);
+
 void BoundRefresh(TEHandle te, bool force) {
+  if (!Sync(te, force) && Rec(te)) ReadLines(te, (*te)->nLines);
+}
+
+static bool Sync(TEHandle te, bool force) {
   TERec* r = Rec(te);
   // A control destroyed under the record (its dialog item disposed of)
   // leaves the record as it was last read.
-  if (!r || !r->hText || !IsBound(r) || !IsWindow(r->hDispText)) return;
+  if (!r || !r->hText || !IsBound(r) || !IsWindow(r->hDispText)) return true;
   bool changed = force || Send(r, EM_GETMODIFY);
+  if (!changed && AsLeft(te)) return false;
+  // WM_SETTEXT from elsewhere clears the modified flag: a length that no
+  // longer matches the record's text tells of it.
+  const UInt8* text = TextOf(r);
+  int expected = r->teLength + int(std::count(text, text + r->teLength, kReturn));
+  changed = changed || GetWindowTextLengthA(r->hDispText) != expected;
   if (changed) ReadText(r);
   ReadLines(te, changed || !LinesStillTrue(*te) ? 0 : r->nLines);
-  ReadSelection(*te);
+  ReadSelection(te);
+  return true;
 }
 
 void BoundReplace(TEHandle te, const UInt8* text, int length, bool before) {
-  BoundRefresh(te, false);
+  Sync(te, false);
   TERec* r = *te;
   if (!IsWindow(r->hDispText)) return;
   int start = r->selStart, end = r->selEnd, oldLength = r->teLength;
@@ -181,11 +234,11 @@ void BoundSelect(TEHandle te, int start, int end) {
   Send(r, EM_SETSEL, WPARAM(ControlOffset(r, start)), LPARAM(ControlOffset(r, end)));
   Send(r, EM_SCROLLCARET);
   ReadLines(te, LinesStillTrue(*te) ? r->nLines : 0);
-  ReadSelection(*te);
+  ReadSelection(te);
 }
 
 void BoundKey(TEHandle te, UInt8 key) {
-  BoundRefresh(te, false);
+  Sync(te, false);
   TERec* r = *te;
   if (!IsWindow(r->hDispText)) return;
   int start = r->selStart, end = r->selEnd;
@@ -210,7 +263,7 @@ void BoundSetText(TEHandle te, const UInt8* text, int length) {
   if (!SpliceText(r, 0, r->teLength, text, length)) return BoundRefresh(te, true);
   Send(*te, EM_SETMODIFY, FALSE);
   ReadLines(te, 0);
-  ReadSelection(*te);
+  ReadSelection(te);
 }
 
 }  // namespace kwe::textedit
@@ -235,6 +288,14 @@ KWE_API TEHandle KWE_CALL KWE_TENewBound(HWND edit, const Rect* viewRect) {
 }
 
 KWE_API void KWE_CALL KWE_SethTEfromhWnd(TEHandle hTE, Boolean force) { BoundRefresh(hTE, force); }
+
+namespace kwe::textedit {
+
+void ForgetBound(TEHandle te) {
+  if (g_known.te == te) g_known = Known{};
+}
+
+}  // namespace kwe::textedit
 
 KWE_API void KWE_CALL KWE_MaintainTEFocus(TEHandle hTE) {
   TERec* r = Usable(hTE);

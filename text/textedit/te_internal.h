@@ -128,5 +128,7 @@ void BoundReplace(TEHandle te, const UInt8* text, int length, bool before = fals
 void BoundSelect(TEHandle te, int start, int end);
 void BoundKey(TEHandle te, UInt8 key);
 void BoundSetText(TEHandle te, const UInt8* text, int length);
+// A record going away: nothing remembered of its control may outlive it.
+void ForgetBound(TEHandle te);
 
 }  // namespace kwe::textedit

@@ -130,6 +130,7 @@ KWE_API void KWE_CALL TEDispose(TEHandle hTE) {
   if (r->hText) DisposeHandle(r->hText);
   if (r->clikLoop != SimpleClikProc) kwe::ReleaseHostProcedure(ProcPtr(r->clikLoop));
   if (g_clicking == hTE) g_clicking = nullptr;
+  ForgetBound(hTE);
   DisposeHandle(reinterpret_cast<Handle>(hTE));
 }
 
