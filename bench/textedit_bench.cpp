@@ -66,22 +66,17 @@ void Typing(WindowPtr w, const std::string& text) {
     for (char c : text) SendMessageA(raw, WM_CHAR, WPARAM(UInt8(c)), 1);
     Pump();
   };
-  kwe_bench::CompareByRound(
-      "TEKey typing (library-drawn) vs WM_CHAR", kRounds, kCharacters, 1e6, "us",
-      [&] {
-        TESetText("", 0, drawn);
-        for (char c : text) TEKey(SInt16(UInt8(c)), drawn);
-        Pump();
-      },
-      typeRaw);
-  kwe_bench::CompareByRound(
-      "TEKey typing (bound to an edit) vs WM_CHAR", kRounds, kCharacters, 1e6, "us",
-      [&] {
-        TESetText("", 0, follows);
-        for (char c : text) TEKey(SInt16(UInt8(c)), follows);
-        Pump();
-      },
-      typeRaw);
+  for (TEHandle te : {drawn, follows})
+    kwe_bench::CompareByRound(
+        te == drawn ? "TEKey typing (library-drawn) vs WM_CHAR"
+                    : "TEKey typing (bound to an edit) vs WM_CHAR",
+        kRounds, kCharacters, 1e6, "us",
+        [&] {
+          TESetText("", 0, te);
+          for (char c : text) TEKey(SInt16(UInt8(c)), te);
+          Pump();
+        },
+        typeRaw);
   TEDispose(drawn);
   TEDispose(follows);
   DestroyWindow(raw);
@@ -102,24 +97,18 @@ void SettingText(WindowPtr w, const std::string& text) {
       SendMessageA(raw, EM_GETLINECOUNT, 0, 0);
     }
   };
-  kwe_bench::CompareByRound(
-      "TESetText 30 KB + TECalText (library-drawn) vs WM_SETTEXT", 3 * kRounds, 10, 1e3, "ms",
-      [&] {
-        for (int i = 0; i < 10; ++i) {
-          TESetText(text.data(), SInt32(text.size()), drawn);
-          TECalText(drawn);
-        }
-      },
-      setRaw);
-  kwe_bench::CompareByRound(
-      "TESetText 30 KB + TECalText (bound) vs WM_SETTEXT", 3 * kRounds, 10, 1e3, "ms",
-      [&] {
-        for (int i = 0; i < 10; ++i) {
-          TESetText(text.data(), SInt32(text.size()), follows);
-          TECalText(follows);
-        }
-      },
-      setRaw);
+  for (TEHandle te : {drawn, follows})
+    kwe_bench::CompareByRound(
+        te == drawn ? "TESetText 30 KB + TECalText (library-drawn) vs WM_SETTEXT"
+                    : "TESetText 30 KB + TECalText (bound) vs WM_SETTEXT",
+        3 * kRounds, 10, 1e3, "ms",
+        [&] {
+          for (int i = 0; i < 10; ++i) {
+            TESetText(text.data(), SInt32(text.size()), te);
+            TECalText(te);
+          }
+        },
+        setRaw);
   TEDispose(drawn);
   TEDispose(follows);
   DestroyWindow(raw);

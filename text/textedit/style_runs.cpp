@@ -170,6 +170,8 @@ std::vector<UInt8> WriteStyleScrap(const std::vector<ScrpSTElement>& elements) {
 
 bool MendRunTable(RunTable& t, int length) {
   if (t.runs.empty() || t.styles.empty() || t.runs.back().startChar != length + 1) return false;
+  // The end marker stands alone only before any text is inserted.
+  if (t.runs.size() == 1 && length != 0) return false;
   if (t.runs.size() > 1 && t.runs[0].startChar != 0) return false;
   for (STElement& s : t.styles) s.stCount = 0;
   for (size_t i = 0; i < t.runs.size(); ++i) {
@@ -183,6 +185,7 @@ bool MendRunTable(RunTable& t, int length) {
 
 bool RunTableConsistent(const RunTable& t, int length) {
   if (t.runs.empty() || t.styles.empty() || t.runs.back().startChar != length + 1) return false;
+  if (t.runs.size() == 1 && length != 0) return false;
   if (t.runs.size() > 1 && t.runs[0].startChar != 0) return false;
   std::vector<int> uses(t.styles.size());
   for (size_t i = 0; i < t.runs.size(); ++i) {

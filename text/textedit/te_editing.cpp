@@ -90,22 +90,16 @@ int Replace(TEHandle te, int start, int end, const UInt8* text, int length,
 
 namespace {
 
-bool IsBreakAt(const TERec* r, int at) {
-  const UInt8* text = TextOf(r);
-  if (r->wordBreak == SimpleWordBreak || !r->wordBreak) return text[at] < 33;
-  return r->wordBreak(reinterpret_cast<Ptr>(const_cast<UInt8*>(text)), SInt16(at)) != 0;
-}
-
 // The word around offset, as the record's word-break procedure sees words.
 void WordAround(const TERec* r, int offset, int* start, int* end) {
   int a = std::clamp<int>(offset, 0, r->teLength), b = a;
-  if (a < r->teLength && IsBreakAt(r, a)) {
+  if (a < r->teLength && IsBreak(r, a)) {
     *start = a;
     *end = a + 1;
     return;
   }
-  while (a > 0 && !IsBreakAt(r, a - 1)) --a;
-  while (b < r->teLength && !IsBreakAt(r, b)) ++b;
+  while (a > 0 && !IsBreak(r, a - 1)) --a;
+  while (b < r->teLength && !IsBreak(r, b)) ++b;
   *start = a;
   *end = b;
 }

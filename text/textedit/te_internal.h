@@ -35,6 +35,14 @@ inline UInt8* TextOf(const TERec* r) {
 inline bool AutoView(const TERec* r) { return (r->active & 2) != 0; }
 inline bool Active(const TERec* r) { return (r->active & 1) != 0; }
 
+// Whether the character at is a break between words, by the record's
+// word-break procedure (the library's own is answered without a call).
+inline bool IsBreak(const TERec* r, int at) {
+  const UInt8* text = TextOf(r);
+  if (r->wordBreak == SimpleWordBreak || !r->wordBreak) return text[at] < 33;
+  return r->wordBreak(reinterpret_cast<Ptr>(const_cast<UInt8*>(text)), SInt16(at)) != 0;
+}
+
 // Room for count line starts; false (nothing changed) when memory runs out.
 bool EnsureLineRoom(TEHandle te, int count);
 

@@ -13,11 +13,6 @@ namespace {
 
 constexpr UInt8 kReturn = 13;
 
-bool IsBreak(const TERec* r, const UInt8* text, int at) {
-  if (r->wordBreak == SimpleWordBreak || !r->wordBreak) return text[at] < 33;
-  return r->wordBreak(reinterpret_cast<Ptr>(const_cast<UInt8*>(text)), SInt16(at)) != 0;
-}
-
 // The start of the line after the one starting at start.
 int LineEnd(TEHandle te, int start) {
   const TERec* r = *te;
@@ -31,12 +26,12 @@ int LineEnd(TEHandle te, int start) {
   int width = r->destRect.right - r->destRect.left, used = 0, pos = start;
   while (pos < length) {
     int word = pos;
-    while (word < length && IsBreak(*te, text, word)) {
+    while (word < length && IsBreak(*te, word)) {
       if (text[word] == kReturn) return word + 1;
       ++word;
     }
     int end = word;
-    while (end < length && !IsBreak(*te, text, end)) ++end;
+    while (end < length && !IsBreak(*te, end)) ++end;
     int piece = MeasureSpan(te, pos, end);
     if (used + piece > width && end > word) {
       if (word > start) return word;
@@ -105,25 +100,22 @@ int LineOf(const TERec* r, int offset) {
   return std::clamp(line, 0, n - 1);
 }
 
-int LineHeightOf(TEHandle te, int line) {
+// A line's height and ascent: the record's own, or for a styled record its
+// entry in the line-height table (the last run's style past the table).
+static LHElement LineMetrics(TEHandle te, int line) {
   const TERec* r = *te;
   TEStyleHandle s = StylesOf(r);
-  if (!s) return r->lineHeight;
+  if (!s) return LHElement{r->lineHeight, r->fontAscent};
   LHHandle table = (*s)->lhTab;
   if (line < r->nLines && table && GetHandleSize(Handle(table)) > Size(line * sizeof(LHElement)))
-    return (*table)[line].lhHeight;
-  return (*(*s)->styleTab)[(*s)->runs[std::max(0, (*s)->nRuns - 2)].styleIndex].stHeight;
+    return (*table)[line];
+  const STElement& last = (*(*s)->styleTab)[(*s)->runs[std::max(0, (*s)->nRuns - 2)].styleIndex];
+  return LHElement{last.stHeight, last.stAscent};
 }
 
-int LineAscentOf(TEHandle te, int line) {
-  const TERec* r = *te;
-  TEStyleHandle s = StylesOf(r);
-  if (!s) return r->fontAscent;
-  LHHandle table = (*s)->lhTab;
-  if (line < r->nLines && table && GetHandleSize(Handle(table)) > Size(line * sizeof(LHElement)))
-    return (*table)[line].lhAscent;
-  return (*(*s)->styleTab)[(*s)->runs[std::max(0, (*s)->nRuns - 2)].styleIndex].stAscent;
-}
+int LineHeightOf(TEHandle te, int line) { return LineMetrics(te, line).lhHeight; }
+
+int LineAscentOf(TEHandle te, int line) { return LineMetrics(te, line).lhAscent; }
 
 int LineTop(TEHandle te, int line) {
   const TERec* r = *te;

@@ -60,11 +60,9 @@ void PasteScrap(TEHandle te, const std::vector<ScrpSTElement>* styles) {
 }  // namespace
 
 KWE_API OSErr KWE_CALL TEFromScrap(void) {
-  Handle& scrap = ScrapHandle();
-  if (!scrap) scrap = NewHandle(0);
   SInt32 offset = 0;
   Handle incoming = NewHandle(0);
-  if (!scrap || !incoming) return noErr;
+  if (!incoming) return noErr;
   SInt32 length = GetScrap(incoming, kText, &offset);
   if (length >= 0)
     FillScrap(reinterpret_cast<const UInt8*>(*incoming), int(std::min<SInt32>(length, kMaxText)));
