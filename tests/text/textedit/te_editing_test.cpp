@@ -146,8 +146,8 @@ TEST_F(EditScript, KeysAtTheEdgesAndArrows) {
     SInt16 key;
     int caret;
   } cases[] = {
-      {0, 0, 28, 0},   {3, 3, 28, 2},  {2, 5, 29, 6}, {13, 13, 29, 13},
-      {10, 10, 30, 2}, {2, 2, 31, 10}, {2, 2, 30, 2},
+      {0, 0, 28, 0},    {3, 3, 28, 2},   {4, 7, 28, 3},  {2, 5, 29, 6},
+      {13, 13, 29, 13}, {10, 10, 30, 2}, {2, 2, 31, 10}, {2, 2, 30, 2},
   };
   for (const Case& c : cases) {
     TESetSelect(c.start, c.end, te);
@@ -162,6 +162,10 @@ TEST_F(EditScript, LongWordsBreakInsideAndReturnsOnlyWithCrOnly) {
   SetText(te, "abcdefghijklmnopqrstuvwxyzabcdefghijklmnop end");
   EXPECT_GE((*te)->nLines, 3) << ::testing::PrintToString(StartsOf(te));
   EXPECT_TRUE(LinesTrue(te));
+  // A word that ends exactly at destRect's right edge stays on its line.
+  (*te)->destRect.right = SInt16((*te)->destRect.left + TextWidth("exact fit", 0, 9));
+  SetText(te, "exact fit more");
+  EXPECT_EQ(StartsOf(te), (std::vector<int>{0, 10, 14}));
   (*te)->crOnly = -1;
   SetText(te, "a long paragraph that would wrap many times\rsecond");
   EXPECT_EQ((*te)->nLines, 2);
