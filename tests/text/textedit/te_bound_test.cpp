@@ -91,6 +91,11 @@ TEST_F(BoundRecord, KeysAtTheEdgesAndTheLimit) {
   TESetSelect(5, 5, te);
   TEKey(127, te);
   EXPECT_EQ(ControlText(edit), "ab\rcd");
+  TESetSelect(1, 1, te);
+  TEKey(127, te);  // Delete takes the character after the caret
+  EXPECT_EQ(ControlText(edit), "a\rcd");
+  TESetSelect(1, 1, te);
+  TEKey('b', te);
   TESetSelect(3, 3, te);
   TEKey(8, te);  // the return before the caret goes, both halves of CR-LF
   EXPECT_EQ(ControlText(edit), "abcd");

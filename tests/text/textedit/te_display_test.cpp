@@ -151,6 +151,11 @@ TEST_F(Display, ScrollingMovesTheTextAndPinsAtTheBottom) {
   EXPECT_EQ(bottom, view.bottom);
   TEPinScroll(0, -10, te);
   EXPECT_EQ((*te)->destRect.top + (*te)->lineHeight * (*te)->nLines, view.bottom);
+  // Text that ends inside the view is not scrolled at all.
+  TEHandle shortText = Record({100, 20, 200, 220});
+  SetText(shortText, "one line");
+  TEPinScroll(0, -20, shortText);
+  EXPECT_EQ((*shortText)->destRect.top, 100);
   TEAutoView(true, te);
   TESetSelect(0, 0, te);
   EXPECT_EQ((*te)->destRect.top, view.top);
