@@ -170,9 +170,11 @@ std::vector<UInt8> WriteStyleScrap(const std::vector<ScrpSTElement>& elements) {
 
 bool MendRunTable(RunTable& t, int length) {
   if (t.runs.empty() || t.styles.empty() || t.runs.back().startChar != length + 1) return false;
-  // The end marker stands alone only before any text is inserted.
+  // The end marker stands alone only before any text is inserted, and no
+  // other run starts where the text ends.
   if (t.runs.size() == 1 && length != 0) return false;
   if (t.runs.size() > 1 && t.runs[0].startChar != 0) return false;
+  if (t.runs.size() > 1 && t.runs[t.runs.size() - 2].startChar >= length) return false;
   for (STElement& s : t.styles) s.stCount = 0;
   for (size_t i = 0; i < t.runs.size(); ++i) {
     const StyleRun& r = t.runs[i];
