@@ -9,6 +9,7 @@
 #include "Memory.h"
 #include "Resources.h"
 #include "dialogs/dialog_manager.h"
+#include "dialogs/edit_items.h"
 #include "frame/session.h"
 #include "frame/unsupported.h"
 #include "windows/window_manager.h"
@@ -154,6 +155,7 @@ KWE_API void KWE_CALL CloseDialog(DialogPtr theDialog) {
   for (int k = 0; k < 4; ++k)
     if (st.paramDialog[k] == theDialog) st.paramDialog[k] = nullptr;
   if (st.modalDialog == theDialog) st.modalDialog = nullptr;
+  DisposeEditRecord(theDialog);
   Unregister(theDialog);
   CloseWindo(theDialog);
 }

@@ -76,6 +76,7 @@ bool HandleEvent(DialogPtr d, const EventRecord& e, SInt16* itemHit) {
     case keyDown:
     case autoKey:
       Navigate(d, e);
+      RefreshEditRecord(d);
       if (Dlg(d)->editField >= 0) {
         *itemHit = SInt16(Dlg(d)->editField + 1);
         hit = true;
@@ -124,6 +125,7 @@ bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRec
   int item = ItemOfChild(control);
   if (IsEditChild(control)) {
     if (notification == EN_SETFOCUS) Dlg(d)->editField = SInt16(item - 1);
+    if (notification == EN_SETFOCUS && !State().buildNesting) BindEditRecord(d, control);
     if (notification == EN_KILLFOCUS && Dlg(d)->editField == item - 1) Dlg(d)->editField = -1;
     return false;
   }

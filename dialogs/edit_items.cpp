@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "Dialogs.h"
+#include "KWEWindows.h"
+#include "TextEdit.h"
 #include "dialogs/dialog_manager.h"
 #include "frame/session.h"
 #include "memory/character_conversion.h"
@@ -74,6 +76,38 @@ void SelectEditText(HWND child, int start, int end) {
   SetFocus(child);
   SendMessageA(child, EM_SETSEL, WPARAM(start), LPARAM(end));
   SendMessageA(child, EM_SCROLLCARET, 0, 0);
+  WindowPtr dialog = nullptr;
+  if (KWE_GetwPtr(GetParent(child), &dialog)) BindEditRecord(dialog, child);
+}
+
+void BindEditRecord(DialogPtr dialog, HWND child) {
+  if (!dialog || !IsEditChild(child)) return;
+  DialogPeek d = reinterpret_cast<DialogPeek>(dialog);
+  RECT place;
+  GetWindowRect(child, &place);
+  MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&place), 2);
+  Rect view{SInt16(place.top), SInt16(place.left), SInt16(place.bottom), SInt16(place.right)};
+  if (!d->textH) {
+    d->textH = KWE_TENewBound(child, &view);
+    return;
+  }
+  TERec* r = *d->textH;
+  if (r->hDispText == child) return KWE_SethTEfromhWnd(d->textH, false);
+  r->hDispText = child;
+  r->viewRect = r->destRect = view;
+  KWE_SethTEfromhWnd(d->textH, true);
+}
+
+void RefreshEditRecord(DialogPtr dialog) {
+  DialogPeek d = reinterpret_cast<DialogPeek>(dialog);
+  if (d && d->textH && d->editField >= 0) KWE_SethTEfromhWnd(d->textH, false);
+}
+
+void DisposeEditRecord(DialogPtr dialog) {
+  DialogPeek d = reinterpret_cast<DialogPeek>(dialog);
+  if (!d || !d->textH) return;
+  TEDispose(d->textH);
+  d->textH = nullptr;
 }
 
 void RunEditCommand(HWND child, EditCommand command) {

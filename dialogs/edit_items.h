@@ -1,10 +1,12 @@
 // Everything that touches an edit item's text and selection. Edit items are
-// Win32 "edit" children until TextEdit takes them over: then only this
-// header's implementation (edit_items.cpp) changes, not its callers.
+// Win32 "edit" children, and the dialog's TextEdit record (textH) is bound
+// to the one that holds the focus, so the application reads its text and
+// selection from the record as on the Macintosh.
 #pragma once
 #include <windows.h>
 
 #include "MacTypes.h"
+#include "MacWindows.h"
 
 namespace kwe::dialogs {
 
@@ -21,5 +23,10 @@ void GetEditText(HWND child, Str255 text);
 void SelectEditText(HWND child, int start, int end);
 enum class EditCommand { Cut, Copy, Paste, Clear };
 void RunEditCommand(HWND child, EditCommand command);
+// The dialog's record bound to child (made on first use), and read again.
+void BindEditRecord(DialogPtr dialog, HWND child);
+// The record read again from its control, as before a key event.
+void RefreshEditRecord(DialogPtr dialog);
+void DisposeEditRecord(DialogPtr dialog);
 
 }  // namespace kwe::dialogs

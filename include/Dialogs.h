@@ -51,7 +51,7 @@ enum { overlayDITL = 0, appendDITLRight = 1, appendDITLBottom = 2 };
 typedef struct DialogRecord {
   WindowRecord window;
   Handle items;
-  TEHandle textH;   /* 0 until TextEdit takes the edit items over */
+  TEHandle textH;   /* bound to the edit item that has the focus; 0 without one */
   SInt16 editField; /* item number - 1 of the current edit item, -1 none */
   SInt16 editOpen;
   SInt16 aDefItem;

@@ -15,6 +15,7 @@
 #include "demo_today.h"
 #include "document_windows.h"
 #include "host_shell.h"
+#include "notes_window.h"
 #include "quickdraw_scene.h"
 #include "toolbox_tour.h"
 
@@ -35,6 +36,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   SetUpMenuBar();  // from the application's resource file, open now
   // The document windows stand to the right of the tour's lines.
   OpenDocumentWindows(560, 20);
+  OpenNotesWindow(Rect{470, 560, 690, 990});
   PostMenuInput(main);
   PostDemoInput(main, KWE_GethWnd(DocumentWindow(0)), POINT{40, 110});
   // The event loop's lines go above the patterns' line and its swatches.
@@ -53,6 +55,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   std::printf("%s %s\n", saved ? "Screenshot saved to" : "Could not save", screenshot.c_str());
   std::fflush(stdout);
   SetScenePainter(nullptr);
+  CloseNotesWindow();
   CloseDocumentWindows();
   EndQuickDraw();
   EndHost(main);

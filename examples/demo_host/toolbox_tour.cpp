@@ -13,6 +13,7 @@
 #include "ToolUtils.h"
 #include "demo_menus.h"
 #include "document_windows.h"
+#include "notes_window.h"
 
 namespace {
 
@@ -180,12 +181,14 @@ std::vector<std::string> RunEventLoop() {
   while (TickCount() - start < 5 * 1000 / 16) {
     EventRecord e;
     if (!WaitNextEvent(everyEvent, &e, quit ? 0 : 30, nullptr)) {
+      HandleNotesEvent(e);
       if (quit) break;
       ++nulls;
       continue;
     }
     std::string said = HandleMenuEvent(e);
     if (said.empty()) said = HandleDocumentEvent(e);
+    if (said.empty()) said = HandleNotesEvent(e);
     if (said.empty()) said = Described(e, quit);
     if (lines.back().size() + said.size() > 78) lines.push_back("   ");
     lines.back() += said;
@@ -199,7 +202,8 @@ void KeepRunning(UInt32 ticks) {
   UInt32 start = TickCount();
   while (TickCount() - start < ticks) {
     EventRecord e;
-    if (WaitNextEvent(everyEvent, &e, 2, nullptr)) HandleDocumentEvent(e);
+    if (WaitNextEvent(everyEvent, &e, 2, nullptr) && HandleDocumentEvent(e).empty())
+      HandleNotesEvent(e);
   }
 }
 

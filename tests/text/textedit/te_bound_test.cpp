@@ -1,0 +1,138 @@
+// Records bound to a real edit control: what the user types into the
+// control (posted WM_CHAR and WM_KEYDOWN) and what the application does
+// through TextEdit, in a seeded script; after every step the record's text,
+// line starts and selection agree with what the control holds.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "text/textedit/textedit_fixture.h"
+
+namespace kwe_test {
+namespace {
+
+class BoundRecord : public TextEditTest {
+ protected:
+  void Deliver() {
+    Pump();
+    KWE_SethTEfromhWnd(te, false);
+  }
+  TEHandle te = nullptr;
+};
+
+constexpr DWORD kMultiLine = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
+
+TEST_F(BoundRecord, SeededTypingAndEditingKeepTheRecordWithTheControl) {
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    std::mt19937 rng(seed);
+    if (edit) DestroyWindow(edit);
+    te = Bound({10, 10, 150, 220}, kMultiLine);
+    ASSERT_TRUE(te);
+    SetFocus(edit);
+    for (int step = 0; step < 70; ++step) {
+      int n = (*te)->teLength;
+      int a = int(rng() % unsigned(n + 1)), b = int(rng() % unsigned(n + 1));
+      if (a > b) std::swap(a, b);
+      const char* what = "";
+      switch (rng() % 9) {
+        case 0:
+        case 1:
+          what = "typed into the control";
+          for (int i = int(rng() % 6); i >= 0; --i)
+            PostMessageA(edit, WM_CHAR, WPARAM("abc de\rfgh "[rng() % 11]), 1);
+          break;
+        case 2:
+          what = "Backspace and Delete in the control";
+          PostMessageA(edit, WM_CHAR, 8, 1);
+          PostMessageA(edit, WM_KEYDOWN, VK_DELETE, 1);
+          break;
+        case 3:
+          what = "TEKey";
+          for (char c : std::string("xy z\r")) TEKey(SInt16(c), te);
+          TEKey(8, te);
+          break;
+        case 4:
+          what = "TESetSelect";
+          TESetSelect(a, b, te);
+          break;
+        case 5:
+          what = "TECut and TEPaste";
+          TESetSelect(a, b, te);
+          TECut(te);
+          TESetSelect(0, 0, te);
+          TEPaste(te);
+          break;
+        case 6:
+          what = "TEInsert";
+          TESetSelect(a, b, te);
+          TEInsert("ins\rert", 7, te);
+          break;
+        case 7:
+          what = "resized";
+          SetWindowPos(edit, nullptr, 0, 0, 60 + int(rng() % 200), 140, SWP_NOMOVE | SWP_NOZORDER);
+          break;
+        case 8:
+          what = "arrow keys in the control";
+          PostMessageA(edit, WM_KEYDOWN, rng() % 2 ? VK_LEFT : VK_UP, 1);
+          break;
+      }
+      Deliver();
+      ASSERT_TRUE(AgreesWithControl(te)) << "seed " << seed << " step " << step << ": " << what;
+    }
+  }
+}
+
+TEST_F(BoundRecord, KeysAtTheEdgesAndTheLimit) {
+  te = Bound({10, 10, 150, 220}, kMultiLine);
+  TESetText("ab\rcd", 5, te);
+  EXPECT_EQ(ControlText(edit), "ab\rcd");
+  TESetSelect(0, 0, te);
+  TEKey(8, te);
+  TESetSelect(5, 5, te);
+  TEKey(127, te);
+  EXPECT_EQ(ControlText(edit), "ab\rcd");
+  TESetSelect(1, 1, te);
+  TEKey(127, te);  // Delete takes the character after the caret
+  EXPECT_EQ(ControlText(edit), "a\rcd");
+  TESetSelect(1, 1, te);
+  TEKey('b', te);
+  TESetSelect(3, 3, te);
+  TEKey(8, te);  // the return before the caret goes, both halves of CR-LF
+  EXPECT_EQ(ControlText(edit), "abcd");
+  EXPECT_TRUE(AgreesWithControl(te));
+  TESetSelect(1, 99, te);  // the end is cut to teLength
+  EXPECT_EQ((*te)->selEnd, 4);
+  std::string full(32000, 'w');
+  TESetText(full.data(), 32000, te);
+  TESetSelect(100, 100, te);
+  TEKey('x', te);
+  EXPECT_EQ((*te)->teLength, 32000);
+  EXPECT_EQ(GetWindowTextLengthA(edit), 32000);
+  TESetSelect(0, 0, te);
+  TEDelete(te);
+  TESetText(nullptr, 0, te);
+  EXPECT_EQ(GetWindowTextLengthA(edit), 0);
+  EXPECT_EQ((*te)->nLines, 0);
+}
+
+TEST_F(BoundRecord, DrawingAndTrackingCallsLeaveTheControlAlone) {
+  te = Bound({10, 10, 150, 220}, kMultiLine);
+  TESetText("some text", 9, te);
+  TESetSelect(2, 4, te);
+  Rect before = (*te)->destRect;
+  TEScroll(0, -30, te);
+  TEPinScroll(0, -30, te);
+  TEUpdate(&before, te);
+  TEClick(Point{20, 20}, false, te);
+  TEActivate(te);
+  TEIdle(te);
+  TESetAlignment(teJustRight, te);
+  EXPECT_EQ((*te)->selStart, 2);
+  EXPECT_EQ((*te)->selEnd, 4);
+  EXPECT_EQ((*te)->just, 0);
+  EXPECT_EQ((*te)->destRect.top, before.top);
+  EXPECT_TRUE(AgreesWithControl(te));
+}
+
+}  // namespace
+}  // namespace kwe_test

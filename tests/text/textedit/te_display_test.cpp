@@ -1,0 +1,183 @@
+// What a library-drawn record shows in its window, read back from the
+// window's pixels: updates stay inside their rectangle, the highlight and
+// the caret invert, scrolling moves the text, clicks select what is under
+// them, and points and offsets map onto each other.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "text/textedit/textedit_fixture.h"
+
+namespace kwe_test {
+namespace {
+
+class Display : public TextEditTest {
+ protected:
+  void Black() {
+    Rect all = window->portRect;
+    ForeColor(blackColor);
+    PaintRect(&all);
+  }
+  bool Dark(int h, int v) {
+    COLORREF c = Pixel(window, h, v);
+    return GetRValue(c) + GetGValue(c) + GetBValue(c) < 384;
+  }
+  // Dark pixels of a rectangle, every second pixel in each direction.
+  int DarkIn(const Rect& r) {
+    int n = 0;
+    for (int v = r.top; v < r.bottom; v += 2)
+      for (int h = r.left; h < r.right; h += 2) n += Dark(h, v);
+    return n;
+  }
+  int Cells(const Rect& r) { return ((r.bottom - r.top + 1) / 2) * ((r.right - r.left + 1) / 2); }
+};
+
+const char kText[] = "The quick brown fox jumps over the lazy dog\rand keeps running far away";
+
+TEST_F(Display, UpdatesDrawOnlyInsideTheirRectangleAndTheView) {
+  Rect view{20, 20, 120, 220};
+  TEHandle te = Record(view);
+  SetText(te, kText);
+  struct Case {
+    Rect area;
+  } cases[] = {
+      {{0, 0, 300, 400}}, {{30, 40, 60, 120}}, {{10, 10, 40, 300}}, {{100, 200, 140, 260}}};
+  for (const Case& c : cases) {
+    Black();
+    TEUpdate(&c.area, te);
+    Rect inside{std::max(c.area.top, view.top), std::max(c.area.left, view.left),
+                std::min(c.area.bottom, view.bottom), std::min(c.area.right, view.right)};
+    for (int v = 0; v < 160; v += 3)
+      for (int h = 0; h < 260; h += 3) {
+        bool in = v >= inside.top && v < inside.bottom && h >= inside.left && h < inside.right;
+        ASSERT_TRUE(in || Dark(h, v)) << "drawn outside at " << h << "," << v;
+      }
+    // Inside: the text on a fresh background, mostly light.
+    EXPECT_LT(DarkIn(inside), Cells(inside) / 2) << c.area.top << "," << c.area.left;
+  }
+}
+
+TEST_F(Display, HighlightAndCaretInvertAndComeBack) {
+  Rect view{20, 20, 120, 220};
+  TEHandle te = Record(view);
+  SetText(te, kText);
+  TEUpdate(&view, te);
+  Rect firstLine{20, 20, SInt16(20 + (*te)->lineHeight), 220};
+  int plain = DarkIn(firstLine);
+  TEActivate(te);
+  TESetSelect(0, 9, te);
+  Point end = TEGetPoint(9, te);
+  Rect selected{20, 20, SInt16(20 + (*te)->lineHeight), end.h};
+  EXPECT_GT(DarkIn(selected), Cells(selected) / 2);
+  TEDeactivate(te);
+  EXPECT_EQ(DarkIn(firstLine), plain);
+  TEActivate(te);
+  TESetSelect(4, 4, te);
+  Point caret = TEGetPoint(4, te);
+  int v = caret.v - (*te)->lineHeight / 2;
+  bool shown = (*te)->caretState != 0;
+  EXPECT_EQ(Dark(caret.h, v), shown || Dark(caret.h + 1, v));
+  for (int blink = 0; blink < 4; ++blink) {
+    (*te)->caretTime = TickCount() - GetCaretTime() - 1;
+    bool before = (*te)->caretState != 0;
+    TEIdle(te);
+    EXPECT_NE((*te)->caretState != 0, before) << "blink " << blink;
+  }
+  TEDeactivate(te);
+  EXPECT_EQ(DarkIn(firstLine), plain);
+}
+
+TEST_F(Display, PointsAndOffsetsMapOntoEachOther) {
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    std::mt19937 rng(seed);
+    TEHandle te = Record({20, 20, 200, SInt16(120 + rng() % 150)}, {20, 20, 200, 300});
+    TESetAlignment(SInt16(int(rng() % 3) - 1), te);
+    SetText(te, kText);
+    for (int offset = 0; offset <= (*te)->teLength; ++offset) {
+      Point p = TEGetPoint(SInt16(offset), te);
+      p.v = SInt16(p.v - 2);
+      int back = TEGetOffset(p, te);
+      // A soft line break stands for two places: the end of one line and
+      // the start of the next.
+      bool lineEnd = false;
+      for (int i = 1; i < (*te)->nLines; ++i) lineEnd |= (*te)->lineStarts[i] == offset;
+      ASSERT_TRUE(lineEnd || back == offset)
+          << back << " for " << offset << ", seed " << seed << " just " << (*te)->just;
+    }
+  }
+}
+
+TEST_F(Display, ClicksSelectCharactersWordsAndExtend) {
+  Rect view{20, 20, 120, 300};
+  TEHandle te = Record(view);
+  SetText(te, kText);
+  TEActivate(te);
+  auto at = [&](int offset) {
+    Point p = TEGetPoint(SInt16(offset), te);
+    p.v = SInt16(p.v - 2);
+    return p;
+  };
+  struct Case {
+    int offset;
+    bool extend, twice;
+    int start, end;
+  } cases[] = {
+      {6, false, false, 6, 6},   {12, true, false, 6, 12},  {2, true, false, 2, 12},
+      {11, false, true, 10, 15}, {17, false, true, 16, 19}, {50, false, false, 50, 50},
+  };
+  for (const Case& c : cases) {
+    (*te)->clickTime = 0;
+    TEClick(at(c.offset), c.extend, te);
+    if (c.twice) TEClick(at(c.offset), false, te);
+    EXPECT_EQ((*te)->selStart, c.start) << c.offset;
+    EXPECT_EQ((*te)->selEnd, c.end) << c.offset;
+  }
+}
+
+TEST_F(Display, ScrollingMovesTheTextAndPinsAtTheBottom) {
+  Rect view{20, 20, 80, 220};
+  TEHandle te = Record(view);
+  SetText(te, std::string(kText) + "\rthree\rfour\rfive\rsix\rseven\reight");
+  TEUpdate(&view, te);
+  Rect top{20, 20, 30, 220};
+  EXPECT_GT(DarkIn(top), 0);
+  TEScroll(0, 30, te);
+  EXPECT_EQ((*te)->destRect.top, 50);
+  Rect gap{20, 20, 48, 220};
+  EXPECT_EQ(DarkIn(gap), 0);
+  TEScroll(0, -30, te);
+  TEPinScroll(0, -5000, te);
+  int bottom = (*te)->destRect.top + (*te)->lineHeight * (*te)->nLines;
+  EXPECT_EQ(bottom, view.bottom);
+  TEPinScroll(0, -10, te);
+  EXPECT_EQ((*te)->destRect.top + (*te)->lineHeight * (*te)->nLines, view.bottom);
+  // Text that ends inside the view is not scrolled at all.
+  TEHandle shortText = Record({100, 20, 200, 220});
+  SetText(shortText, "one line");
+  TEPinScroll(0, -20, shortText);
+  EXPECT_EQ((*shortText)->destRect.top, 100);
+  TEAutoView(true, te);
+  TESetSelect(0, 0, te);
+  EXPECT_EQ((*te)->destRect.top, view.top);
+  TESetSelect((*te)->teLength, (*te)->teLength, te);
+  Point p = TEGetPoint((*te)->teLength, te);
+  EXPECT_LE(p.v, view.bottom);
+  EXPECT_GE(p.v - (*te)->lineHeight, view.top);
+}
+
+TEST_F(Display, TextBoxDrawsInItsBoxOnly) {
+  Black();
+  Rect box{30, 30, 90, 150};
+  TETextBox("nothing", 0, &box, teJustLeft);
+  EXPECT_EQ(DarkIn(box), Cells(box));
+  TETextBox(kText, sizeof kText - 1, &box, teJustCenter);
+  EXPECT_LT(DarkIn(box), Cells(box) / 2);
+  EXPECT_GT(DarkIn(box), 0);
+  Rect around{10, 10, 28, 200};
+  EXPECT_EQ(DarkIn(around), Cells(around));
+  Rect below{92, 10, 120, 200};
+  EXPECT_EQ(DarkIn(below), Cells(below));
+}
+
+}  // namespace
+}  // namespace kwe_test
