@@ -1,6 +1,7 @@
 // PicComment and StdComment: comments go into the picture being recorded
 // and, through the port's commentProc, to whoever handles them.
 #include "Quickdraw.h"
+#include "printing/print_job.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
 
@@ -24,7 +25,8 @@ KWE_API void KWE_CALL PicComment(SInt16 kind, SInt16 dataSize, Handle dataHandle
 }
 
 // Screen and memory ports have nothing to do with a comment beyond
-// recording it.
+// recording it; the printing port hands the printer the comments it takes.
 KWE_API void KWE_CALL StdComment(SInt16 kind, SInt16 dataSize, Handle dataHandle) {
   kwe::pictures::RecordComment(CurrentPort(), kind, dataSize, dataHandle);
+  kwe::printing::PassComment(kwe::quickdraw::CurrentDC(), kind, dataSize, dataHandle);
 }

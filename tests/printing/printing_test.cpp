@@ -11,8 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "KWESession.h"
 #include "Memory.h"
 #include "Quickdraw.h"
+#include "QuickdrawPictures.h"
 #include "printing/print_dialog_driver.h"
 #include "printing/test_printer.h"
 #include "support/test_host.h"
@@ -322,6 +324,31 @@ TEST_F(PrinterTest, ThePrintingPortMeasuresInPoints) {
   EXPECT_NEAR(printed, onScreen, onScreen / 5 + 2);
   PrClosePage(port);
   PrCloseDoc(port);
+}
+
+// PostScript a program hands over in picture comments reaches a PostScript
+// printer as it stands, wrapped when the session asks for it.
+TEST_F(PrinterTest, PostScriptCommentsPassStraightThrough) {
+  PrintDefault(hPrint);
+  const char mark[] = "\r% a program's own PostScript\r";
+  for (bool wrapped : {false, true}) {
+    KWE_SetFlags(0, 0, 0x0010, wrapped ? 0x0010 : 0);
+    printer.Clear();
+    TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+    ASSERT_NE(port, nullptr);
+    PrOpenPage(port, nullptr);
+    Handle data = NewHandle(sizeof mark - 1);
+    std::memcpy(*data, mark, sizeof mark - 1);
+    PicComment(190, 0, nullptr);
+    PicComment(192, SInt16(sizeof mark - 1), data);
+    PicComment(191, 0, nullptr);
+    DisposeHandle(data);
+    PrClosePage(port);
+    PrCloseDoc(port);
+    std::string out = printer.Output();
+    EXPECT_NE(out.find("% a program's own PostScript"), std::string::npos) << wrapped;
+    EXPECT_EQ(out.find("gsave 30 dict begin") != std::string::npos, wrapped);
+  }
 }
 
 TEST_F(PrinterTest, WithoutAPrinterNothingPrints) {
