@@ -16,18 +16,14 @@ namespace {
 constexpr SInt16 kLowestResolution = 25;
 constexpr SInt16 kDriverVersion = 0x0300;
 
-int PrinterResolution(const TPrint& record, bool horizontal) {
-  PageGeometry g = CurrentGeometry(record);
-  return horizontal ? g.dpiX : g.dpiY;
-}
-
 // The printer's resolutions: any from 25 dots per inch to its own, the
 // Macintosh's 72 and the printer's own listed.
 void GetResolutions(TGetRslBlk& block) {
   TPrint probe{};
   probe.prInfo.iHRes = probe.prInfo.iVRes = 72;
-  SInt16 x = static_cast<SInt16>(std::max(PrinterResolution(probe, true), 72));
-  SInt16 y = static_cast<SInt16>(std::max(PrinterResolution(probe, false), 72));
+  PageGeometry g = CurrentGeometry(probe);
+  SInt16 x = static_cast<SInt16>(std::max(g.dpiX, 72));
+  SInt16 y = static_cast<SInt16>(std::max(g.dpiY, 72));
   block.iRgType = RgType1;
   block.xRslRg = TRslRg{kLowestResolution, x};
   block.yRslRg = TRslRg{kLowestResolution, y};

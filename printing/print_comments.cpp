@@ -10,6 +10,7 @@
 #include "Memory.h"
 #include "frame/session.h"
 #include "printing/print_job.h"
+#include "printing/printer.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::printing {
@@ -22,12 +23,6 @@ constexpr SInt16 kPostScriptHandle = 192;
 // KWE_SetFlags' second pair: wrap the program's PostScript in its own
 // dictionary and transfer function.
 constexpr UInt16 kWrapPostScript = 0x0010;
-
-bool IsPostScript(HDC dc) {
-  int escape = POSTSCRIPT_PASSTHROUGH;
-  return ExtEscape(dc, QUERYESCSUPPORT, sizeof escape, reinterpret_cast<LPCSTR>(&escape), 0,
-                   nullptr) > 0;
-}
 
 // PASSTHROUGH's input is the byte count as a word, then the bytes.
 void Send(HDC dc, const char* bytes, size_t size) {

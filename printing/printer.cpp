@@ -136,10 +136,14 @@ PageGeometry GeometryOf(HDC dc) {
   if (g.dpiX <= 0 || g.dpiY <= 0) return PageGeometry{};
   if (g.paperWidth <= 0) g.paperWidth = g.printableWidth;
   if (g.paperHeight <= 0) g.paperHeight = g.printableHeight;
-  int escape = POSTSCRIPT_PASSTHROUGH;
-  g.postScript = ExtEscape(dc, QUERYESCSUPPORT, sizeof escape, reinterpret_cast<LPCSTR>(&escape), 0,
-                           nullptr) > 0;
+  g.postScript = IsPostScript(dc);
   return g;
+}
+
+bool IsPostScript(HDC dc) {
+  int escape = POSTSCRIPT_PASSTHROUGH;
+  return ExtEscape(dc, QUERYESCSUPPORT, sizeof escape, reinterpret_cast<LPCSTR>(&escape), 0,
+                   nullptr) > 0;
 }
 
 void FillRecord(TPrint& record, const PageGeometry& g) {

@@ -39,6 +39,8 @@ std::vector<BYTE> DevModeFor(const Printer& printer, const TPrint& record);
 // record sets it up; null on failure.
 HDC PrinterDC(const Printer& printer, const TPrint& record, bool forInformation);
 PageGeometry GeometryOf(HDC dc);
+// Whether the printer takes PostScript through the pass-through escape.
+bool IsPostScript(HDC dc);
 
 // The record's own part of printX: paper, orientation and copies as
 // Windows names them (0 for the printer's default).
