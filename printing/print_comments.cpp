@@ -60,9 +60,7 @@ void BeginPostScript(HDC dc) {
        " length proc2 putinterval newproc cvx} def\r\n"
        "/Negative 0 _curtrans exec 1 _curtrans exec gt def\r\n"
        "Negative {/settransfer {{1 exch sub} catprocs _settrans} bind def} if\r\n");
-  double scale = 1.0;
-  int dpi = GetDeviceCaps(dc, LOGPIXELSX);
-  double x = dpi / (scale * 72.0);
+  double x = GetDeviceCaps(dc, LOGPIXELSX) / 72.0;
   Send(dc, "currentfont [" + Number(x) + " 0 0 " + Number(x) + " 0 (M) stringwidth pop " +
                Number(x * -1.1) + " mul] makefont setfont\r\n");
 }
