@@ -11,7 +11,8 @@ namespace kwe::menus {
 
 namespace {
 
-constexpr int kCommandPasses = 16;  // pump passes a chosen command may take to arrive
+constexpr int kCommandPasses = 16;         // pump passes a chosen command may take to arrive
+constexpr size_t kMaxWaitingChoices = 16;  // an application that never asks loses the oldest
 
 // The owner-draw entry a command names, or null.
 const OwnerDrawEntry* OwnerDrawOfCommand(UInt16 command) {
@@ -21,8 +22,6 @@ const OwnerDrawEntry* OwnerDrawOfCommand(UInt16 command) {
 }
 
 }  // namespace
-
-void StoreSelection(SInt32 result) { State().selection = result; }
 
 // WM_COMMAND from a menu or an accelerator; 0 only clears what a pop-up was
 // waiting for (a control's command).
@@ -80,7 +79,8 @@ KWE_API void KWE_CALL KWE_EventMenuSel(UInt32 command32) {
     s.mdefChose = false;
   }
   if (!submenu) HiliteMenu(menuID);
-  s.selection = SInt32(UInt32(UInt16(menuID)) << 16 | UInt16(item));
+  if (s.selections.size() >= kMaxWaitingChoices) s.selections.pop_front();
+  s.selections.push_back(SInt32(UInt32(UInt16(menuID)) << 16 | UInt16(item)));
   kwe::events::PostPseudoPoint(1);  // a mouseDown at (-1, -1): FindWindow answers inMenuBar
 }
 
@@ -89,9 +89,10 @@ KWE_API SInt32 KWE_CALL MenuSelect(Point) {
   // stored when its WM_COMMAND comes. One still on its way (posted while a
   // menu loop ended) is waited for through a few pump passes.
   ManagerState& s = State();
-  if (!s.selection) WaitForCommand([] { return State().selection != 0; });
-  SInt32 result = s.selection;
-  s.selection = 0;
+  if (s.selections.empty()) WaitForCommand([] { return !State().selections.empty(); });
+  if (s.selections.empty()) return 0;
+  SInt32 result = s.selections.front();
+  s.selections.pop_front();
   return result;
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 #include <windows.h>
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -84,7 +85,9 @@ struct ManagerState {
 
   std::string plainFormat, shiftedFormat;
 
-  SInt32 selection = 0;
+  // Choices made faster than the application asks MenuSelect for them (two
+  // accelerators in one pump pass), oldest first.
+  std::deque<SInt32> selections;
   int hilitedPosition = -1;  // Win32 bar position, -1 for none
   UInt16 quitCommand = 0;
   bool quitFromOverride = false;
@@ -162,7 +165,6 @@ HMENU MainBar();
 int Win32PositionOf(HMENU popup);
 
 // Commands (menu_commands.cpp).
-void StoreSelection(SInt32 result);
 // Pumps up to 16 passes until arrived() holds; whether it does.
 bool WaitForCommand(bool (*arrived)());
 void RecordMenuCommand(UInt32 command);
