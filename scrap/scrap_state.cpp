@@ -7,6 +7,9 @@
 namespace kwe::scrap {
 namespace {
 
+constexpr int kOpenAttempts = 20;
+constexpr DWORD kOpenRetryMs = 5;
+
 bool g_closingOwn = false;
 // Clipboard sequence numbers: after the library's last own change, and of
 // the last change counted. 0 where Windows keeps none.
@@ -33,7 +36,19 @@ SInt32 CallProcedure(SInt16 operation, UInt16 format, HDC dc, Handle destination
 
 HDC ProcedureDC() { return quickdraw::CurrentDC(); }
 
-bool OpenForScrap() { return OpenClipboard(TheSession().mainWindow) != 0; }
+// Another program that reads the clipboard holds it open for a moment;
+// Windows programs try again rather than lose a Cut or a Copy. Meanwhile
+// the messages that program sends (WM_DESTROYCLIPBOARD while it empties
+// the clipboard this session owns) are answered, or it would wait for us.
+bool OpenForScrap() {
+  for (int attempt = 0; attempt < kOpenAttempts; ++attempt) {
+    if (OpenClipboard(TheSession().mainWindow)) return true;
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, kOpenRetryMs, QS_SENDMESSAGE);
+    MSG sent;
+    PeekMessageA(&sent, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+  }
+  return false;
+}
 
 void CloseAfterOwnWork(bool changed) {
   g_closingOwn = true;
