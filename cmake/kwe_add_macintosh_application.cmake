@@ -48,6 +48,9 @@ const KWEApplication KWEHostApplication = {${title}, ${APP_FLAGS}u, NULL, NULL, 
   target_link_libraries(${name} PRIVATE ${KWE_APPLICATION_HOST} ${KWE_APPLICATION_DLL})
   # Macintosh sources spell OSTypes as four-character constants ('TEXT').
   target_compile_options(${name} PRIVATE -Wno-multichar)
+  # They also pass string literals, char to C, where the Toolbox takes
+  # unsigned Pascal strings; the Macintosh compilers did not object.
+  target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:C>:-Wno-pointer-sign>)
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX RUNTIME_OUTPUT_DIRECTORY ${out})
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     target_link_options(${name} PRIVATE -static-libgcc -static-libstdc++)

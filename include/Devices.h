@@ -4,6 +4,7 @@
 #ifndef KWE_DEVICES_H
 #define KWE_DEVICES_H
 
+#include "Desk.h"
 #include "Files.h"
 #include "UnsupportedCalls.h"
 

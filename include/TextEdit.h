@@ -20,6 +20,15 @@ struct HWND__;
 
 typedef Boolean(KWE_CALL* WordBreakProcPtr)(Ptr text, SInt16 charPos);
 typedef Boolean(KWE_CALL* TEClickLoopProcPtr)(void);
+/* On Intel a universal procedure pointer is the procedure itself. */
+typedef TEClickLoopProcPtr TEClickLoopUPP;
+typedef WordBreakProcPtr WordBreakUPP;
+#define NewTEClickLoopProc(userRoutine) ((TEClickLoopUPP)(userRoutine))
+#define NewTEClickLoopUPP(userRoutine) ((TEClickLoopUPP)(userRoutine))
+#define DisposeTEClickLoopUPP(userUPP) ((void)(userUPP))
+#define NewWordBreakProc(userRoutine) ((WordBreakUPP)(userRoutine))
+#define NewWordBreakUPP(userRoutine) ((WordBreakUPP)(userRoutine))
+#define DisposeWordBreakUPP(userUPP) ((void)(userUPP))
 
 /* The published record (96 bytes plus the line starts in the 32-bit
    build); the 64-bit build widens the handle, pointer and procedure fields

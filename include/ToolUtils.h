@@ -47,6 +47,11 @@ KWE_API PicHandle KWE_CALL GetPicture(SInt16 picID);
 /* GetCursor: exported shortened, as the name is Win32's. IDs 0 to 4 are the
    library's built-in cursors, other IDs 'CURS' resources. */
 KWE_API CursHandle KWE_CALL GetCurso(SInt16 cursorID);
+#ifdef __cplusplus
+inline CursHandle GetCursor(SInt16 cursorID) { return GetCurso(cursorID); }
+#elif !defined(_WINDOWS_) && !defined(_WINDOWS_H)
+#define GetCursor GetCurso
+#endif
 
 /* The screen's logical pixels per inch (GetDeviceCaps LOGPIXELSX/Y). */
 KWE_API void KWE_CALL ScreenRes(SInt16* scrnHRes, SInt16* scrnVRes);
