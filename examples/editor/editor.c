@@ -1,0 +1,886 @@
+/* Editor: a TextEdit document editor as a Macintosh programmer of the early
+   1990s wrote one. Several document windows, each a styled TextEdit record
+   with a vertical and a horizontal scroll bar, a grow box and a zoom box;
+   scrolling while a selection is dragged past the text's edge; text files
+   opened and saved through Standard File and the File Manager; Cut, Copy
+   and Paste through the desk scrap; Font, Size and Style menus whose marks
+   follow the selection; a modal Find dialog; and the event loop around
+   WaitNextEvent, sleeping for the caret's blink. The one change from its
+   Macintosh source is <MacWindows.h> for <Windows.h>. */
+#include <Controls.h>
+#include <Desk.h>
+#include <Dialogs.h>
+#include <Events.h>
+#include <Files.h>
+#include <Fonts.h>
+#include <MacWindows.h>
+#include <Memory.h>
+#include <Menus.h>
+#include <OSUtils.h>
+#include <Packages.h>
+#include <Quickdraw.h>
+#include <Resources.h>
+#include <Scrap.h>
+#include <Script.h>
+#include <SegLoad.h>
+#include <StandardFile.h>
+#include <TextEdit.h>
+#include <TextUtils.h>
+#include <ToolUtils.h>
+#include <Traps.h>
+#include <Types.h>
+
+#define rMenuBar 128
+#define rAboutAlert 128
+#define rErrorAlert 129
+#define rSaveChangesAlert 130
+#define rFindDialog 200
+#define rDocWindow 128
+
+#define mApple 128
+#define iAbout 1
+#define mFile 129
+#define iNew 1
+#define iOpen 2
+#define iClose 3
+#define iSave 4
+#define iSaveAs 5
+#define iQuit 7
+#define mEdit 130
+#define iUndo 1
+#define iCut 3
+#define iCopy 4
+#define iPaste 5
+#define iClear 6
+#define iSelectAll 8
+#define iFind 10
+#define iFindAgain 11
+#define mFont 131
+#define mSize 132
+#define mStyle 133
+#define iPlain 1
+
+/* The Save Changes alert's buttons and the Find dialog's items. */
+#define iSaveButton 1
+#define iCancelButton 2
+#define iDontSaveButton 3
+#define iFindText 3
+#define iCaseSensitive 5
+#define iWrapAround 6
+
+#define kScrollBarWidth 16
+#define kTextMargin 4
+#define kMaxDocWidth 1000
+#define kMaxTELength 32000
+#define kMaxDocuments 8
+#define kMinDocSize 100
+#define kStagger 20
+#define kCreator 'KEDT'
+
+/* Each document window's record begins with its WindowRecord, so that the
+   window pointer the Window Manager hands back is the document. */
+typedef struct {
+  WindowRecord docWindow;
+  TEHandle docTE;
+  ControlHandle docVScroll;
+  ControlHandle docHScroll;
+  Boolean docDirty;
+  Boolean docHasFile;
+  FSSpec docFile;
+} DocumentRecord, *DocumentPeek;
+
+/* Read by whoever wants to know how the program found its world. */
+Boolean gHasWaitNextEvent;
+Boolean gInBackground;
+Boolean gQuitting;
+short gDocumentCount;
+static const short gSizes[] = {9, 10, 12, 14, 18, 24};
+static Str255 gFindString;
+static Boolean gFindCaseSensitive;
+static Boolean gFindWrapAround = true;
+
+static Boolean TrapAvailable(short theTrap, TrapType tType) {
+  if (tType == ToolTrap) theTrap &= 0x07FF;
+  return NGetTrapAddress(theTrap, tType) != NGetTrapAddress(_Unimplemented, ToolTrap);
+}
+
+static void AlertUser(short error) {
+  static const unsigned char empty[1] = {0};
+  Str255 message;
+  NumToString(error, message);
+  ParamText(message, empty, empty, empty);
+  StopAlert(rErrorAlert, nil);
+}
+
+static DocumentPeek DocumentOf(WindowPtr window) {
+  if (window == nil || ((WindowPeek)window)->windowKind != userKind) return nil;
+  return (DocumentPeek)window;
+}
+
+/* The text's view: the window less its scroll bars and a margin. */
+static void GetTEViewRect(WindowPtr window, Rect* view) {
+  *view = window->portRect;
+  view->right -= kScrollBarWidth - 1;
+  view->bottom -= kScrollBarWidth - 1;
+  InsetRect(view, kTextMargin, kTextMargin);
+}
+
+/* The line at the top of the view, counted from 0, and how many lines the
+   text has below the last one that fits. */
+static short TopLine(TEHandle te) {
+  TEPtr t = *te;
+  short line = 0;
+  short above = (short)(t->viewRect.top - t->destRect.top);
+  while (line < t->nLines && TEGetHeight(line + 1, 1, te) <= above) ++line;
+  return line;
+}
+
+static short MaxTopLine(TEHandle te) {
+  short viewHeight = (short)((*te)->viewRect.bottom - (*te)->viewRect.top);
+  short lines = (*te)->nLines;
+  short line = lines;
+  while (line > 0 && TEGetHeight(lines, line, te) <= viewHeight) --line;
+  return line < lines && TEGetHeight(lines, line + 1, te) <= viewHeight ? line : line + 1;
+}
+
+/* The scroll bars follow the text: the vertical one counts lines, the
+   horizontal one pixels of the document's width. */
+static void AdjustScrollValues(DocumentPeek doc) {
+  TEHandle te = doc->docTE;
+  short maxTop = MaxTopLine(te);
+  short viewWidth = (short)((*te)->viewRect.right - (*te)->viewRect.left);
+  SetControlMaximum(doc->docVScroll, maxTop > 0 ? maxTop : 0);
+  SetControlValue(doc->docVScroll, TopLine(te));
+  SetControlMaximum(doc->docHScroll, kMaxDocWidth > viewWidth ? kMaxDocWidth - viewWidth : 0);
+  SetControlValue(doc->docHScroll, (short)((*te)->viewRect.left - (*te)->destRect.left));
+}
+
+/* Scrolls the text to where the scroll bars say. */
+static void AdjustTE(DocumentPeek doc) {
+  TEHandle te = doc->docTE;
+  short top = GetControlValue(doc->docVScroll);
+  short wantTop = (short)((*te)->viewRect.top - (top > 0 ? TEGetHeight(top, 1, te) : 0));
+  short wantLeft = (short)((*te)->viewRect.left - GetControlValue(doc->docHScroll));
+  TEScroll((short)(wantLeft - (*te)->destRect.left), (short)(wantTop - (*te)->destRect.top), te);
+}
+
+static void AdjustScrollBars(WindowPtr window, Boolean needsResize) {
+  DocumentPeek doc = DocumentOf(window);
+  Rect r = window->portRect;
+  if (doc == nil) return;
+  HideControl(doc->docVScroll);
+  HideControl(doc->docHScroll);
+  if (needsResize) {
+    MoveControl(doc->docVScroll, (short)(r.right - kScrollBarWidth + 1), -1);
+    SizeControl(doc->docVScroll, kScrollBarWidth, (short)(r.bottom - r.top - kScrollBarWidth + 3));
+    MoveControl(doc->docHScroll, -1, (short)(r.bottom - kScrollBarWidth + 1));
+    SizeControl(doc->docHScroll, (short)(r.right - r.left - kScrollBarWidth + 3), kScrollBarWidth);
+  }
+  AdjustScrollValues(doc);
+  ShowControl(doc->docVScroll);
+  ShowControl(doc->docHScroll);
+}
+
+/* After typing, pasting or a change of style: the view keeps the
+   selection, and the scroll bars the view. */
+static void AdjustAfterEdit(DocumentPeek doc, Boolean dirtied) {
+  TESelView(doc->docTE);
+  AdjustScrollValues(doc);
+  if (dirtied) doc->docDirty = true;
+}
+
+/* The scroll bars' action: arrows move a line or a few pixels, the page
+   areas a view less one line. */
+static pascal void ScrollAction(ControlHandle control, short part) {
+  DocumentPeek doc = DocumentOf((*control)->contrlOwner);
+  short amount, value, max;
+  TEHandle te;
+  if (doc == nil || part == 0) return;
+  te = doc->docTE;
+  if (control == doc->docVScroll) {
+    short viewLines = (short)(((*te)->viewRect.bottom - (*te)->viewRect.top) / (*te)->lineHeight);
+    amount = (part == inUpButton || part == inDownButton)
+                 ? 1
+                 : (short)(viewLines > 1 ? viewLines - 1 : 1);
+  } else {
+    short viewWidth = (short)((*te)->viewRect.right - (*te)->viewRect.left);
+    amount = (part == inUpButton || part == inDownButton) ? 16 : (short)(viewWidth / 2);
+  }
+  if (part == inUpButton || part == inPageUp) amount = (short)-amount;
+  value = (short)(GetControlValue(control) + amount);
+  max = GetControlMaximum(control);
+  SetControlValue(control, value < 0 ? 0 : value > max ? max : value);
+  AdjustTE(doc);
+}
+
+/* Called by TEClick while the mouse is down: past the view's edge the text
+   scrolls a line at a time toward the mouse, and the scroll bars follow. */
+static pascal Boolean AutoScrollClickLoop(void) {
+  WindowPtr window = FrontWindow();
+  DocumentPeek doc = DocumentOf(window);
+  Point mouse;
+  Rect view;
+  if (doc == nil) return true;
+  GetMouse(&mouse);
+  view = (*doc->docTE)->viewRect;
+  if (mouse.v < view.top)
+    ScrollAction(doc->docVScroll, inUpButton);
+  else if (mouse.v > view.bottom)
+    ScrollAction(doc->docVScroll, inDownButton);
+  if (mouse.h < view.left)
+    ScrollAction(doc->docHScroll, inUpButton);
+  else if (mouse.h > view.right)
+    ScrollAction(doc->docHScroll, inDownButton);
+  return true;
+}
+
+static DocumentPeek NewDocument(void) {
+  DocumentPeek doc;
+  WindowPtr window;
+  Rect view, dest;
+  Str255 title, number;
+  if (gDocumentCount >= kMaxDocuments) return nil;
+  doc = (DocumentPeek)NewPtrClear(sizeof(DocumentRecord));
+  if (doc == nil) {
+    AlertUser(memFullErr);
+    return nil;
+  }
+  window = GetNewWindow(rDocWindow, doc, (WindowPtr)-1L);
+  if (window == nil) {
+    DisposePtr((Ptr)doc);
+    AlertUser(memFullErr);
+    return nil;
+  }
+  SetPort(window);
+  TextFont(applFont);
+  TextSize(12);
+  GetTEViewRect(window, &view);
+  dest = view;
+  dest.right = (short)(dest.left + kMaxDocWidth);
+  doc->docTE = TEStyleNew(&dest, &view);
+  doc->docVScroll = NewControl(window, &window->portRect, "\0", true, 0, 0, 0, scrollBarProc, 0);
+  doc->docHScroll = NewControl(window, &window->portRect, "\0", true, 0, 0, 0, scrollBarProc, 0);
+  if (doc->docTE == nil || doc->docVScroll == nil || doc->docHScroll == nil) {
+    if (doc->docTE != nil) TEDispose(doc->docTE);
+    CloseWindow(window); /* disposes of the controls too */
+    DisposePtr((Ptr)doc);
+    AlertUser(memFullErr);
+    return nil;
+  }
+  TEAutoView(true, doc->docTE);
+  TESetClickLoop(NewTEClickLoopProc(AutoScrollClickLoop), doc->docTE);
+  AdjustScrollBars(window, true);
+  ++gDocumentCount;
+  GetWTitle(window, title);
+  NumToString(gDocumentCount, number);
+  BlockMove(number + 1, title + title[0] + 2, number[0]);
+  title[title[0] + 1] = ' ';
+  title[0] += number[0] + 1;
+  SetWTitle(window, title);
+  MoveWindow(window, (short)(kStagger * gDocumentCount), (short)(40 + kStagger * gDocumentCount),
+             false);
+  return doc;
+}
+
+/* Reads a text file into a new document. A file longer than TextEdit can
+   hold is refused rather than cut. */
+static void OpenDocumentFile(const FSSpec* spec) {
+  short refNum;
+  SInt32 length;
+  Handle text;
+  DocumentPeek doc;
+  OSErr err = FSpOpenDF(spec, fsRdPerm, &refNum);
+  if (err != noErr) {
+    AlertUser(err);
+    return;
+  }
+  err = GetEOF(refNum, &length);
+  if (err == noErr && length > kMaxTELength) err = memFullErr;
+  text = err == noErr ? NewHandle(length) : nil;
+  if (err == noErr && text == nil) err = MemError();
+  if (err == noErr) {
+    HLock(text);
+    err = FSRead(refNum, &length, *text);
+    HUnlock(text);
+  }
+  FSClose(refNum);
+  if (err == noErr && (doc = NewDocument()) != nil) {
+    HLock(text);
+    TESetText(*text, length, doc->docTE);
+    HUnlock(text);
+    TESetSelect(0, 0, doc->docTE);
+    doc->docFile = *spec;
+    doc->docHasFile = true;
+    SetWTitle((WindowPtr)doc, spec->name);
+    AdjustScrollValues(doc);
+    ShowWindow((WindowPtr)doc);
+  } else if (err != noErr) {
+    AlertUser(err);
+  }
+  if (text != nil) DisposeHandle(text);
+}
+
+static void DoOpen(void) {
+  SFTypeList types;
+  StandardFileReply reply;
+  types[0] = 'TEXT';
+  StandardGetFile(nil, 1, types, &reply);
+  if (reply.sfGood) OpenDocumentFile(&reply.sfFile);
+}
+
+static OSErr WriteDocument(DocumentPeek doc) {
+  short refNum;
+  SInt32 length = (*doc->docTE)->teLength;
+  Handle text = (Handle)TEGetText(doc->docTE);
+  OSErr err = FSpOpenDF(&doc->docFile, fsRdWrPerm, &refNum);
+  if (err != noErr) return err;
+  err = SetEOF(refNum, 0);
+  if (err == noErr) {
+    HLock(text);
+    err = FSWrite(refNum, &length, *text);
+    HUnlock(text);
+  }
+  FSClose(refNum);
+  if (err == noErr) doc->docDirty = false;
+  return err;
+}
+
+static Boolean DoSaveAs(DocumentPeek doc) {
+  StandardFileReply reply;
+  Str255 name;
+  OSErr err;
+  GetWTitle((WindowPtr)doc, name);
+  StandardPutFile("\010Save as:", name, &reply);
+  if (!reply.sfGood) return false;
+  if (!reply.sfReplacing) {
+    err = FSpCreate(&reply.sfFile, kCreator, 'TEXT', smSystemScript);
+    if (err != noErr) {
+      AlertUser(err);
+      return false;
+    }
+  }
+  doc->docFile = reply.sfFile;
+  doc->docHasFile = true;
+  SetWTitle((WindowPtr)doc, reply.sfFile.name);
+  err = WriteDocument(doc);
+  if (err != noErr) AlertUser(err);
+  return err == noErr;
+}
+
+static Boolean DoSave(DocumentPeek doc) {
+  OSErr err;
+  if (!doc->docHasFile) return DoSaveAs(doc);
+  err = WriteDocument(doc);
+  if (err != noErr) AlertUser(err);
+  return err == noErr;
+}
+
+/* Closes a window; a changed document asks first. False when the user
+   cancels, which also stops a Quit. */
+static Boolean DoCloseWindow(WindowPtr window) {
+  DocumentPeek doc = DocumentOf(window);
+  Str255 title;
+  static const unsigned char empty[1] = {0};
+  if (window == nil) return true;
+  if (((WindowPeek)window)->windowKind < 0) {
+    CloseDeskAcc(((WindowPeek)window)->windowKind);
+    return true;
+  }
+  if (doc == nil) return true;
+  if (doc->docDirty) {
+    GetWTitle(window, title);
+    ParamText(title, empty, empty, empty);
+    switch (CautionAlert(rSaveChangesAlert, nil)) {
+      case iSaveButton:
+        if (!DoSave(doc)) return false;
+        break;
+      case iCancelButton: return false;
+      default: break;
+    }
+  }
+  TEDispose(doc->docTE);
+  CloseWindow(window);
+  DisposePtr((Ptr)doc);
+  --gDocumentCount;
+  return true;
+}
+
+/* Finds the next occurrence of the Find string after the selection, and
+   from the start again when Wrap Around is on. */
+static Boolean FindNext(DocumentPeek doc) {
+  TEHandle te = doc->docTE;
+  long length = (*te)->teLength, from = (*te)->selEnd, at, i;
+  short n = gFindString[0];
+  Handle text = (Handle)TEGetText(te);
+  short pass;
+  if (n == 0 || n > length) return false;
+  for (pass = 0; pass < (gFindWrapAround ? 2 : 1); ++pass) {
+    long last = pass == 0 ? length - n : from + n - 1;
+    if (last > length - n) last = length - n;
+    for (at = pass == 0 ? from : 0; at <= last; ++at) {
+      for (i = 0; i < n; ++i) {
+        unsigned char a = (unsigned char)(*text)[at + i], b = gFindString[i + 1];
+        if (!gFindCaseSensitive) {
+          if (a >= 'a' && a <= 'z') a = (unsigned char)(a - 'a' + 'A');
+          if (b >= 'a' && b <= 'z') b = (unsigned char)(b - 'a' + 'A');
+        }
+        if (a != b) break;
+      }
+      if (i == n) {
+        TESetSelect(at, at + n, te);
+        AdjustAfterEdit(doc, false);
+        return true;
+      }
+    }
+  }
+  SysBeep(30);
+  return false;
+}
+
+static void SetCheckBox(DialogPtr dialog, short item, Boolean on) {
+  short type;
+  Handle handle;
+  Rect box;
+  GetDialogItem(dialog, item, &type, &handle, &box);
+  SetControlValue((ControlHandle)handle, on);
+}
+
+static Boolean CheckBoxValue(DialogPtr dialog, short item) {
+  short type;
+  Handle handle;
+  Rect box;
+  GetDialogItem(dialog, item, &type, &handle, &box);
+  return GetControlValue((ControlHandle)handle) != 0;
+}
+
+static void DoFind(DocumentPeek doc) {
+  DialogPtr dialog = GetNewDialog(rFindDialog, nil, (WindowPtr)-1L);
+  short itemHit = 0, type;
+  Handle handle;
+  Rect box;
+  if (dialog == nil) {
+    AlertUser(resNotFound);
+    return;
+  }
+  GetDialogItem(dialog, iFindText, &type, &handle, &box);
+  SetDialogItemText(handle, gFindString);
+  SelectDialogItemText(dialog, iFindText, 0, 32767);
+  SetCheckBox(dialog, iCaseSensitive, gFindCaseSensitive);
+  SetCheckBox(dialog, iWrapAround, gFindWrapAround);
+  ShowWindow(dialog);
+  while (itemHit != ok && itemHit != cancel) {
+    ModalDialog(nil, &itemHit);
+    if (itemHit == iCaseSensitive || itemHit == iWrapAround)
+      SetCheckBox(dialog, itemHit, !CheckBoxValue(dialog, itemHit));
+  }
+  if (itemHit == ok) {
+    GetDialogItemText(handle, gFindString);
+    gFindCaseSensitive = CheckBoxValue(dialog, iCaseSensitive);
+    gFindWrapAround = CheckBoxValue(dialog, iWrapAround);
+  }
+  DisposeDialog(dialog);
+  if (itemHit == ok) FindNext(doc);
+}
+
+/* The marks of the Font, Size and Style menus show the selection's style
+   where it is the same throughout; a mixed selection marks nothing. */
+static void AdjustStyleMenus(DocumentPeek doc) {
+  MenuHandle fontMenu = GetMenuHandle(mFont), sizeMenu = GetMenuHandle(mSize),
+             styleMenu = GetMenuHandle(mStyle);
+  TextStyle style;
+  short mode = doFont | doSize | doFace, item, count, fontID;
+  Str255 name;
+  Boolean continuous = doc != nil && TEContinuousStyle(&mode, &style, doc->docTE);
+  count = CountMItems(fontMenu);
+  for (item = 1; item <= count; ++item) {
+    GetMenuItemText(fontMenu, item, name);
+    GetFNum(name, &fontID);
+    CheckItem(fontMenu, item, continuous && (mode & doFont) && fontID == style.tsFont);
+  }
+  for (item = 1; item <= (short)(sizeof gSizes / sizeof gSizes[0]); ++item)
+    CheckItem(sizeMenu, item, continuous && (mode & doSize) && gSizes[item - 1] == style.tsSize);
+  CheckItem(styleMenu, iPlain, continuous && (mode & doFace) && style.tsFace == normal);
+  for (item = iPlain + 1; item <= CountMItems(styleMenu); ++item)
+    CheckItem(styleMenu, item,
+              continuous && (mode & doFace) && (style.tsFace & (1 << (item - iPlain - 1))) != 0);
+}
+
+static void AdjustMenus(void) {
+  DocumentPeek doc = DocumentOf(FrontWindow());
+  MenuHandle file = GetMenuHandle(mFile), edit = GetMenuHandle(mEdit);
+  SInt32 scrapOffset;
+  Boolean selection = doc != nil && (*doc->docTE)->selStart < (*doc->docTE)->selEnd;
+  if (FrontWindow() != nil)
+    EnableItem(file, iClose);
+  else
+    DisableItem(file, iClose);
+  if (doc != nil && doc->docDirty)
+    EnableItem(file, iSave);
+  else
+    DisableItem(file, iSave);
+  if (doc != nil)
+    EnableItem(file, iSaveAs);
+  else
+    DisableItem(file, iSaveAs);
+  if (doc == nil) {
+    DisableItem(edit, iUndo);
+  }
+  if (selection) {
+    EnableItem(edit, iCut);
+    EnableItem(edit, iCopy);
+    EnableItem(edit, iClear);
+  } else {
+    DisableItem(edit, iCut);
+    DisableItem(edit, iCopy);
+    DisableItem(edit, iClear);
+  }
+  if (doc != nil && GetScrap(nil, 'TEXT', &scrapOffset) > 0)
+    EnableItem(edit, iPaste);
+  else
+    DisableItem(edit, iPaste);
+  if (doc != nil) {
+    EnableItem(edit, iSelectAll);
+    EnableItem(edit, iFind);
+    EnableItem(edit, iFindAgain);
+  } else {
+    DisableItem(edit, iSelectAll);
+    DisableItem(edit, iFind);
+    DisableItem(edit, iFindAgain);
+  }
+  AdjustStyleMenus(doc);
+}
+
+static void DoStyleCommand(DocumentPeek doc, short menuID, short menuItem) {
+  TextStyle style;
+  short mode;
+  Str255 name;
+  if (doc == nil) return;
+  switch (menuID) {
+    case mFont:
+      GetMenuItemText(GetMenuHandle(mFont), menuItem, name);
+      GetFNum(name, &style.tsFont);
+      mode = doFont;
+      break;
+    case mSize:
+      style.tsSize = gSizes[menuItem - 1];
+      mode = doSize;
+      break;
+    default:
+      style.tsFace = menuItem == iPlain ? normal : (Style)(1 << (menuItem - iPlain - 1));
+      mode = menuItem == iPlain ? doFace : doFace | doToggle;
+      break;
+  }
+  TESetStyle(mode, &style, true, doc->docTE);
+  TECalText(doc->docTE);
+  InvalRect(&((WindowPtr)doc)->portRect);
+  AdjustAfterEdit(doc, true);
+}
+
+/* Cut and Copy leave the selection on the desk scrap at once, so other
+   programs see it; Paste takes the desk scrap's text. */
+static void DoEditCommand(DocumentPeek doc, short menuItem) {
+  TEHandle te;
+  if (doc == nil) {
+    SystemEdit((short)(menuItem - 1));
+    return;
+  }
+  te = doc->docTE;
+  switch (menuItem) {
+    case iCut:
+    case iCopy:
+      if (menuItem == iCut)
+        TECut(te);
+      else
+        TECopy(te);
+      if (ZeroScrap() == noErr) TEToScrap();
+      break;
+    case iPaste:
+      if (TEFromScrap() == noErr) {
+        if ((*te)->teLength + TEGetScrapLength() > kMaxTELength)
+          AlertUser(memFullErr);
+        else
+          TEPaste(te);
+      }
+      break;
+    case iClear: TEDelete(te); break;
+    case iSelectAll: TESetSelect(0, (*te)->teLength, te); break;
+    case iFind: DoFind(doc); return;
+    case iFindAgain: FindNext(doc); return;
+  }
+  AdjustAfterEdit(doc, menuItem == iCut || menuItem == iPaste || menuItem == iClear);
+}
+
+static void DoQuit(void) {
+  while (FrontWindow() != nil)
+    if (!DoCloseWindow(FrontWindow())) return;
+  gQuitting = true;
+}
+
+static void DoMenuCommand(long menuResult) {
+  short menuID = HiWord(menuResult);
+  short menuItem = LoWord(menuResult);
+  DocumentPeek doc = DocumentOf(FrontWindow());
+  DocumentPeek created;
+  Str255 name;
+  switch (menuID) {
+    case mApple:
+      if (menuItem == iAbout) {
+        Alert(rAboutAlert, nil);
+      } else {
+        GetMenuItemText(GetMenuHandle(mApple), menuItem, name);
+        OpenDeskAcc(name);
+      }
+      break;
+    case mFile:
+      switch (menuItem) {
+        case iNew:
+          if ((created = NewDocument()) != nil) ShowWindow((WindowPtr)created);
+          break;
+        case iOpen: DoOpen(); break;
+        case iClose: DoCloseWindow(FrontWindow()); break;
+        case iSave:
+          if (doc != nil) DoSave(doc);
+          break;
+        case iSaveAs:
+          if (doc != nil) DoSaveAs(doc);
+          break;
+        case iQuit: DoQuit(); break;
+      }
+      break;
+    case mEdit: DoEditCommand(doc, menuItem); break;
+    case mFont:
+    case mSize:
+    case mStyle: DoStyleCommand(doc, menuID, menuItem); break;
+  }
+  HiliteMenu(0);
+}
+
+static void DoContentClick(WindowPtr window, EventRecord* event) {
+  DocumentPeek doc = DocumentOf(window);
+  Point where = event->where;
+  ControlHandle control;
+  short part;
+  if (doc == nil) return;
+  SetPort(window);
+  GlobalToLocal(&where);
+  part = FindControl(where, window, &control);
+  if (part == inThumb) {
+    TrackControl(control, where, nil);
+    AdjustTE(doc);
+  } else if (part != 0) {
+    TrackControl(control, where, (ControlActionUPP)NewControlActionProc(ScrollAction));
+  } else if (PtInRect(where, &(*doc->docTE)->viewRect)) {
+    TEClick(where, (event->modifiers & shiftKey) != 0, doc->docTE);
+    AdjustScrollValues(doc);
+  }
+}
+
+static void ResizeDocument(WindowPtr window) {
+  DocumentPeek doc = DocumentOf(window);
+  Rect view;
+  if (doc == nil) return;
+  SetPort(window);
+  GetTEViewRect(window, &view);
+  (*doc->docTE)->viewRect = view;
+  TECalText(doc->docTE);
+  AdjustScrollBars(window, true);
+  AdjustTE(doc);
+  InvalRect(&window->portRect);
+}
+
+static void DoMouseDown(EventRecord* event) {
+  WindowPtr window;
+  Rect limits;
+  long newSize;
+  short part = FindWindow(event->where, &window);
+  switch (part) {
+    case inMenuBar:
+      AdjustMenus();
+      DoMenuCommand(MenuSelect(event->where));
+      break;
+    case inSysWindow: SystemClick(event, window); break;
+    case inContent:
+      if (window != FrontWindow())
+        SelectWindow(window);
+      else
+        DoContentClick(window, event);
+      break;
+    case inDrag: DragWindow(window, event->where, &qd.screenBits.bounds); break;
+    case inGrow:
+      SetRect(&limits, kMinDocSize, kMinDocSize, qd.screenBits.bounds.right,
+              qd.screenBits.bounds.bottom);
+      newSize = GrowWindow(window, event->where, &limits);
+      if (newSize != 0) {
+        SizeWindow(window, LoWord(newSize), HiWord(newSize), true);
+        ResizeDocument(window);
+      }
+      break;
+    case inGoAway:
+      if (TrackGoAway(window, event->where)) DoCloseWindow(window);
+      break;
+    case inZoomIn:
+    case inZoomOut:
+      if (TrackBox(window, event->where, part)) {
+        SetPort(window);
+        ZoomWindow(window, part, false);
+        ResizeDocument(window);
+      }
+      break;
+  }
+}
+
+static void DoKey(EventRecord* event) {
+  DocumentPeek doc = DocumentOf(FrontWindow());
+  char key = (char)(event->message & charCodeMask);
+  if (event->modifiers & cmdKey) {
+    if (event->what == keyDown) {
+      AdjustMenus();
+      DoMenuCommand(MenuKey(key));
+    }
+    return;
+  }
+  if (doc == nil) return;
+  if (key != 8 && (*doc->docTE)->teLength - ((*doc->docTE)->selEnd - (*doc->docTE)->selStart) + 1 >
+                      kMaxTELength) {
+    AlertUser(memFullErr);
+    return;
+  }
+  TEKey(key, doc->docTE);
+  AdjustAfterEdit(doc, true);
+}
+
+static void DoUpdate(WindowPtr window) {
+  DocumentPeek doc = DocumentOf(window);
+  SetPort(window);
+  BeginUpdate(window);
+  if (doc != nil && !EmptyRgn(window->visRgn)) {
+    EraseRect(&window->portRect);
+    DrawControls(window);
+    DrawGrowIcon(window);
+    TEUpdate(&window->portRect, doc->docTE);
+  }
+  EndUpdate(window);
+}
+
+static void DoActivate(WindowPtr window, Boolean becomingActive) {
+  DocumentPeek doc = DocumentOf(window);
+  if (doc == nil) return;
+  SetPort(window);
+  if (becomingActive) {
+    TEActivate(doc->docTE);
+    HiliteControl(doc->docVScroll, 0);
+    HiliteControl(doc->docHScroll, 0);
+  } else {
+    TEDeactivate(doc->docTE);
+    HiliteControl(doc->docVScroll, 255);
+    HiliteControl(doc->docHScroll, 255);
+  }
+  DrawGrowIcon(window);
+}
+
+/* Over the text the cursor is the I-beam; the region WaitNextEvent
+   watches is where it holds. */
+static void AdjustCursor(Point where, RgnHandle region) {
+  DocumentPeek doc = DocumentOf(FrontWindow());
+  Rect view;
+  SetRectRgn(region, -32768, -32768, 32766, 32766);
+  if (doc == nil || gInBackground) {
+    SetCursor(&qd.arrow);
+    return;
+  }
+  SetPort((WindowPtr)doc);
+  view = (*doc->docTE)->viewRect;
+  LocalToGlobal((Point*)&view.top);
+  LocalToGlobal((Point*)&view.bottom);
+  if (PtInRect(where, &view)) {
+    SetCursor(*GetCursor(iBeamCursor));
+    RectRgn(region, &view);
+  } else {
+    SetCursor(&qd.arrow);
+  }
+}
+
+static void DoEvent(EventRecord* event) {
+  WindowPtr window = (WindowPtr)event->message;
+  switch (event->what) {
+    case mouseDown: DoMouseDown(event); break;
+    case keyDown:
+    case autoKey: DoKey(event); break;
+    case updateEvt: DoUpdate(window); break;
+    case activateEvt: DoActivate(window, (event->modifiers & activeFlag) != 0); break;
+    case diskEvt:
+      if (HiWord(event->message) != noErr) DIBadMount(event->where, event->message);
+      break;
+    case osEvt:
+      if (((event->message >> 24) & 0xFF) == suspendResumeMessage) {
+        gInBackground = (event->message & resumeFlag) == 0;
+        if (!gInBackground && (event->message & convertClipboardFlag)) TEFromScrap();
+        DoActivate(FrontWindow(), !gInBackground);
+      }
+      break;
+  }
+}
+
+static void EventLoop(void) {
+  EventRecord event;
+  Boolean gotEvent;
+  RgnHandle cursorRegion = NewRgn();
+  while (!gQuitting) {
+    DocumentPeek doc = DocumentOf(FrontWindow());
+    if (gHasWaitNextEvent) {
+      long sleep = (doc != nil && !gInBackground) ? (long)GetCaretTime() : 0x7FFFFFFF;
+      GetMouse(&event.where);
+      if (FrontWindow() != nil) {
+        SetPort(FrontWindow());
+        LocalToGlobal(&event.where);
+      }
+      AdjustCursor(event.where, cursorRegion);
+      gotEvent = WaitNextEvent(everyEvent, &event, sleep, cursorRegion);
+    } else {
+      SystemTask();
+      gotEvent = GetNextEvent(everyEvent, &event);
+    }
+    if (gotEvent) {
+      DoEvent(&event);
+    } else if (doc != nil && !gInBackground) {
+      TEIdle(doc->docTE);
+    }
+  }
+  DisposeRgn(cursorRegion);
+}
+
+int main(void) {
+  SysEnvRec world;
+  Handle menuBar;
+  DocumentPeek doc;
+
+  MaxApplZone();
+  MoreMasters();
+  InitGraf(&qd.thePort);
+  InitFonts();
+  InitWindows();
+  InitMenus();
+  TEInit();
+  InitDialogs(nil);
+  InitCursor();
+  FlushEvents(everyEvent, 0);
+
+  SysEnvirons(curSysEnvVers, &world);
+  if (world.machineType < 0) ExitToShell(); /* the 64K ROM had too little */
+  gHasWaitNextEvent = TrapAvailable(_WaitNextEvent, ToolTrap);
+
+  menuBar = GetNewMBar(rMenuBar);
+  if (menuBar == nil) {
+    AlertUser(resNotFound);
+    ExitToShell();
+  }
+  SetMenuBar(menuBar);
+  DisposeHandle(menuBar);
+  AppendResMenu(GetMenuHandle(mApple), 'DRVR');
+  AppendResMenu(GetMenuHandle(mFont), 'FONT');
+  DrawMenuBar();
+
+  if ((doc = NewDocument()) != nil) ShowWindow((WindowPtr)doc);
+  EventLoop();
+  return 0;
+}
