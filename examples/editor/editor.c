@@ -13,6 +13,7 @@
 #include <Events.h>
 #include <Files.h>
 #include <Fonts.h>
+#include <Lists.h>
 #include <MacWindows.h>
 #include <Memory.h>
 #include <Menus.h>
@@ -35,6 +36,7 @@
 #define rErrorAlert 129
 #define rSaveChangesAlert 130
 #define rFindDialog 200
+#define rPrefsDialog 201
 #define rDocWindow 128
 
 #define mApple 128
@@ -55,6 +57,7 @@
 #define iSelectAll 8
 #define iFind 10
 #define iFindAgain 11
+#define iPreferences 13
 #define mFont 131
 #define mSize 132
 #define mStyle 133
@@ -67,6 +70,7 @@
 #define iFindText 3
 #define iCaseSensitive 5
 #define iWrapAround 6
+#define iSizeList 4
 
 #define kScrollBarWidth 16
 #define kTextMargin 4
@@ -95,6 +99,9 @@ Boolean gInBackground;
 Boolean gQuitting;
 short gDocumentCount;
 static const short gSizes[] = {9, 10, 12, 14, 18, 24};
+#define kSizeCount ((short)(sizeof gSizes / sizeof gSizes[0]))
+static short gNewDocumentSize = 12;
+static ListHandle gPrefsList;
 static Str255 gFindString;
 static Boolean gFindCaseSensitive;
 static Boolean gFindWrapAround = true;
@@ -253,7 +260,7 @@ static DocumentPeek NewDocument(void) {
   }
   SetPort(window);
   TextFont(applFont);
-  TextSize(12);
+  TextSize(gNewDocumentSize);
   GetTEViewRect(window, &view);
   dest = view;
   dest.right = (short)(dest.left + kMaxDocWidth);
@@ -282,11 +289,17 @@ static DocumentPeek NewDocument(void) {
   return doc;
 }
 
+/* A new window comes to the front as it is shown. */
+static void ShowDocument(DocumentPeek doc) {
+  ShowWindow((WindowPtr)doc);
+  SelectWindow((WindowPtr)doc);
+}
+
 /* Reads a text file into a new document. A file longer than TextEdit can
    hold is refused rather than cut. */
 static void OpenDocumentFile(const FSSpec* spec) {
   short refNum;
-  SInt32 length;
+  long length;
   Handle text;
   DocumentPeek doc;
   OSErr err = FSpOpenDF(spec, fsRdPerm, &refNum);
@@ -313,7 +326,7 @@ static void OpenDocumentFile(const FSSpec* spec) {
     doc->docHasFile = true;
     SetWTitle((WindowPtr)doc, spec->name);
     AdjustScrollValues(doc);
-    ShowWindow((WindowPtr)doc);
+    ShowDocument(doc);
   } else if (err != noErr) {
     AlertUser(err);
   }
@@ -330,7 +343,7 @@ static void DoOpen(void) {
 
 static OSErr WriteDocument(DocumentPeek doc) {
   short refNum;
-  SInt32 length = (*doc->docTE)->teLength;
+  long length = (*doc->docTE)->teLength;
   Handle text = (Handle)TEGetText(doc->docTE);
   OSErr err = FSpOpenDF(&doc->docFile, fsRdWrPerm, &refNum);
   if (err != noErr) return err;
@@ -482,6 +495,63 @@ static void DoFind(DocumentPeek doc) {
   if (itemHit == ok) FindNext(doc);
 }
 
+/* A click in the Preferences list goes to the List Manager; a double
+   click is the OK button. */
+static pascal Boolean PrefsFilter(DialogPtr dialog, EventRecord* event, short* itemHit) {
+  Point where = event->where;
+  if (event->what != mouseDown || gPrefsList == nil) return false;
+  SetPort(dialog);
+  GlobalToLocal(&where);
+  if (!PtInRect(where, &(*gPrefsList)->rView)) return false;
+  if (LClick(where, event->modifiers, gPrefsList)) {
+    *itemHit = ok;
+    return true;
+  }
+  return false;
+}
+
+/* The text size new windows start with, chosen from a list. */
+static void DoPreferences(void) {
+  DialogPtr dialog = GetNewDialog(rPrefsDialog, nil, (WindowPtr)-1L);
+  short itemHit = 0, type, i;
+  Handle handle;
+  Rect view, bounds;
+  Point cellSize = {0, 0};
+  Cell cell;
+  Str255 text;
+  if (dialog == nil) {
+    AlertUser(resNotFound);
+    return;
+  }
+  SetPort(dialog);
+  GetDialogItem(dialog, iSizeList, &type, &handle, &view);
+  view.right -= 15; /* the list's scroll bar lies outside its view */
+  SetRect(&bounds, 0, 0, 1, kSizeCount);
+  gPrefsList = LNew(&view, &bounds, cellSize, 0, dialog, true, false, false, true);
+  if (gPrefsList == nil) {
+    DisposeDialog(dialog);
+    AlertUser(memFullErr);
+    return;
+  }
+  (*gPrefsList)->selFlags = lOnlyOne;
+  for (i = 0; i < kSizeCount; ++i) {
+    NumToString(gSizes[i], text);
+    BlockMove(" Point", text + text[0] + 1, 6);
+    text[0] += 6;
+    SetPt(&cell, 0, i);
+    LSetCell(text + 1, text[0], cell, gPrefsList);
+    if (gSizes[i] == gNewDocumentSize) LSetSelect(true, cell, gPrefsList);
+  }
+  ShowWindow(dialog);
+  SelectWindow(dialog);
+  while (itemHit != ok && itemHit != cancel) ModalDialog(NewModalFilterProc(PrefsFilter), &itemHit);
+  SetPt(&cell, 0, 0);
+  if (itemHit == ok && LGetSelect(true, &cell, gPrefsList)) gNewDocumentSize = gSizes[cell.v];
+  LDispose(gPrefsList);
+  gPrefsList = nil;
+  DisposeDialog(dialog);
+}
+
 /* The marks of the Font, Size and Style menus show the selection's style
    where it is the same throughout; a mixed selection marks nothing. */
 static void AdjustStyleMenus(DocumentPeek doc) {
@@ -497,7 +567,7 @@ static void AdjustStyleMenus(DocumentPeek doc) {
     GetFNum(name, &fontID);
     CheckItem(fontMenu, item, continuous && (mode & doFont) && fontID == style.tsFont);
   }
-  for (item = 1; item <= (short)(sizeof gSizes / sizeof gSizes[0]); ++item)
+  for (item = 1; item <= kSizeCount; ++item)
     CheckItem(sizeMenu, item, continuous && (mode & doSize) && gSizes[item - 1] == style.tsSize);
   CheckItem(styleMenu, iPlain, continuous && (mode & doFace) && style.tsFace == normal);
   for (item = iPlain + 1; item <= CountMItems(styleMenu); ++item)
@@ -508,7 +578,7 @@ static void AdjustStyleMenus(DocumentPeek doc) {
 static void AdjustMenus(void) {
   DocumentPeek doc = DocumentOf(FrontWindow());
   MenuHandle file = GetMenuHandle(mFile), edit = GetMenuHandle(mEdit);
-  SInt32 scrapOffset;
+  long scrapOffset;
   Boolean selection = doc != nil && (*doc->docTE)->selStart < (*doc->docTE)->selEnd;
   if (FrontWindow() != nil)
     EnableItem(file, iClose);
@@ -580,6 +650,10 @@ static void DoStyleCommand(DocumentPeek doc, short menuID, short menuItem) {
    programs see it; Paste takes the desk scrap's text. */
 static void DoEditCommand(DocumentPeek doc, short menuItem) {
   TEHandle te;
+  if (menuItem == iPreferences) {
+    DoPreferences();
+    return;
+  }
   if (doc == nil) {
     SystemEdit((short)(menuItem - 1));
     return;
@@ -634,7 +708,7 @@ static void DoMenuCommand(long menuResult) {
     case mFile:
       switch (menuItem) {
         case iNew:
-          if ((created = NewDocument()) != nil) ShowWindow((WindowPtr)created);
+          if ((created = NewDocument()) != nil) ShowDocument(created);
           break;
         case iOpen: DoOpen(); break;
         case iClose: DoCloseWindow(FrontWindow()); break;
@@ -880,7 +954,7 @@ int main(void) {
   AppendResMenu(GetMenuHandle(mFont), 'FONT');
   DrawMenuBar();
 
-  if ((doc = NewDocument()) != nil) ShowWindow((WindowPtr)doc);
+  if ((doc = NewDocument()) != nil) ShowDocument(doc);
   EventLoop();
   return 0;
 }

@@ -27,7 +27,7 @@ resource 'MENU' (129) {
 };
 
 resource 'MENU' (130) {
-	130, textMenuProc, 0x7FFFFD79, enabled, "Edit",
+	130, textMenuProc, 0x7FFFED79, enabled, "Edit",
 	{
 		"Undo", noIcon, "Z", noMark, plain;
 		"-", noIcon, noKey, noMark, plain;
@@ -40,6 +40,8 @@ resource 'MENU' (130) {
 		"-", noIcon, noKey, noMark, plain;
 		"Find\0xC9", noIcon, "F", noMark, plain;
 		"Find Again", noIcon, "G", noMark, plain;
+		"-", noIcon, noKey, noMark, plain;
+		"Preferences\0xC9", noIcon, noKey, noMark, plain;
 	}
 };
 
@@ -127,5 +129,18 @@ resource 'DITL' (200) {
 		{12, 12, 28, 84}, StaticText { disabled, "Find what:" };
 		{40, 12, 58, 200}, CheckBox { enabled, "Case Sensitive" };
 		{64, 12, 82, 200}, CheckBox { enabled, "Wrap Around" };
+	}
+};
+
+resource 'DLOG' (201) {
+	{60, 60, 230, 330}, dBoxProc, invisible, noGoAway, 0x0, 201, "Preferences"
+};
+
+resource 'DITL' (201) {
+	{
+		{136, 180, 156, 250}, Button { enabled, "OK" };
+		{136, 96, 156, 166}, Button { enabled, "Cancel" };
+		{12, 12, 28, 250}, StaticText { disabled, "Text size for new windows:" };
+		{36, 12, 124, 180}, UserItem { enabled };
 	}
 };

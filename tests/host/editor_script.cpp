@@ -104,13 +104,31 @@ std::string CopyAll(const std::string& step) {
 }
 
 // The lowest row of the client area, above the horizontal scroll bar, on
-// which the text left a dark pixel.
+// which the text left a dark pixel; -1 for none. The window is read once.
 int LowestInkRow(HWND w) {
   SIZE size = ClientSize(w);
-  for (int y = size.cy - 20; y >= 0; --y)
-    for (int x = 4; x < size.cx - 20; x += 1)
-      if (GetRValue(ClientPixel(w, x, y)) < 128) return y;
-  return -1;
+  int width = size.cx - 20, height = size.cy - 20;
+  if (width <= 4 || height <= 0) return -1;
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HDC dc = GetDC(w), memory = CreateCompatibleDC(dc);
+  HBITMAP image = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ old = SelectObject(memory, image);
+  BitBlt(memory, 0, 0, width, height, dc, 0, 0, SRCCOPY);
+  int lowest = -1;
+  const auto* pixels = static_cast<const UINT32*>(bits);
+  for (int y = height - 1; y >= 0 && lowest < 0; --y)
+    for (int x = 4; x < width; ++x)
+      if (((pixels[y * width + x] >> 16) & 0xFF) < 128) {
+        lowest = y;
+        break;
+      }
+  SelectObject(memory, old);
+  DeleteObject(image);
+  DeleteDC(memory);
+  ReleaseDC(w, dc);
+  return lowest;
 }
 
 HWND ClickButton(HWND dialog, const char* title) {
@@ -142,7 +160,9 @@ void Script() {
   Check(GetMenuItemCount(GetSubMenu(bar, 3)) > 0, "the Font menu lists the system's fonts");
   HWND first = WindowTitled("Untitled 1");
 
-  Type("Hello there,\rthe quick brown fox\rjumps over the Lazy dog.");
+  Type("H");
+  WaitFor([&] { return LowestInkRow(first) > 0; }, "a typed letter appears in the window");
+  Type("ello there,\rthe quick brown fox\rjumps over the Lazy dog.");
   WaitFor([&] { return LowestInkRow(first) > 30; }, "typed text appears in the window");
   std::string typed = CopyAll("typing");
   Check(typed == "Hello there,\r\nthe quick brown fox\r\njumps over the Lazy dog.",
@@ -180,6 +200,29 @@ void Script() {
   ChooseMenuItem(kEdit, 3);  // Copy
   WaitFor([] { return Clipboard() == "Lazy"; },
           "Find selects the match, ignoring case: " + Clipboard());
+
+  // Preferences: the list of sizes, 18 Point chosen with a click; then a new
+  // window, whose typed text makes closing it ask first.
+  ChooseMenuItem(kEdit, 12);  // Preferences...
+  HWND prefs = WaitForDialogWith("Text size for new windows:", "Preferences shows its dialog");
+  HWND list = FindWindowExA(prefs, nullptr, "ListBox", nullptr);
+  Check(list && SendMessageA(list, LB_GETCOUNT, 0, 0) == 6, "the size list holds the six sizes");
+  Check(list && SendMessageA(list, LB_GETCURSEL, 0, 0) == 2, "12 Point is selected at first");
+  RECT row{};
+  SendMessageA(list, LB_GETITEMRECT, 4, reinterpret_cast<LPARAM>(&row));
+  ClickClient(list, row.left + 5, (row.top + row.bottom) / 2);
+  WaitFor([&] { return SendMessageA(list, LB_GETCURSEL, 0, 0) == 4; }, "a click selects 18 Point");
+  ClickButton(prefs, "OK");
+  WaitFor([&] { return !IsWindow(prefs) || !IsWindowVisible(prefs); }, "OK puts Preferences away");
+  ChooseMenuItem(kFile, 0);  // New
+  WaitFor([] { return WindowTitled("Untitled 2") != nullptr; }, "File > New opens Untitled 2");
+  HWND larger = WindowTitled("Untitled 2");
+  Type("H");
+  WaitFor([&] { return LowestInkRow(larger) > 0; }, "a letter typed into the new window appears");
+  ChooseMenuItem(kFile, 2);  // Close
+  HWND closing = WaitForDialogWith("Save changes to", "closing the typed-in window asks first");
+  ClickButton(closing, "Don't Save");
+  WaitFor([&] { return !IsWindow(larger); }, "Don't Save closes the window");
 
   {
     std::ofstream out(folder + "\\notes.txt", std::ios::binary);
