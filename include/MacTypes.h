@@ -11,8 +11,17 @@ typedef int8_t SInt8;
 typedef uint8_t UInt8;
 typedef int16_t SInt16;
 typedef uint16_t UInt16;
+#if defined(_WIN32) && !defined(__cplusplus)
+/* Macintosh C sources declare their 32-bit values long, as the Toolbox's
+   own SInt32 was, and pass &count where a call takes SInt32*. long is 32
+   bits on Windows, so C sees the same type; C++, which would tell int and
+   long apart in overloads, keeps the fixed-width one. */
+typedef long SInt32;
+typedef unsigned long UInt32;
+#else
 typedef int32_t SInt32;
 typedef uint32_t UInt32;
+#endif
 
 typedef unsigned char Boolean;
 typedef SInt16 OSErr;
