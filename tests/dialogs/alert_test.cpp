@@ -140,11 +140,11 @@ TEST_F(Alerts, BadAlertsAnswerMinusOneAndLeaveNothing) {
     EXPECT_EQ(CountUserWindows(), windows);
   }
   // What the first alerts leave (USER's and GDI's caches) stays as it is
-  // over the next thousand.
+  // over the next hundred.
   for (int i = 0; i < 20; ++i) Run(i % 2 ? NoteAlert : Alert, 301);
   Drain();
   Footprint before = Now();
-  for (int i = 0; i < 1000; ++i) Run(i % 2 ? NoteAlert : Alert, 301);
+  for (int i = 0; i < 100; ++i) Run(i % 2 ? NoteAlert : Alert, 301);
   Drain();
   EXPECT_TRUE(Flat(before, Now()));
 }

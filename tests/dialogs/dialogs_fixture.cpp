@@ -9,6 +9,7 @@
 #include "resource_builder/resource_description.h"
 #include "resource_builder/resource_image.h"
 #include "support/resource_image_file.h"
+#include "support/timed_steps.h"
 
 namespace kwe_test {
 
@@ -33,26 +34,6 @@ BOOL CALLBACK CollectChild(HWND child, LPARAM context) {
   c.style = DWORD(GetWindowLongA(child, GWL_STYLE));
   out.push_back(c);
   return TRUE;
-}
-
-struct ModalRun {
-  std::vector<std::function<void()>> steps;
-  size_t next = 0;
-  int idle = 0;
-};
-ModalRun* g_run = nullptr;
-
-void CALLBACK ModalStep(HWND, UINT, UINT_PTR, DWORD) {
-  if (!g_run) return;
-  if (g_run->next < g_run->steps.size()) {
-    g_run->steps[g_run->next++]();
-    return;
-  }
-  // Past the steps: a loop still running after a second is pressed out.
-  if (++g_run->idle > 33) {
-    if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
-    g_run->idle = 0;
-  }
 }
 
 }  // namespace
@@ -124,12 +105,14 @@ void DialogTest::Resources(const std::string& description) {
 
 void DialogTest::WhileModal(std::vector<std::function<void()>> steps,
                             const std::function<void()>& call) {
-  ModalRun run{std::move(steps)};
-  g_run = &run;
-  UINT_PTR timer = SetTimer(nullptr, 0, 30, ModalStep);
+  int idle = 0;
+  TimedSteps run(std::move(steps), 30, [&idle] {
+    // Past the steps: a loop still running after a second is pressed out.
+    if (++idle <= 33) return;
+    if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
+    idle = 0;
+  });
   call();
-  KillTimer(nullptr, timer);
-  g_run = nullptr;
 }
 
 SInt16 DialogTest::RunModal(std::vector<std::function<void()>> steps, ModalFilterProcPtr filter,

@@ -167,13 +167,15 @@ TEST_F(Modal, MultiLineReturnAndEscapeToAnotherDefault) {
   HWND w = Window();
   HWND edit = GetDlgItem(w, 3);
   // Return in the multi-line field goes to the field (the hook hands it to
-  // both); the standard filter leaves it there.
+  // both); the standard filter leaves it there, so the loop runs on.
+  bool runsOn = false;
   SInt16 hit = RunModal({[&] {
                            SendMessageA(edit, EM_SETSEL, 7, 7);
                            PostMessageA(edit, WM_CHAR, '\r', 1);
                            PostKey(w, VK_RETURN);
                          },
-                         [] {}, [w] { PostKey(w, VK_ESCAPE); }});
+                         [&] { runsOn = true; }, [w] { PostKey(w, VK_ESCAPE); }});
+  EXPECT_TRUE(runsOn) << "Return pressed the default button";
   EXPECT_EQ(hit, 1) << "Escape with a check box as item 2 presses item 1";
   char text[64];
   GetWindowTextA(edit, text, sizeof text);

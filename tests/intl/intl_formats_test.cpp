@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
+#include <fstream>
 #include <random>
 #include <string>
 #include <utility>
@@ -75,19 +77,21 @@ std::string TimeString(UInt32 secs, bool wantSeconds) {
   return P(s);
 }
 
-using Keys = std::vector<std::pair<std::string, std::string>>;
-
-// Sets [intl] keys and starts the International Utilities as InitResources
-// does; every key gets its earlier value (or none) back at the end.
+// Sets [intl] keys ("key=value|key=value") and starts the International
+// Utilities as InitResources does; every key gets its earlier value (or
+// none) back at the end.
 class IntlFormatsTest : public SessionTest {
  protected:
   // InitResources' answer: the system resource file.
-  SInt16 Profile(const Keys& keys) {
-    for (const auto& [key, value] : keys) {
+  SInt16 Profile(const std::string& keys) {
+    for (size_t at = 0; at < keys.size();) {
+      size_t bar = std::min(keys.find('|', at), keys.size()), equals = keys.find('=', at);
+      std::string key = keys.substr(at, equals - at);
       char previous[256];
       GetProfileStringA("intl", key.c_str(), "\x01", previous, sizeof previous);
       saved_.emplace_back(key, previous);
-      SetProfileKey("intl", key.c_str(), value.c_str());
+      SetProfileKey("intl", key.c_str(), keys.substr(equals + 1, bar - equals - 1).c_str());
+      at = bar + 1;
     }
     return InitResources();
   }
@@ -104,77 +108,32 @@ class IntlFormatsTest : public SessionTest {
   const Intl1Rec& Intl1() { return **reinterpret_cast<Intl1Hndl>(GetIntlResource(1)); }
 
  private:
-  Keys saved_;
+  std::vector<std::pair<std::string, std::string>> saved_;
 };
 
 struct FormatRow {
-  Keys keys;
-  const char* shortPicture;
-  const char* longPicture;
-  const char* abbreviated;   // the long picture with names cut to three letters
-  const char* clockPicture;  // the time as GetTimeFormatA pictures it
-  const char* morning;       // the suffixes IUTimeString adds ("" none)
-  const char* evening;
+  const char* keys;
+  const char *shortPicture, *longPicture;
+  const char* abbreviated;        // the long picture with names cut to three letters
+  const char* clockPicture;       // the time as GetTimeFormatA pictures it
+  const char *morning, *evening;  // the suffixes IUTimeString adds ("" none)
   UInt8 dateOrder, shrtDateFmt;
-  char dateSep, timeSep;
 };
 
 TEST_F(IntlFormatsTest, ProfileDatePicturesAndTimesMatchWindows) {
   const std::vector<FormatRow> rows = {
-      {{{"sShortDate", "dd.MM.yyyy"},
-        {"sLongDate", "dddd, d. MMMM yyyy"},
-        {"sDate", "."},
-        {"iTime", "1"},
-        {"iTLZero", "1"},
-        {"sTime", ":"},
-        {"s1159", "AM"},
-        {"s2359", "PM"}},
-       "dd.MM.yyyy",
-       "dddd, d. MMMM yyyy",
-       "ddd, d. MMM yyyy",
-       "HH:mm:ss",
-       "",
-       "",
-       dmy,
-       century | mntLdingZ | dayLdingZ,
-       '.',
-       ':'},
-      {{{"sShortDate", "yyyy-MM-dd"},
-        {"sLongDate", "MMMM d, yyyy"},
-        {"sDate", "-"},
-        {"iTime", "0"},
-        {"iTLZero", "0"},
-        {"sTime", "."},
-        {"s1159", "am"},
-        {"s2359", "pm"}},
-       "yyyy-MM-dd",
-       "MMMM d, yyyy",
-       "MMM d, yyyy",
-       "h.mm.ss",
-       "am",
-       "pm",
-       ymd,
-       century | mntLdingZ | dayLdingZ,
-       '-',
-       '.'},
-      {{{"sShortDate", "d/M/yy"},
-        {"sLongDate", "'Day' d 'of' MMMM yyyy"},
-        {"sDate", "/"},
-        {"iTime", "0"},
-        {"iTLZero", "1"},
-        {"sTime", ":"},
-        {"s1159", "vorm"},
-        {"s2359", "nachm"}},
-       "d/M/yy",
-       "'Day' d 'of' MMMM yyyy",
-       "'Day' d 'of' MMM yyyy",
-       "hh:mm:ss",
-       "vorm",
-       "nach",
-       dmy,
-       0,
-       '/',
-       ':'},
+      {"sShortDate=dd.MM.yyyy|sLongDate=dddd, d. MMMM yyyy|sDate=.|iTime=1|iTLZero=1|sTime=:|"
+       "s1159=AM|s2359=PM",
+       "dd.MM.yyyy", "dddd, d. MMMM yyyy", "ddd, d. MMM yyyy", "HH:mm:ss", "", "", dmy,
+       century | mntLdingZ | dayLdingZ},
+      {"sShortDate=yyyy-MM-dd|sLongDate=MMMM d, yyyy|sDate=-|iTime=0|iTLZero=0|sTime=.|"
+       "s1159=am|s2359=pm",
+       "yyyy-MM-dd", "MMMM d, yyyy", "MMM d, yyyy", "h.mm.ss", "am", "pm", ymd,
+       century | mntLdingZ | dayLdingZ},
+      {"sShortDate=d/M/yy|sLongDate='Day' d 'of' MMMM yyyy|sDate=/|iTime=0|iTLZero=1|sTime=:|"
+       "s1159=vorm|s2359=nachm",
+       "d/M/yy", "'Day' d 'of' MMMM yyyy", "'Day' d 'of' MMM yyyy", "hh:mm:ss", "vorm", "nach", dmy,
+       0},
   };
   unsigned seed = std::random_device{}();
   std::mt19937 random(seed);
@@ -184,8 +143,6 @@ TEST_F(IntlFormatsTest, ProfileDatePicturesAndTimesMatchWindows) {
     Profile(row.keys);
     EXPECT_EQ(Intl0().dateOrder, row.dateOrder);
     EXPECT_EQ(Intl0().shrtDateFmt, row.shrtDateFmt);
-    EXPECT_EQ(Intl0().dateSep, row.dateSep);
-    EXPECT_EQ(Intl0().timeSep, row.timeSep);
     for (int step = 0; step < 300; ++step) {
       // Up to 2040, and from 1904, each second of the day equally likely.
       UInt32 secs = random() % 2
@@ -206,21 +163,15 @@ TEST_F(IntlFormatsTest, ProfileDatePicturesAndTimesMatchWindows) {
 }
 
 TEST_F(IntlFormatsTest, ProfileDefaultPicturesAndTheClassicExamples) {
-  Profile({{"sShortDate", "dd.MM.yyyy"},
-           {"sLongDate", "dddd, MMMM d, yyyy"},
-           {"iTime", "0"},
-           {"iTLZero", "0"},
-           {"sTime", ":"},
-           {"s1159", "AM"},
-           {"s2359", "PM"}});
+  Profile(
+      "sShortDate=dd.MM.yyyy|sLongDate=dddd, MMMM d, yyyy|iTime=0|iTLZero=0|sTime=:|"
+      "s1159=AM|s2359=PM");
   UInt32 fifthMarch = Seconds(1999, 3, 5, 0, 5, 9);
   EXPECT_EQ(DateString(fifthMarch, shortDate), "05.03.1999");
   EXPECT_EQ(DateString(fifthMarch, abbrevDate), "Fri, Mar 5, 1999");
   EXPECT_EQ(TimeString(fifthMarch, false), "12:05 AM");
   EXPECT_EQ(TimeString(fifthMarch, true), "12:05:09 AM");
   EXPECT_EQ(TimeString(fifthMarch + 12 * 3600, false), "12:05 PM");
-  EXPECT_EQ(Intl1().lngDateFmt, 255) << "weekday, month, day, year";
-  EXPECT_EQ(Intl1().suppressDay, 0);
   // Once the application has the "INTL" 1 handle, its suppressDay applies.
   Intl1Hndl intl1 = reinterpret_cast<Intl1Hndl>(GetIntlResource(1));
   struct Suppressed {
@@ -237,30 +188,18 @@ TEST_F(IntlFormatsTest, ProfileDefaultPicturesAndTheClassicExamples) {
   EXPECT_EQ(reinterpret_cast<Handle>(intl1), GetIntlResource(1)) << "made once and kept";
 }
 
+// The long picture becomes the "INTL" 1 record's order, separators and
+// leading zero: the record alone pictures dates as Windows does.
 TEST_F(IntlFormatsTest, ProfileLongPicturesIntoTheIntl1Record) {
-  struct Row {
-    const char* picture;
-    UInt8 lngDateFmt, suppressDay, dayLeading0;
-    const char* separators[5];
-  };
-  for (const Row& row : {
-           Row{"dddd, d. MMMM yyyy", 0, 0, 0, {"", ", ", ". ", " ", ""}},
-           Row{"MMMM dd, yyyy", 0x8D, supWeek, 1, {"", " ", ", ", "", ""}},
-           Row{"d MMMM yyyy", 0x2D, supWeek, 0, {"", " ", " ", "", ""}},
-       }) {
-    SCOPED_TRACE(row.picture);
-    Profile({{"sLongDate", row.picture}});
-    EXPECT_EQ(Intl1().lngDateFmt, row.lngDateFmt);
-    EXPECT_EQ(Intl1().suppressDay, row.suppressDay);
-    EXPECT_EQ(Intl1().dayLeading0, row.dayLeading0);
-    const char* st[5] = {Intl1().st0, Intl1().st1, Intl1().st2, Intl1().st3, Intl1().st4};
-    for (int i = 0; i < 5; ++i)
-      EXPECT_EQ(std::string(st[i], strnlen(st[i], 4)), row.separators[i]) << i;
-    // The record's fields picture the date as the long picture does.
-    LongDateTime secs = Seconds(1999, 3, 5);
-    Str255 fromRecord;
-    IULDateString(&secs, longDate, fromRecord, GetIntlResource(1));
-    EXPECT_EQ(P(fromRecord), DateString(UInt32(secs), longDate));
+  for (const char* picture : {"dddd, d. MMMM yyyy", "MMMM dd, yyyy", "d MMMM yyyy"}) {
+    SCOPED_TRACE(picture);
+    Profile(std::string("sLongDate=") + picture);
+    for (int day : {5, 17}) {
+      LongDateTime secs = Seconds(1999, 3, day);
+      Str255 fromRecord;
+      IULDateString(&secs, longDate, fromRecord, GetIntlResource(1));
+      EXPECT_EQ(P(fromRecord), WindowsDate(UInt32(secs), picture));
+    }
   }
 }
 
@@ -279,14 +218,8 @@ TEST_F(IntlFormatsTest, ProfileCurrencyAndNumberSettingsFillIntl0) {
         CurrencyRow{"EUR", "3", {' ', 'E', 'U'}, false},
         CurrencyRow{"EUR", "2", {'E', 'U', 'R'}, true}}) {
     SCOPED_TRACE(std::string(row.symbol) + " " + row.position);
-    Profile({{"sCurrency", row.symbol},
-             {"iCurrency", row.position},
-             {"iLZero", "0"},
-             {"iDigits", "2"},
-             {"iNegCurr", "4"},
-             {"sThousand", "."},
-             {"sDecimal", ","},
-             {"sList", ";"}});
+    Profile(std::string("sCurrency=") + row.symbol + "|iCurrency=" + row.position +
+            "|iLZero=0|iDigits=2|iNegCurr=4|sThousand=.|sDecimal=,|sList=;");
     const Intl0Rec& r = Intl0();
     EXPECT_EQ(r.currSym1, row.places[0]);
     EXPECT_EQ(r.currSym2, row.places[1]);
@@ -297,21 +230,16 @@ TEST_F(IntlFormatsTest, ProfileCurrencyAndNumberSettingsFillIntl0) {
     EXPECT_EQ(r.decimalPt, ',');
     EXPECT_EQ(r.listSep, ';');
   }
-  Profile({{"iLZero", "1"}, {"iDigits", "0"}, {"iNegCurr", "1"}});
+  Profile("iLZero=1|iDigits=0|iNegCurr=1");
   EXPECT_EQ(Intl0().currFmt & (currLeadingZ | currTrailingZ | currNegSym),
             currLeadingZ | currNegSym);
 }
 
 TEST_F(IntlFormatsTest, ProfileValuesEmptyTooLongOrMalformed) {
   UInt32 secs = Seconds(1999, 3, 5, 0, 5);
-  Profile({{"sShortDate", ""},
-           {"sLongDate", "dddd, MMMM d, yyyy 'and a long tail of text'"},
-           {"sTime", ""},
-           {"sDate", ""},
-           {"iTime", "x"},
-           {"iTLZero", ""},
-           {"s1159", "morning"},
-           {"s2359", ""}});
+  Profile(
+      "sShortDate=|sLongDate=dddd, MMMM d, yyyy 'and a long tail of text'|sTime=|sDate=|"
+      "iTime=x|iTLZero=|s1159=morning|s2359=");
   // An empty picture leaves the one before; a long one is cut at 31 characters.
   EXPECT_EQ(DateString(secs, shortDate), "3/5/99");
   EXPECT_EQ(DateString(secs, longDate), "Friday, March 5, 1999 and a long ");
@@ -320,7 +248,7 @@ TEST_F(IntlFormatsTest, ProfileValuesEmptyTooLongOrMalformed) {
   EXPECT_EQ(Intl0().timeSep, ':');
   EXPECT_EQ(Intl0().dateSep, '/');
   // Letters that are no picture's are copied as they stand.
-  Profile({{"sShortDate", "Q.d.M.y g"}, {"sLongDate", "'unclosed d"}});
+  Profile("sShortDate=Q.d.M.y g|sLongDate='unclosed d");
   EXPECT_EQ(DateString(secs, shortDate), "Q.5.3.99 g");
   EXPECT_EQ(DateString(secs, longDate), "unclosed d");
   EXPECT_EQ(Intl0().dateOrder, dmy);
@@ -337,10 +265,8 @@ class IntlResourceTest : public IntlFormatsTest {
     CreateDirectoryA(directory_.c_str(), nullptr);
     path_ = directory_ + "SYSTEM.RSR";
     resource_builder::Bytes image = resource_builder::BuildResourceImage(SystemResources());
-    HANDLE f = CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(f, image.data(), DWORD(image.size()), &written, nullptr);
-    CloseHandle(f);
+    std::ofstream(path_, std::ios::binary)
+        .write(reinterpret_cast<const char*>(image.data()), std::streamsize(image.size()));
     r.systemResourceFile = path_.c_str();
   }
   void TearDown() override {
@@ -370,7 +296,7 @@ class DamagedIntl1Test : public IntlResourceTest {
 };
 
 TEST_F(DamagedIntl1Test, ProfileRecordsComeFromTheSystemFileUnlessDamaged) {
-  Profile({});
+  Profile("");
   SInt16 systemFile = CurResFile();  // the application's own file is missing
   ASSERT_GT(systemFile, 0);
   EXPECT_EQ(Intl0().intl0Vers, 0x0102);
@@ -402,7 +328,7 @@ class ShortIntl0Test : public IntlResourceTest {
 };
 
 TEST_F(ShortIntl0Test, ProfileShortIntl0KeepsTheRecord) {
-  Profile({});
+  Profile("");
   EXPECT_EQ(Intl0().intl0Vers, 0);
   EXPECT_EQ(Intl0().metricSys, 0);
   EXPECT_EQ(P(Intl1().days[5]), "Friday");

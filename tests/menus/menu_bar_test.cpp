@@ -336,9 +336,9 @@ TEST_F(MenuBar, ManySubmenusAndASelfNamingSubmenu) {
   EXPECT_EQ(KWE_SearchHierMenuList(0), nullptr);
 }
 
-// A thousand rebuilds of the bar and of its menus as they open: every
+// Hundreds of rebuilds of the bar and of its menus as they open: every
 // Win32 menu replaced is gone, GDI objects and the heap stay flat.
-TEST_F(MenuBar, ThousandRebuildsLeaveNothingBehind) {
+TEST_F(MenuBar, RebuildsLeaveNothingBehind) {
   ShowStandardBar();
   std::vector<HMENU> replaced;
   auto footprint = [&] {
@@ -348,7 +348,7 @@ TEST_F(MenuBar, ThousandRebuildsLeaveNothingBehind) {
   };
   for (int i = 0; i < 10; ++i) DrawMenuBar();
   auto before = footprint();
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 300; ++i) {
     replaced.push_back(BarPopup(2));
     replaced.push_back(GetSubMenu(BarPopup(2), 4));
     DrawMenuBar();

@@ -7,14 +7,12 @@
 #include "MacWindows.h"
 #include "Quickdraw.h"
 #include "Resources.h"
+#include "support/resource_image_file.h"
 
 namespace kwe_test {
 namespace {
 
 WNDPROC g_previous = nullptr;
-std::vector<std::function<void()>>* g_steps = nullptr;
-size_t g_next = 0;
-UINT_PTR g_timer = 0;
 
 // The host's main window procedure: the menu messages go to the library.
 LRESULT CALLBACK MenuHostProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -30,10 +28,6 @@ LRESULT CALLBACK MenuHostProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
     default: break;
   }
   return CallWindowProcA(g_previous, w, msg, wParam, lParam);
-}
-
-void CALLBACK RunStep(HWND, UINT, UINT_PTR, DWORD) {
-  if (g_steps && g_next < g_steps->size()) (*g_steps)[g_next++]();
 }
 
 void PutWord(resource_builder::Bytes& b, int v) {
@@ -105,17 +99,8 @@ void MenuTest::TearDown() {
 }
 
 void MenuTest::UseResources(const std::vector<resource_builder::Resource>& resources) {
-  auto image = resource_builder::BuildResourceImage(resources);
-  char path[MAX_PATH];
-  GetTempPathA(MAX_PATH, path);
-  resourceFile = std::string(path) + "kwe_menus_" + std::to_string(GetCurrentProcessId());
-  FILE* f = std::fopen(resourceFile.c_str(), "wb");
-  ASSERT_NE(f, nullptr);
-  std::fwrite(image.data(), 1, image.size(), f);
-  std::fclose(f);
-  resourceRefNum = OpenResFile(P(resourceFile).c_str());
-  ASSERT_GT(resourceRefNum, 0);
-  SetResLoad(true);  // the host's ResLoad global starts cleared
+  OpenResourceImage(resource_builder::BuildResourceImage(resources), "kwe_menus_", &resourceFile,
+                    &resourceRefNum);
 }
 
 HMENU MenuTest::BarPopup(int toolboxIndex) {
@@ -130,17 +115,10 @@ HMENU MenuTest::BarPopup(int toolboxIndex) {
 
 void MenuTest::DuringModal(std::vector<std::function<void()>> steps, UINT delay) {
   Finish();
-  g_steps = new std::vector<std::function<void()>>(std::move(steps));
-  g_next = 0;
-  g_timer = SetTimer(nullptr, 0, delay, RunStep);
+  steps_ = std::make_unique<TimedSteps>(std::move(steps), delay);
 }
 
-void MenuTest::Finish() {
-  if (g_timer) KillTimer(nullptr, g_timer);
-  g_timer = 0;
-  delete g_steps;
-  g_steps = nullptr;
-}
+void MenuTest::Finish() { steps_.reset(); }
 
 void MenuTest::PostKey(UINT vk) {
   HWND to = GetFocus() ? GetFocus() : mainWindow;
@@ -148,12 +126,6 @@ void MenuTest::PostKey(UINT vk) {
   PostMessageA(to, WM_KEYUP, vk, LPARAM(0xC0000001));
 }
 
-void MenuTest::Pump() {
-  MSG msg;
-  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    TranslateMessage(&msg);
-    DispatchMessageA(&msg);
-  }
-}
+void MenuTest::Pump() { PumpMessages(); }
 
 }  // namespace kwe_test

@@ -4,6 +4,7 @@
 // Win32 menu; input played while a modal menu loop runs.
 #pragma once
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "Menus.h"
 #include "resource_builder/resource_image.h"
 #include "support/test_host.h"
+#include "support/timed_steps.h"
 
 namespace kwe_test {
 
@@ -55,10 +57,12 @@ class MenuTest : public SessionTest {
   void PostKey(UINT vk);
   // Lets Windows deliver what it has queued.
   void Pump();
-  int LiveUserMenus();  // menus of this process USER still knows (-1 unknown)
 
   std::string resourceFile;
   SInt16 resourceRefNum = -1;
+
+ private:
+  std::unique_ptr<TimedSteps> steps_;
 };
 
 }  // namespace kwe_test

@@ -1,11 +1,17 @@
-// The desk scrap against the real clipboard and a second program on it.
+// The desk scrap against the real clipboard and a second program on it, and
+// the osEvt that tells the application whether the clipboard changed while
+// it was away.
 #include "Scrap.h"
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
-#include "scrap/scrap_fixture.h"
+#include "Events.h"
+#include "KWEEvents.h"
+#include "Quickdraw.h"
+#include "support/clipboard_fixture.h"
 
 namespace kwe_test {
 namespace {
@@ -20,11 +26,7 @@ struct TextCase {
 const std::vector<TextCase> kTexts = {
     {"plain", "Hello, world", "Hello, world"},
     {"lines", "one\rtwo\r\rthree", "one\r\ntwo\r\n\r\nthree"},
-    {"accents",
-     "caf\x8E na\x95ve Stra\xA7"
-     "e \x80",
-     "caf\xE9 na\xEFve Stra\xDF"
-     "e \xC4"},
+    {"accents", "caf\216 na\225ve Stra\247e \200", "caf\351 na\357ve Stra\337e \304"},
     {"empty", "", ""},
 };
 
@@ -122,8 +124,8 @@ TEST_F(ScrapTest, LengthsAtTheEdges) {
   EXPECT_EQ(PutScrap(8, kTextType, nullptr), paramErr);
   EXPECT_EQ(PeerGet(), "first") << "a refused PutScrap changed the clipboard";
 
-  // 16 MB of lines, each CR a CR LF on the other side.
-  std::string big(16 << 20, 'a');
+  // 2 MB of lines, each CR a CR LF on the other side.
+  std::string big(2 << 20, 'a');
   for (size_t i = 99; i < big.size(); i += 100) big[i] = '\r';
   ZeroScrap();
   ASSERT_EQ(PutScrap(SInt32(big.size()), kTextType, big.data()), 0);
@@ -186,6 +188,63 @@ TEST_F(NoProcedureTest, EveryRequestCountsAsNotHandled) {
   EXPECT_EQ(UnloadScrap(), 0);
   EXPECT_EQ(InfoScrap()->scrapState, 0);
   EXPECT_EQ(InfoScrap(), &vars.ScrapInfo);
+}
+
+std::vector<std::pair<int, int>> g_calls;  // operation, format
+
+SInt32 __stdcall RecordingProc(SInt16 operation, UInt16 format, HDC dc, Handle destination,
+                               ResType type, void* p, void* q) {
+  if (operation >= kweScrapSuspend) g_calls.emplace_back(operation, format);
+  return DemoClipboardProc(operation, format, dc, destination, type, p, q);
+}
+
+class ActivationTest : public ScrapTest {
+ protected:
+  KWEClipboardProc Procedure() const override { return RecordingProc; }
+  std::vector<UInt32> OsEvents() {
+    std::vector<UInt32> messages;
+    EventRecord e;
+    while (GetNextEvent(osMask, &e))
+      if (e.what == osEvt) messages.push_back(e.message);
+    return messages;
+  }
+};
+
+// The resume asks for conversion, and the procedure is told to convert,
+// only when another program changed the clipboard while the application was
+// away; its own copies before the switch do not count.
+TEST_F(ActivationTest, ResumeAsksForConversionOnlyWhenTheClipboardChanged) {
+  GrafPtr screen = nullptr;
+  InitGraf(&screen);
+  struct Case {
+    const char* what;
+    bool ownCopyBefore, otherProgramCopies;
+    UInt32 resume;
+  };
+  for (const Case& c :
+       {Case{"unchanged", false, false, 0x01000001u}, Case{"copied", false, true, 0x01000003u},
+        Case{"unchanged again", false, false, 0x01000001u},
+        Case{"own copy while active", true, false, 0x01000001u}}) {
+    SCOPED_TRACE(c.what);
+    if (c.ownCopyBefore) {
+      ZeroScrap();
+      ASSERT_EQ(PutScrap(2, kTextType, "hi"), 0);
+      Pump(200);
+    }
+    g_calls.clear();
+    OsEvents();
+    KWE_ActivateApp(false);
+    SInt16 before = Count();
+    if (c.otherProgramCopies) {
+      ASSERT_EQ(PeerPut("while away"), 0u);
+      ASSERT_TRUE(PumpUntil([&] { return Count() != before; }, kNotificationWait));
+    }
+    KWE_ActivateApp(true);
+    EXPECT_EQ(OsEvents(), (std::vector<UInt32>{0x01000000u, c.resume}));
+    int convert = c.resume == 0x01000003u ? 1 : 0;
+    EXPECT_EQ(g_calls,
+              (std::vector<std::pair<int, int>>{{kweScrapSuspend, 0}, {kweScrapResume, convert}}));
+  }
 }
 
 }  // namespace

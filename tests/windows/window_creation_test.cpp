@@ -9,6 +9,7 @@
 #include "Memory.h"
 #include "Resources.h"
 #include "resource_builder/resource_image.h"
+#include "support/resource_image_file.h"
 #include "windows/windows_fixture.h"
 
 namespace {
@@ -119,17 +120,9 @@ TEST_F(Creation, NewWindowNewCWindowAndGetNewWindowFillTheRecord) {
     return resource_builder::MakeResource("WIND", SInt16(128 + !on), b);
   };
   auto image = resource_builder::BuildResourceImage({wind(4, 1, "Mac \x8A"), wind(8, 0, "Off")});
-  char path[MAX_PATH];
-  GetTempPathA(MAX_PATH, path);
-  std::string file = std::string(path) + "kwe_wind_" + std::to_string(GetCurrentProcessId());
-  FILE* f = std::fopen(file.c_str(), "wb");
-  ASSERT_NE(f, nullptr);
-  std::fwrite(image.data(), 1, image.size(), f);
-  std::fclose(f);
-  Str255 name{UInt8(file.size())};
-  std::memcpy(name + 1, file.data(), file.size());
-  SInt16 refNum = OpenResFile(name);
-  SetResLoad(true);
+  std::string file;
+  SInt16 refNum = 0;
+  OpenResourceImage(image, "kwe_wind_", &file, &refNum);
   EXPECT_EQ(GetNewWindow(130, nullptr, InFront()), nullptr);
 
   WindowRecord storage;
@@ -344,7 +337,7 @@ TEST_F(Creation, ManyWindowsMadeDrawnAndDisposedLeakNothing) {
 
   const SInt16 procIDs[] = {documentProc, dBoxProc, zoomDocProc, altDBoxProc, 71, 74};
   WarmUp({documentProc, dBoxProc, zoomDocProc, altDBoxProc, 71, 74});
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 300; ++i) {
     if (i == 20) before = Now();  // what the first windows leave for the session
     Rect bounds{SInt16(30 + i % 40), SInt16(20 + i % 50), SInt16(130 + i % 60), 220};
     WindowPtr w = Make(procIDs[i % 6], bounds, i % 5 != 0);

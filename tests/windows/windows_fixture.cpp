@@ -1,6 +1,7 @@
 #include "windows/windows_fixture.h"
 
 #include "Memory.h"
+#include "support/timed_steps.h"
 
 namespace kwe_test {
 namespace {
@@ -18,13 +19,6 @@ BOOL CALLBACK AddHwnd(HWND w, LPARAM list) {
 
 LRESULT CALLBACK FrameWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
   return DefFrameProcA(w, FindWindowExA(w, nullptr, "MDICLIENT", nullptr), msg, wParam, lParam);
-}
-
-std::vector<std::function<void()>>* g_steps = nullptr;
-size_t g_nextStep = 0;
-
-void CALLBACK RunStep(HWND, UINT, UINT_PTR, DWORD) {
-  if (g_steps && g_nextStep < g_steps->size()) (*g_steps)[g_nextStep++]();
 }
 
 }  // namespace
@@ -125,13 +119,7 @@ std::vector<EventRecord> WindowTest::Drain(EventMask mask, bool paint) {
   return events;
 }
 
-void WindowTest::Pump() {
-  MSG msg;
-  while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    TranslateMessage(&msg);
-    DispatchMessageA(&msg);
-  }
-}
+void WindowTest::Pump() { PumpMessages(); }
 
 std::vector<WindowPtr> WindowTest::ListOrder() {
   std::vector<WindowPtr> order;
@@ -178,16 +166,14 @@ COLORREF WindowTest::Pixel(WindowPtr w, int h, int v) {
 }
 
 void WindowTest::DuringModalLoop(std::vector<std::function<void()>> steps) {
-  g_steps = &steps;
-  g_nextStep = 0;
-  UINT_PTR timer = SetTimer(nullptr, 0, 20, RunStep);
-  for (DWORD start = GetTickCount(); g_nextStep < steps.size() && GetTickCount() - start < 5000;) {
-    Pump();
-    Sleep(5);
+  {
+    TimedSteps run(std::move(steps), 20);
+    for (DWORD start = GetTickCount(); !run.Done() && GetTickCount() - start < 5000;) {
+      Pump();
+      Sleep(5);
+    }
   }
-  KillTimer(nullptr, timer);
   Pump();
-  g_steps = nullptr;
 }
 
 bool WindowTest::NextMouseDown(EventRecord* e) {
