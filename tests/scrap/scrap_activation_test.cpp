@@ -19,7 +19,7 @@ std::vector<std::pair<int, int>> g_calls;  // operation, format
 SInt32 __stdcall RecordingProc(SInt16 operation, UInt16 format, HDC dc, Handle destination,
                                ResType type, void* p, void* q) {
   if (operation >= kweScrapSuspend) g_calls.emplace_back(operation, format);
-  return DemoClipboardProc(operation, format, dc, destination, type, p, q);
+  return kwe::host::ClipboardProc(operation, format, dc, destination, type, p, q);
 }
 
 class ActivationTest : public ScrapTest {

@@ -110,7 +110,7 @@ TEST_F(ScrapTest, TypesNoFormatGivesWalkEveryFormat) {
   ZeroScrap();
   EXPECT_EQ(GetScrap(nullptr, kTextType, &offset), noTypeErr);
   EXPECT_EQ(offset, 0);
-  // A type the procedure does not take is no scrap.
+  // Four bytes are shorter than a picture's header: no scrap.
   EXPECT_EQ(PutScrap(4, kPictType, "\0\0\0\0"), noScrapErr);
   EXPECT_EQ(CountClipboardFormats(), 0);
 }
