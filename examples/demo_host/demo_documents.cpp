@@ -81,14 +81,14 @@ std::string Name(const FSSpec& spec) {
   return std::string(reinterpret_cast<const char*>(spec.name) + 1, spec.name[0]);
 }
 
-std::string SaveNotes(std::vector<std::string>& lines, const std::string& screenshot) {
+std::string SaveNotes(const std::string& screenshot) {
   StandardFileReply reply{};
   WithUser({"name:" + std::string(kDocumentName), "shot:" + screenshot, "ok"}, [&] {
     StandardPutFile(reinterpret_cast<const UInt8*>("\x0ASave notes"),
                     reinterpret_cast<const UInt8*>("\x08Untitled"), &reply);
   });
-  lines.push_back(g_script.shot ? "Save dialog saved to " + screenshot
-                                : "Could not save the save dialog");
+  std::printf("%s %s\n", g_script.shot ? "Save dialog saved to" : "Could not save",
+              screenshot.c_str());
   if (!reply.sfGood) return "Save dialog: cancelled";
   FSpDelete(&reply.sfFile);  // a replaced document starts empty
   SInt16 file = 0;
@@ -188,7 +188,7 @@ std::string PrintPage() {
 std::vector<std::string> RunDocumentsDemo(const std::string& dialogScreenshot) {
   KWE_Set_Tovel(kFileTypes, nullptr);
   std::vector<std::string> lines;
-  lines.push_back(SaveNotes(lines, dialogScreenshot));
+  lines.push_back(SaveNotes(dialogScreenshot));
   lines.push_back(OpenNotes());
   lines.push_back(PrintPage());
   return lines;
