@@ -6,7 +6,7 @@
 
 #include "KWESession.h"
 #include "MacWindows.h"
-#include "library_windows.h"
+#include "host/shell.h"
 
 namespace kwe_bench {
 
@@ -18,7 +18,7 @@ struct HostWindowSession {
     wc.hInstance = instance;
     wc.lpszClassName = "KWEMainWndClass";
     RegisterClassA(&wc);
-    RegisterLibraryWindowClasses(instance);
+    kwe::host::RegisterLibraryClasses(instance);
     main = CreateWindowA("KWEMainWndClass", title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
                          1000, 700, nullptr, nullptr, instance, nullptr);
     ShowWindow(main, SW_SHOWNORMAL);

@@ -15,8 +15,8 @@
 #include "Lists.h"
 #include "MacWindows.h"
 #include "bench_support.h"
+#include "host/shell.h"
 #include "host_window_session.h"
-#include "library_windows.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "KWESession.h"
 #include "Memory.h"
 #include "bench_support.h"
-#include "demo_clipboard.h"
+#include "host/shell.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ int main() {
   record.size = sizeof record;
   record.instance = GetModuleHandleA(nullptr);
   record.mainWindow = owner;
-  record.clipboardProcedure = reinterpret_cast<ProcPtr>(DemoClipboardProc);
+  record.clipboardProcedure = reinterpret_cast<ProcPtr>(kwe::host::ClipboardProc);
   KWE_InitSession(&record);
   KWEGlobalsRecord globals{};
   globals.size = 4;

@@ -14,8 +14,8 @@
 #include "MacWindows.h"
 #include "TextEdit.h"
 #include "bench_support.h"
+#include "host/shell.h"
 #include "host_window_session.h"
-#include "library_windows.h"
 
 namespace {
 

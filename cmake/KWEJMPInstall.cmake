@@ -13,7 +13,7 @@ else()
 endif()
 set(KWE_ARCH_DIR ${KWE_ARCH}-w64-mingw32)
 
-install(TARGETS KWEJMP kwe_host EXPORT KWEJMPTargets
+install(TARGETS KWEJMP kwe_host kwe_host_procedures EXPORT KWEJMPTargets
         RUNTIME DESTINATION ${KWE_ARCH_DIR}/bin
         LIBRARY DESTINATION ${KWE_ARCH_DIR}/bin
         ARCHIVE DESTINATION ${KWE_ARCH_DIR}/lib)

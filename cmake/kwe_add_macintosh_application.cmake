@@ -40,7 +40,7 @@ function(kwe_add_macintosh_application name)
 "/* The host shell's description of ${name}, made by kwe_add_macintosh_application. */
 #include <stddef.h>
 #include \"KWEHost.h\"
-const KWEApplication KWEHostApplication = {${title}, ${APP_FLAGS}u, NULL, NULL, 0, ${APP_WIDTH}, ${APP_HEIGHT}};
+const KWEApplication KWEHostApplication = {${title}, ${APP_FLAGS}u, NULL, NULL, 0, ${APP_WIDTH}, ${APP_HEIGHT}, NULL};
 ")
     list(APPEND sources ${description})
   endif()

@@ -2,4 +2,4 @@
 // takes this file from the library only then.
 #include "KWEHost.h"
 
-const KWEApplication KWEHostApplication = {nullptr, 0, nullptr, nullptr, 0, 0, 0};
+const KWEApplication KWEHostApplication = {nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr};

@@ -11,6 +11,8 @@ namespace kwe::host {
 // procedure that forwards to the library.
 void RegisterLibraryClasses(HINSTANCE instance);
 void RegisterLibraryClass(HINSTANCE instance, const char* name, WNDPROC procedure, int extra);
+// KWESubWndClass's procedure: ForwardToLibrary over DefWindowProcA.
+LRESULT CALLBACK LibraryWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);
 
 // Hands msg to the library's translators when it is one of theirs;
 // otherwise to defaultProc.
@@ -30,7 +32,8 @@ void EndSession();
 // window's close box's road out.
 [[noreturn]] void EndProgram(int code);
 
-// The clipboard procedure of the session record: 'TEXT' against CF_TEXT.
+// The clipboard procedure of the session record: 'TEXT' against CF_TEXT,
+// 'PICT' against CF_ENHMETAFILE.
 SInt32 __stdcall ClipboardProc(SInt16 operation, UInt16 format, HDC dc, Handle destination,
                                ResType type, void* p, void* q);
 

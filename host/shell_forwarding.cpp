@@ -15,15 +15,15 @@ bool IsMouseMessage(UINT msg) {
          (msg >= WM_NCMOUSEMOVE && msg <= WM_NCMBUTTONDBLCLK) || msg == WM_SETCURSOR;
 }
 
-LRESULT CALLBACK LibraryWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
-  return ForwardToLibrary(window, msg, wParam, lParam, DefWindowProcA);
-}
-
 LRESULT CALLBACK LibraryMdiWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
   return ForwardToLibrary(window, msg, wParam, lParam, DefMDIChildProcA);
 }
 
 }  // namespace
+
+LRESULT CALLBACK LibraryWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
+  return ForwardToLibrary(window, msg, wParam, lParam, DefWindowProcA);
+}
 
 LRESULT ForwardToLibrary(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, WNDPROC defaultProc) {
   switch (msg) {

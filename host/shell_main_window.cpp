@@ -12,6 +12,7 @@ namespace kwe::host {
 namespace {
 
 HWND g_mdiClient = nullptr;
+KWEMainWindowHook g_hook = nullptr;
 
 LRESULT CALLBACK DefaultFrameProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
   if (g_mdiClient) return DefFrameProcA(window, g_mdiClient, msg, wParam, lParam);
@@ -35,6 +36,7 @@ bool MenuMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, LRESULT* r
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lParam) {
   LRESULT answer = 0;
+  if (g_hook && g_hook(window, msg, wParam, lParam, &answer)) return answer;
   if (MenuMessage(window, msg, wParam, lParam, &answer)) return answer;
   switch (msg) {
     case WM_COMMAND:  // menu items and accelerators become the pending menu command
@@ -82,6 +84,7 @@ HMENU MakeMenuBar(const char* title) {
 }  // namespace
 
 HWND CreateMainWindow(HINSTANCE instance, const KWEApplication& app, HWND* mdiClient) {
+  g_hook = app.mainWindowHook;
   RegisterLibraryClass(instance, "KWEMainWndClass", MainWindowProc, 0);
   char name[MAX_PATH] = "";
   const char* title = app.windowTitle;

@@ -19,16 +19,27 @@
 #include "KWEWin32.h"
 #include "Quickdraw.h"
 
+/* Called first with each message of the main window; answers non-zero when
+   it handled the message, *result being the answer. A program that paints
+   in the main window (around the Toolbox windows) sets one. */
+typedef BOOL (*KWEMainWindowHook)(HWND window, UINT msg, WPARAM wParam, LPARAM lParam,
+                                  LRESULT* result);
+
 typedef struct KWEApplication {
   const char* windowTitle; /* the main window's title; null: the program's name */
   UInt32 sessionFlags;     /* the session flags word (KWESession.h) */
   /* A resource file beside the program opened after the program's own
      <name>.RSR, and so searched first; null: only <name>.RSR. */
   const char* resourceFile;
-  const ACCEL* accelerators; /* translated before any message is handled */
+  /* Translated before any message is handled. A command is a menu item's:
+     the n-th menu the program installs after the Apple menu (from 1) gives
+     its items the commands (n << 8) + item - 1; command 0 is the shell's
+     own item, which chooses the Apple menu's first. */
+  const ACCEL* accelerators;
   SInt32 acceleratorCount;
   SInt16 windowWidth; /* the main window's size; 0: the screen's work area */
   SInt16 windowHeight;
+  KWEMainWindowHook mainWindowHook; /* null: none */
 } KWEApplication;
 
 KWE_EXTERN_C const KWEApplication KWEHostApplication;

@@ -9,7 +9,7 @@
 #include "KWEWindows.h"
 #include "Menus.h"
 #include "demo_lists.h"
-#include "host_shell.h"
+#include "demo_main_window.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-// The demonstration host: its WinMain is the whole Windows side. It starts
-// the session, runs the Macintosh code, shows the results in its window,
-// saves a screenshot and ends the session.
+// The demonstration host: a Macintosh program on the host shell, whose
+// WinMain starts the session and calls main(). It runs the Macintosh code,
+// shows the results in the shell's main window and saves a screenshot.
 //   demo_host.exe [screenshot.png]
 #include <windows.h>
 
@@ -8,13 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "KWEHost.h"
 #include "KWEWindows.h"
 #include "demo_dialogs.h"
+#include "demo_documents.h"
+#include "demo_main_window.h"
 #include "demo_menu_messages.h"
 #include "demo_menus.h"
 #include "demo_today.h"
 #include "document_windows.h"
-#include "host_shell.h"
 #include "notes_window.h"
 #include "quickdraw_scene.h"
 #include "toolbox_tour.h"
@@ -24,11 +26,15 @@ std::vector<Pattern> g_patterns;
 void PaintScene(HDC dc, int top) { DrawScene(dc, top, g_patterns); }
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
-  std::string screenshot = commandLine && commandLine[0] ? commandLine : "demo-screenshot.png";
-  HWND main = StartHost(instance, nullptr);
+// The Toolbox windows are the main window's children: it paints around them.
+const KWEApplication KWEHostApplication = {"Toolbox Tour", 0,   nullptr,        nullptr, 0,
+                                           1012,           760, PaintMainWindow};
 
-  StartQuickDraw(HostGlobals());
+int main(int argc, char** argv) {
+  std::string screenshot = argc > 1 ? argv[1] : "demo-screenshot.png";
+  HWND main = KWEHostMainWindow();
+
+  StartQuickDraw();
   InitWindows();
   TourResult tour = RunToolboxTour();
   std::vector<std::string> today = TodayAndScrapLines();
@@ -43,6 +49,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   std::vector<std::string> events = RunEventLoop();
   events.push_back("About alert answered with item " + std::to_string(ShowAboutAlert()));
   for (const std::string& line : RunSettingsDialog("demo-dialog.png")) events.push_back(line);
+  for (const std::string& line : RunDocumentsDemo("demo-save-dialog.png")) events.push_back(line);
   tour.lines.insert(tour.lines.end() - 1, events.begin(), events.end());
   for (const std::string& line : tour.lines) std::printf("%s\n", line.c_str());
   SetWindowLines(tour.lines);
@@ -58,6 +65,5 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   CloseNotesWindow();
   CloseDocumentWindows();
   EndQuickDraw();
-  EndHost(main);
   return saved ? 0 : 1;
 }

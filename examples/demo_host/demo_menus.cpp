@@ -46,23 +46,6 @@ void SetUpMenuBar() {
   DrawMenuBar();
 }
 
-bool ForwardMenuMessage(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, LRESULT* result) {
-  switch (msg) {
-    case WM_INITMENUPOPUP:
-      KWE_InitMenuMsg(reinterpret_cast<HMENU>(wParam));
-      *result = 0;
-      return true;
-    case WM_MENUSELECT: *result = KWE_MenuSelect(window, msg, wParam, lParam); return false;
-    case WM_ENTERIDLE: *result = KWE_EnterIdle(window, msg, wParam, lParam); return false;
-    case WM_MEASUREITEM:
-    case WM_DRAWITEM:
-      if (wParam != 0) return false;  // a control's, not a menu's
-      *result = KWE_MenuUserItem(window, msg, wParam, lParam);
-      return true;
-    default: return false;
-  }
-}
-
 std::string HandleMenuEvent(const EventRecord& event) {
   SInt32 choice = 0;
   if (event.what == mouseDown) {

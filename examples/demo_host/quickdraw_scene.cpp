@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "Fonts.h"
-#include "KWEHostGlobals.h"
 #include "KWEPorts.h"
 #include "Quickdraw.h"
 #include "colour_wheel.h"
@@ -11,12 +10,7 @@
 
 namespace {
 
-GrafPtr g_screenPort = nullptr;
 GrafPort g_scenePort;
-const KWELowMemoryGlobals* g_globals = nullptr;
-
-// The application's QuickDraw globals (white, black, gray, ltGray, dkGray).
-const KWELowMemoryGlobals& qd() { return *g_globals; }
 
 constexpr SInt32 kColours[] = {blackColor, redColor,     greenColor, blueColor,
                                cyanColor,  magentaColor, yellowColor};
@@ -32,7 +26,7 @@ void Swatch(SInt16 left, const Pattern& pattern) {
 void ShapeGrid(SInt16 top, const std::vector<Pattern>& patterns) {
   const SInt16 cellW = 74, cellH = 30;
   Rect ground{top, 12, SInt16(top + 6 * cellH), SInt16(12 + 5 * cellW)};
-  FillRect(&ground, &qd().ltGray);
+  FillRect(&ground, &qd.ltGray);
   static PolyHandle triangle = nullptr;
   if (!triangle) {
     triangle = OpenPoly();
@@ -47,7 +41,7 @@ void ShapeGrid(SInt16 top, const std::vector<Pattern>& patterns) {
     for (int shape = 0; shape < 6; ++shape) {
       SInt16 left = SInt16(16 + verb * cellW), y = SInt16(top + 4 + shape * cellH);
       Rect r{y, left, SInt16(y + 22), SInt16(left + 62)};
-      const Pattern& fill = patterns.empty() ? qd().gray : patterns[shape % patterns.size()];
+      const Pattern& fill = patterns.empty() ? qd.gray : patterns[shape % patterns.size()];
       PenSize(verb == 0 ? 2 : 1, verb == 0 ? 2 : 1);
       switch (shape) {
         case 0:
@@ -176,9 +170,8 @@ void StyledText(SInt16 h, SInt16 v) {
 
 }  // namespace
 
-void StartQuickDraw(const KWELowMemoryGlobals* globals) {
-  g_globals = globals;
-  InitGraf(&g_screenPort);
+void StartQuickDraw() {
+  InitGraf(&qd.thePort);
   InitFonts();
   OpenPort(&g_scenePort);
 }
@@ -196,7 +189,7 @@ void DrawScene(HDC dc, int top, const std::vector<Pattern>& patterns) {
     Swatch(left, pattern);
     left += 76;
   }
-  BackPat(&qd().white);
+  BackPat(&qd.white);
   ShapeGrid(32, patterns);
   Fan(490, 100);
   ClippedStar(490, 185);

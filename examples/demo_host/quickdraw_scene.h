@@ -9,8 +9,7 @@
 
 // InitGraf and the port the scene is drawn in; the program's first
 // QuickDraw calls, as on the Macintosh.
-struct KWELowMemoryGlobals;
-void StartQuickDraw(const KWELowMemoryGlobals* globals);
+void StartQuickDraw();
 void EndQuickDraw();
 
 // Draws the scene into dc (the host's WM_PAINT DC) with its top at top:

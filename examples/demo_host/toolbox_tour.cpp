@@ -116,8 +116,8 @@ void WorkWithAFile(std::vector<std::string>& lines) {
   FSpDelete(&spec);
 }
 
-std::string Text(const unsigned char* pascal) {
-  return std::string(reinterpret_cast<const char*>(pascal) + 1, pascal[0]);
+std::string Text(const unsigned char* string) {
+  return std::string(reinterpret_cast<const char*>(string) + 1, string[0]);
 }
 
 // The program's own resource file (demo_host.RSR) and the library's system

@@ -1,8 +1,10 @@
 /* Skeleton: the shape every Macintosh application of the late 1980s had. A
    menu bar from an 'MBAR', document windows from a 'WIND' that can be
-   dragged, sized, zoomed and closed, an About alert, and the event loop
-   around WaitNextEvent (or GetNextEvent where the trap is missing). The one
-   change from its Macintosh source is <MacWindows.h> for <Windows.h>. */
+   dragged, sized, zoomed and closed, an About alert, Copy (the front
+   document as a picture and its title as text) and Paste (text names the
+   front document), and the event loop around WaitNextEvent (or GetNextEvent
+   where the trap is missing). The one change from its Macintosh source is
+   <MacWindows.h> for <Windows.h>. */
 #include <Dialogs.h>
 #include <DiskInit.h>
 #include <Events.h>
@@ -13,6 +15,7 @@
 #include <OSUtils.h>
 #include <Packages.h>
 #include <Quickdraw.h>
+#include <Scrap.h>
 #include <SegLoad.h>
 #include <ToolUtils.h>
 #include <Traps.h>
@@ -30,6 +33,8 @@
 #define iClose 2
 #define iQuit 4
 #define mEdit 130
+#define iCopy 4
+#define iPaste 5
 
 #define kMaxDocuments 8
 #define kMinDocSize 80
@@ -41,6 +46,8 @@ Boolean gHasWaitNextEvent;
 Boolean gInBackground;
 short gDocumentCount;
 Boolean gQuitting;
+long gCopiedPictureSize;
+long gPastedPictureSize;
 
 static Boolean TrapAvailable(short theTrap, TrapType tType) {
   if (tType == ToolTrap) theTrap &= 0x07FF;
@@ -101,6 +108,44 @@ static void DoCloseWindow(WindowPtr window) {
   --gDocumentCount;
 }
 
+/* The front document's drawing as a 'PICT' and its title, followed by a
+   line of its own, as 'TEXT'. */
+static void DoCopy(WindowPtr window) {
+  static const unsigned char suffix[] = "\rdrawn by Skeleton \xA5";
+  Str255 title;
+  PicHandle picture;
+  if (window == nil) return;
+  SetPort(window);
+  picture = OpenPicture(&window->portRect);
+  DrawDocument(window);
+  ClosePicture();
+  ZeroScrap();
+  GetWTitle(window, title);
+  BlockMove(suffix, title + title[0] + 1, sizeof suffix - 1);
+  PutScrap(title[0] + (long)sizeof suffix - 1, 'TEXT', title + 1);
+  gCopiedPictureSize = GetHandleSize((Handle)picture);
+  HLock((Handle)picture);
+  PutScrap(gCopiedPictureSize, 'PICT', *picture);
+  KillPicture(picture);
+}
+
+/* The scrap's text up to its first return names the front document; a
+   picture on the scrap is only measured. */
+static void DoPaste(WindowPtr window) {
+  Handle text = NewHandle(0), picture = NewHandle(0);
+  SInt32 offset, length = GetScrap(text, 'TEXT', &offset);
+  Str255 title;
+  short i;
+  gPastedPictureSize = GetScrap(picture, 'PICT', &offset);
+  if (window != nil && length > 0) {
+    for (i = 0; i < length && i < 255 && (*text)[i] != '\r'; ++i) title[i + 1] = (*text)[i];
+    title[0] = (unsigned char)i;
+    SetWTitle(window, title);
+  }
+  DisposeHandle(text);
+  DisposeHandle(picture);
+}
+
 static void AdjustMenus(void) {
   MenuHandle file = GetMenuHandle(mFile);
   if (FrontWindow() != nil)
@@ -123,7 +168,10 @@ static void DoMenuCommand(long menuResult) {
         case iQuit: gQuitting = true; break;
       }
       break;
-    case mEdit: break; /* nothing to edit without TextEdit */
+    case mEdit:
+      if (menuItem == iCopy) DoCopy(FrontWindow());
+      if (menuItem == iPaste) DoPaste(FrontWindow());
+      break;
   }
   HiliteMenu(0);
 }

@@ -84,7 +84,14 @@ void WaitFor(const std::function<bool()>& condition, const std::string& what, in
   Verdict();
 }
 
-HWND MainWindow() { return FindWindowA("KWEMainWndClass", nullptr); }
+// This process's: tests running beside it have main windows of the class too.
+HWND MainWindow() {
+  HWND window = nullptr;
+  DWORD process = 0;
+  while ((window = FindWindowExA(nullptr, window, "KWEMainWndClass", nullptr)) != nullptr)
+    if (GetWindowThreadProcessId(window, &process) && process == GetCurrentProcessId()) break;
+  return window;
+}
 
 std::vector<HWND> LibraryWindows() {
   std::vector<HWND> list;

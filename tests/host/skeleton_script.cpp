@@ -1,17 +1,34 @@
 // The application skeleton as a user meets it: the menu bar from its 'MBAR',
 // a document window that draws itself, File > New staggering a second one, a
-// click leaving its mark, the zoom box, the close box, the About alert
-// answered with its OK button, and File > Quit ending the program.
+// click leaving its mark, the zoom box, the close box, Copy and Paste through
+// the Windows clipboard, the About alert answered with its OK button, and
+// File > Quit ending the program. The shell's description of the program is
+// this file's, with Windows' editing keys as accelerators.
+#include <cstring>
+
+#include "KWEHost.h"
 #include "host/program_driver.h"
 
 extern "C" {
 extern unsigned char gHasWaitNextEvent;
 extern short gDocumentCount;
+extern long gCopiedPictureSize;
+extern long gPastedPictureSize;
 }
+
+// Ctrl+Insert copies and Shift+Insert pastes (Edit is the second menu after
+// the Apple menu),
+// F1 chooses the shell's About item (command 0).
+const ACCEL kAccelerators[] = {{FVIRTKEY | FCONTROL, VK_INSERT, 0x203},
+                               {FVIRTKEY | FSHIFT, VK_INSERT, 0x204},
+                               {FVIRTKEY, VK_F1, 0}};
+const KWEApplication KWEHostApplication = {"Skeleton", 0,   nullptr, kAccelerators,
+                                           3,          800, 600,     nullptr};
 
 namespace {
 
 using namespace kwe_drive;
+using Pixel = std::function<COLORREF(int x, int y)>;
 
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
@@ -26,20 +43,133 @@ HWND NthDocument(size_t n) {
 // The document's drawing: a frame 10 pixels inside the window and, 20
 // further in, an oval filled with the gray pattern (black and white pixels
 // side by side at its centre).
+// exact: the gray pattern pixel for pixel; otherwise a pattern of black and
+// white (Wine's metafile driver records the 8-by-8 pattern brush with every
+// other row black).
+void CheckDrawing(const Pixel& pixel, SIZE size, const std::string& name, bool exact = true) {
+  Check(pixel(5, size.cy / 2) == kWhite, name + " is erased outside its frame");
+  int x = size.cx / 2, y = size.cy / 2, black = 0, white = 0;
+  for (int dy = 0; dy < 4; ++dy)
+    for (int dx = 0; dx < 4; ++dx) {
+      COLORREF c = pixel(x + dx, y + dy);
+      black += c == kBlack;
+      white += c == kWhite;
+    }
+  Check(exact ? black == 8 && white == 8 : black >= 8 && white >= 4 && black + white == 16,
+        name + "'s oval shows the gray pattern (" + std::to_string(black) + " black of 16)");
+}
+
 void CheckDocumentDrawn(HWND w, const std::string& name) {
   SIZE size = ClientSize(w);
   WaitFor([&] { return ClientPixel(w, 10, size.cy / 2) == kBlack; },
           name + "'s frame is drawn on its update event");
-  Check(ClientPixel(w, 5, size.cy / 2) == kWhite, name + " is erased outside its frame");
-  int x = size.cx / 2, y = size.cy / 2, black = 0, white = 0;
-  for (int dy = 0; dy < 4; ++dy)
-    for (int dx = 0; dx < 4; ++dx) {
-      COLORREF c = ClientPixel(w, x + dx, y + dy);
-      black += c == kBlack;
-      white += c == kWhite;
+  CheckDrawing([w](int x, int y) { return ClientPixel(w, x, y); }, size, name);
+}
+
+// The keys as the keyboard makes them, to the program's foreground window.
+void Press(WORD modifier, WORD key) {
+  SetForegroundWindow(MainWindow());
+  std::vector<INPUT> strokes;
+  for (WORD k : {modifier, key, key, modifier}) {
+    if (!k) continue;
+    INPUT in{};
+    in.type = INPUT_KEYBOARD;
+    in.ki.wVk = k;
+    in.ki.dwFlags = strokes.size() >= (modifier ? 2u : 1u) ? KEYEVENTF_KEYUP : 0;
+    strokes.push_back(in);
+  }
+  SendInput(UINT(strokes.size()), strokes.data(), sizeof(INPUT));
+}
+
+// The clipboard as another program reads it: format's text, or the
+// metafile played at its own size into a white bitmap.
+std::string ClipboardText() {
+  std::string text;
+  if (!OpenClipboard(nullptr)) return "(busy)";
+  if (HANDLE data = GetClipboardData(CF_TEXT)) {
+    text = static_cast<const char*>(GlobalLock(data));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+void PutClipboardText(const char* text) {
+  WaitFor([] { return OpenClipboard(nullptr) != 0; }, "the clipboard opens");
+  EmptyClipboard();
+  HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, std::strlen(text) + 1);
+  std::strcpy(static_cast<char*>(GlobalLock(memory)), text);
+  GlobalUnlock(memory);
+  SetClipboardData(CF_TEXT, memory);
+  // Another program's picture beside it, which is no 'PICT' of ours.
+  HDC metafile = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+  Rectangle(metafile, 0, 0, 40, 30);
+  SetClipboardData(CF_ENHMETAFILE, CloseEnhMetaFile(metafile));
+  CloseClipboard();
+}
+
+void CheckClipboardPicture(SIZE size, const std::string& name) {
+  if (!OpenClipboard(nullptr)) return Check(false, "the clipboard opens for the picture");
+  auto metafile = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
+  Check(metafile != nullptr, name + " is on the clipboard as an enhanced metafile");
+  HDC dc = CreateCompatibleDC(nullptr);
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, size.cx, -size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ old = SelectObject(dc, bitmap);
+  RECT all{0, 0, size.cx, size.cy};
+  FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+  if (metafile) PlayEnhMetaFile(dc, metafile, &all);  // its frame is the document's size
+  CloseClipboard();
+  GdiFlush();
+  auto pixel = [&](int x, int y) {
+    UInt32 v = static_cast<const UInt32*>(bits)[y * size.cx + x];
+    return RGB(v >> 16 & 0xFF, v >> 8 & 0xFF, v & 0xFF);
+  };
+  Check(pixel(10, size.cy / 2) == kBlack, name + "'s frame is in the metafile");
+  CheckDrawing(pixel, size, name + " on the clipboard", false);
+  SelectObject(dc, old);
+  DeleteObject(bitmap);
+  DeleteDC(dc);
+}
+
+// Copy and Paste by Windows' keys and by the Macintosh command keys, the
+// clipboard read and written by this thread as another program would.
+void CheckClipboard(HWND document) {
+  struct Case {
+    const char* what;
+    WORD modifier, key;
+    const char* put;     // placed on the clipboard first; null: nothing
+    const char* title;   // the document's title after a paste; null: a copy
+    long pastedPicture;  // gPastedPictureSize after a paste; 1: the last copy's size
+  } cases[] = {
+      {"Ctrl+Insert copies", VK_CONTROL, VK_INSERT, nullptr, nullptr, 0},
+      {"Shift+Insert pastes another program's text, not its picture", VK_SHIFT, VK_INSERT,
+       "Pasted\r\nname", "Pasted", -102},
+      {"Ctrl+C copies", VK_CONTROL, 'C', nullptr, nullptr, 0},
+      {"Ctrl+V pastes text and picture", VK_CONTROL, 'V', nullptr, "Pasted", 1},
+  };
+  long copied = 0;
+  for (const Case& c : cases) {
+    std::string what = c.what, title = TextOf(document);
+    if (c.put) PutClipboardText(c.put);
+    gPastedPictureSize = gCopiedPictureSize = 0;
+    Press(c.modifier, c.key);
+    if (!c.title) {
+      WaitFor([] { return gCopiedPictureSize > 0; }, what + ": a picture is put");
+      copied = gCopiedPictureSize;
+      WaitFor([&] { return ClipboardText() == title + "\r\ndrawn by Skeleton \x95"; },
+              what + ": the title and a line, CR LF and ANSI, are on the clipboard");
+      CheckClipboardPicture(ClientSize(document), what);
+      continue;
     }
-  Check(black == 8 && white == 8,
-        name + "'s oval shows the gray pattern (" + std::to_string(black) + " black of 16)");
+    WaitFor([] { return gPastedPictureSize != 0; }, what + ": Paste ran");
+    WaitFor([&] { return TextOf(document) == c.title; }, what + ": the document is renamed");
+    long expected = c.pastedPicture == 1 ? copied : c.pastedPicture;
+    Check(gPastedPictureSize == expected,
+          what + ": the scrap's picture is " + std::to_string(gPastedPictureSize));
+  }
 }
 
 void CheckMenuBar() {
@@ -91,7 +221,8 @@ void Script() {
 
   PostMessageA(second, WM_SYSCOMMAND, SC_CLOSE, 0);
   WaitFor([&] { return !IsWindow(second); }, "the close box disposes of the window");
-  Check(gDocumentCount == 1, "one document is left");
+  WaitFor([] { return gDocumentCount == 1; }, "one document is left");
+  CheckClipboard(first);
 
   ChooseMenuItem(0, 0);  // About Skeleton...
   HWND alert = nullptr;

@@ -112,7 +112,7 @@ TEST_F(ScrapTest, TypesNoFormatGivesWalkEveryFormat) {
   ZeroScrap();
   EXPECT_EQ(GetScrap(nullptr, kTextType, &offset), noTypeErr);
   EXPECT_EQ(offset, 0);
-  // A type the procedure does not take is no scrap.
+  // Four bytes are shorter than a picture's header: no scrap.
   EXPECT_EQ(PutScrap(4, kPictType, "\0\0\0\0"), noScrapErr);
   EXPECT_EQ(CountClipboardFormats(), 0);
 }
@@ -195,7 +195,7 @@ std::vector<std::pair<int, int>> g_calls;  // operation, format
 SInt32 __stdcall RecordingProc(SInt16 operation, UInt16 format, HDC dc, Handle destination,
                                ResType type, void* p, void* q) {
   if (operation >= kweScrapSuspend) g_calls.emplace_back(operation, format);
-  return DemoClipboardProc(operation, format, dc, destination, type, p, q);
+  return kwe::host::ClipboardProc(operation, format, dc, destination, type, p, q);
 }
 
 class ActivationTest : public ScrapTest {

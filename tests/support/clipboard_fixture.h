@@ -1,4 +1,4 @@
-// A session whose clipboard procedure is the demonstration host's, a window
+// A session whose clipboard procedure is the host shell's, a window
 // that hears of clipboard changes and hands them to KWE_DrawClipboard as a
 // host's main window does, and a second program on the same clipboard.
 #pragma once
@@ -12,7 +12,7 @@
 
 #include "KWEScrap.h"
 #include "Memory.h"
-#include "demo_clipboard.h"
+#include "host/shell.h"
 #include "support/test_host.h"
 
 namespace kwe_test {
@@ -41,7 +41,7 @@ inline std::string BesideTests(const char* name) {
 
 class ScrapTest : public SessionTest {
  protected:
-  virtual KWEClipboardProc Procedure() const { return DemoClipboardProc; }
+  virtual KWEClipboardProc Procedure() const { return kwe::host::ClipboardProc; }
   void FillRecord(KWESessionRecord& r) override {
     r.clipboardProcedure = reinterpret_cast<ProcPtr>(Procedure());
   }

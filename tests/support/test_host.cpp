@@ -32,7 +32,7 @@ void RegisterHostClasses() {
   wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
   wc.lpszClassName = "KWEMainWndClass";
   RegisterClassA(&wc);
-  RegisterLibraryWindowClasses(TestInstance());
+  kwe::host::RegisterLibraryClasses(TestInstance());
   registered = true;
 }
 

@@ -7,7 +7,7 @@
 
 #include "KWEHostGlobals.h"
 #include "KWESession.h"
-#include "library_windows.h"
+#include "host/shell.h"
 #include "support/diagnostic_capture.h"
 
 namespace kwe_test {
@@ -22,8 +22,7 @@ HINSTANCE TestInstance();
 int LiveGdiObjects();
 
 // Registers KWEMainWndClass once, and the library's two window classes with
-// the demonstration host's procedures (LibraryWindowProc, as a host shell
-// writes it).
+// the host shell's procedures.
 void RegisterHostClasses();
 HWND CreateMainWindow();
 

@@ -258,12 +258,9 @@ TEST_F(Creation, CreationsFailingHalfWayUndoEverything) {
 class NarrowClassCreation : public WindowTest {
  protected:
   void FillRecord(KWESessionRecord& r) override {
-    WNDCLASSA wc{};
-    wc.lpfnWndProc = LibraryWindowProc;
-    wc.hInstance = TestInstance();
-    wc.lpszClassName = "KWENarrowWndClass";
-    RegisterClassA(&wc);
-    r.windowClass = wc.lpszClassName;
+    kwe::host::RegisterLibraryClass(TestInstance(), "KWENarrowWndClass",
+                                    kwe::host::LibraryWindowProc, 0);
+    r.windowClass = "KWENarrowWndClass";
   }
 };
 

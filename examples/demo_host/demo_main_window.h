@@ -1,24 +1,14 @@
-// The host's thin Windows shell: what a ported application keeps of its own
-// besides its Macintosh code.
+// The demonstration's main window: the host shell makes it and forwards its
+// messages; the demonstration paints its lines and scene in it, posts a
+// user's input to it and saves it as a screenshot.
 #pragma once
 #include <windows.h>
 
 #include <string>
 #include <vector>
 
-#include "MacTypes.h"
-
-// Registers the window classes the library names (the Toolbox windows' two
-// with the forwarding procedures of library_windows.h), creates the main
-// window, and starts a session with every low-memory global bound to host
-// variables.
-HWND StartHost(HINSTANCE instance, const char* commandLine);
-void EndHost(HWND mainWindow);
-
-// The host's variables behind the low-memory globals (thePort, the
-// patterns, ...), as the Macintosh code reads them.
-struct KWELowMemoryGlobals;
-const KWELowMemoryGlobals* HostGlobals();
+// The shell's main-window hook: paints the lines and the scene.
+BOOL PaintMainWindow(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, LRESULT* result);
 
 // Lines the main window shows (the Toolbox tour fills them in), and what
 // paints below them: the Macintosh side's QuickDraw scene, given the paint

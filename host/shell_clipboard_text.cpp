@@ -1,14 +1,16 @@
-#include "demo_clipboard.h"
-
+// The clipboard procedure's 'TEXT': the desk scrap's text is the Windows
+// clipboard's CF_TEXT, Macintosh Roman against Windows ANSI and the
+// Macintosh's CR line ends against CR LF. Most text is plain ASCII, which
+// both character sets share, so runs of it are copied eight bytes at a time.
 #include <cstdint>
 #include <cstring>
 
 #include "KWECharacters.h"
 #include "Memory.h"
+#include "host/shell_clipboard.h"
 
+namespace kwe::host {
 namespace {
-
-constexpr ResType kText = 0x54455854;  // 'TEXT'
 
 // The library's character tables, one byte for one (the typographic
 // expansions would change the length), read once per transfer so that the
@@ -82,6 +84,8 @@ size_t Convert(const UInt8* source, size_t size, UInt8* out, const UInt8 table[2
   return n;
 }
 
+}  // namespace
+
 // 'TEXT' onto the clipboard: every CR becomes CR LF.
 bool PutText(const UInt8* source, SInt32 length) {
   UInt8 table[256];
@@ -139,23 +143,4 @@ SInt32 GetText(Handle destination) {
   return result;
 }
 
-}  // namespace
-
-SInt32 __stdcall DemoClipboardProc(SInt16 operation, UInt16 format, HDC, Handle destination,
-                                   ResType type, void* p, void* q) {
-  switch (operation) {
-    case kweScrapGet:
-      if (type != kText || format != CF_TEXT) return 0;
-      *static_cast<SInt32*>(q) = GetText(destination);
-      return 1;
-    case kweScrapPut:
-      if (type != kText) return 0;
-      return PutText(static_cast<const UInt8*>(p), *static_cast<SInt32*>(q));
-    case kweScrapChanged:
-      // Text is converted when it is asked for; nothing to prepare.
-      return format == CF_TEXT;
-    default: return 1;  // suspend and resume: the clipboard is always Windows'
-  }
-}
-
-void ListenToClipboard(HWND mainWindow) { AddClipboardFormatListener(mainWindow); }
+}  // namespace kwe::host

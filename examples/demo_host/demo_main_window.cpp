@@ -1,0 +1,83 @@
+#include "demo_main_window.h"
+
+#include "png_writer.h"
+
+namespace {
+
+std::vector<std::string> g_lines;
+ScenePainter g_painter = nullptr;
+
+}  // namespace
+
+BOOL PaintMainWindow(HWND window, UINT msg, WPARAM, LPARAM, LRESULT* result) {
+  if (msg != WM_PAINT) return FALSE;
+  PAINTSTRUCT ps;
+  HDC dc = BeginPaint(window, &ps);
+  RECT client;
+  GetClientRect(window, &client);
+  FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+  SetBkMode(dc, TRANSPARENT);
+  int y = 12;
+  for (const std::string& line : g_lines) {
+    TextOutA(dc, 12, y, line.c_str(), static_cast<int>(line.size()));
+    y += 16;
+  }
+  if (g_painter) g_painter(dc, y + 4);
+  EndPaint(window, &ps);
+  *result = 0;
+  return TRUE;
+}
+
+void SetWindowLines(const std::vector<std::string>& lines) { g_lines = lines; }
+void SetScenePainter(ScenePainter painter) { g_painter = painter; }
+
+void PostDemoInput(HWND mainWindow, HWND documentWindow, POINT click) {
+  PostMessageA(mainWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(120, 40));
+  PostMessageA(mainWindow, WM_LBUTTONUP, 0, MAKELPARAM(120, 40));
+  PostMessageA(documentWindow, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
+  PostMessageA(documentWindow, WM_LBUTTONUP, 0, MAKELPARAM(click.x, click.y));
+  // The keys as a keyboard makes them, so that each key's WM_CHAR follows
+  // its WM_KEYDOWN.
+  SetForegroundWindow(mainWindow);
+  SetFocus(mainWindow);
+  for (WORD key : {WORD('H'), WORD('I'), WORD(VK_ESCAPE)}) {
+    INPUT strokes[2] = {};
+    for (INPUT& stroke : strokes) {
+      stroke.type = INPUT_KEYBOARD;
+      stroke.ki.wVk = key;
+    }
+    strokes[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, strokes, sizeof(INPUT));
+  }
+}
+
+bool SaveWindowScreenshot(HWND window, const std::string& path) {
+  RECT r;
+  GetWindowRect(window, &r);
+  int width = r.right - r.left, height = r.bottom - r.top;
+  HDC windowDc = GetWindowDC(window);
+  HDC memory = CreateCompatibleDC(windowDc);
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;  // top-down rows
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ previous = SelectObject(memory, bitmap);
+  BitBlt(memory, 0, 0, width, height, windowDc, 0, 0, SRCCOPY);
+  GdiFlush();
+  std::vector<uint8_t> rgb(size_t(width) * height * 3);
+  const uint8_t* bgrx = static_cast<const uint8_t*>(bits);
+  for (size_t i = 0; i < size_t(width) * height; ++i) {
+    rgb[i * 3] = bgrx[i * 4 + 2];
+    rgb[i * 3 + 1] = bgrx[i * 4 + 1];
+    rgb[i * 3 + 2] = bgrx[i * 4];
+  }
+  SelectObject(memory, previous);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(window, windowDc);
+  return WritePng(path, width, height, rgb);
+}
