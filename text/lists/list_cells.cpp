@@ -62,7 +62,7 @@ bool ReplaceCellData(ListHandle l, int index, const void* data, int length, bool
   if (delta > 0 && memory::ResizeHandleData(cells, total + delta) != noErr) return false;
   char* base = *cells;
   int tail = offset + oldLength;
-  std::memmove(base + tail + delta, base + tail, size_t(total - tail));
+  if (delta != 0) std::memmove(base + tail + delta, base + tail, size_t(total - tail));
   if (delta < 0) memory::ResizeHandleData(cells, total + delta);
   base = *cells;
   char* to = base + offset + (append ? oldLength : 0);
