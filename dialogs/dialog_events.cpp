@@ -5,6 +5,8 @@
 #include <windows.h>
 
 #include "Controls.h"
+#include "KWEEvents.h"
+#include "TextEdit.h"
 #include "controls/control_manager.h"
 #include "dialogs/dialog_manager.h"
 #include "dialogs/edit_items.h"
@@ -43,6 +45,16 @@ bool HitTest(DialogPtr d, Point local, SInt16* itemHit) {
   return false;
 }
 
+// The value the device layer keeps through KWE_PlayBack, read without
+// changing it. While it is set, key events come from a recording rather
+// than from the keyboard, so no edit control has seen them: they are typed
+// into the focused edit item through its TextEdit record.
+bool PlayingBack() {
+  SInt32 value = KWE_PlayBack(0);
+  KWE_PlayBack(value);
+  return value != 0;
+}
+
 }  // namespace
 
 WindowPtr EventWindow(const EventRecord& e) {
@@ -74,9 +86,11 @@ bool HandleEvent(DialogPtr d, const EventRecord& e, SInt16* itemHit) {
       break;
     }
     case keyDown:
-    case autoKey:
-      Navigate(d, e);
+    case autoKey: {
+      bool taken = Navigate(d, e);
       RefreshEditRecord(d);
+      if (!taken && PlayingBack())
+        if (TEHandle te = FocusedEditRecord(d)) TEKey(SInt16(e.message & 0xFF), te);
       if (Dlg(d)->editField >= 0) {
         *itemHit = SInt16(Dlg(d)->editField + 1);
         hit = true;
@@ -84,6 +98,7 @@ bool HandleEvent(DialogPtr d, const EventRecord& e, SInt16* itemHit) {
         *itemHit = 0;
       }
       break;
+    }
     case updateEvt:
       if (EventWindow(e) == d) {
         BeginUpdate(d);
@@ -91,7 +106,17 @@ bool HandleEvent(DialogPtr d, const EventRecord& e, SInt16* itemHit) {
         EndUpdate(d);
       }
       break;
-    default: break;
+    case activateEvt:
+      if (TEHandle te = EventWindow(e) == d ? FocusedEditRecord(d) : nullptr) {
+        if (e.modifiers & activeFlag)
+          TEActivate(te);
+        else
+          TEDeactivate(te);
+      }
+      break;
+    default:
+      if (TEHandle te = FocusedEditRecord(d)) TEIdle(te);
+      break;
   }
   if (State().modalDialog == d && events::ApplicationActive()) KeepFocus(d);
   SetPort(saved);

@@ -103,6 +103,11 @@ void RefreshEditRecord(DialogPtr dialog) {
   if (d && d->textH && d->editField >= 0) KWE_SethTEfromhWnd(d->textH, false);
 }
 
+TEHandle FocusedEditRecord(DialogPtr dialog) {
+  DialogPeek d = reinterpret_cast<DialogPeek>(dialog);
+  return d && d->editField >= 0 ? d->textH : nullptr;
+}
+
 void DisposeEditRecord(DialogPtr dialog) {
   DialogPeek d = reinterpret_cast<DialogPeek>(dialog);
   if (!d || !d->textH) return;

@@ -7,6 +7,7 @@
 
 #include "MacTypes.h"
 #include "MacWindows.h"
+#include "TextEdit.h"
 
 namespace kwe::dialogs {
 
@@ -28,5 +29,7 @@ void BindEditRecord(DialogPtr dialog, HWND child);
 // The record read again from its control, as before a key event.
 void RefreshEditRecord(DialogPtr dialog);
 void DisposeEditRecord(DialogPtr dialog);
+// textH while an edit item has the focus, else null.
+TEHandle FocusedEditRecord(DialogPtr dialog);
 
 }  // namespace kwe::dialogs

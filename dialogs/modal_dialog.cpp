@@ -181,6 +181,9 @@ void KWE_CALL ModalDialogDefault(ModalFilterProcPtr filterProc, SInt16* itemHit)
     EventRecord e{};
     if (!GetNextEvent(everyEvent, &e))
       MsgWaitForMultipleObjects(0, nullptr, FALSE, kIdleWaitMs, QS_ALLINPUT);
+    // The filter reads the edit item's text from the record, as it stands
+    // after the keys the control has already taken.
+    if (e.what == keyDown || e.what == autoKey) RefreshEditRecord(d);
     if (filterProc && Prefilter(d, e, itemHit)) break;
     ++st.filterNesting;
     bool taken = filter(d, &e, itemHit);
@@ -197,7 +200,9 @@ void KWE_CALL ModalDialogDefault(ModalFilterProcPtr filterProc, SInt16* itemHit)
       continue;
     }
     if (e.what != nullEvent && HandleEvent(d, e, itemHit)) break;
-    if (e.what == nullEvent && st.modalDialog == d) KeepFocus(d);
+    if (e.what != nullEvent) continue;
+    if (st.modalDialog == d) KeepFocus(d);
+    if (TEHandle te = FocusedEditRecord(d)) TEIdle(te);
   }
   Leave(d, level);
   SetPort(savedPort);

@@ -49,15 +49,27 @@ bool ReplaceCellData(ListHandle l, int index, const void* data, int length, bool
   int delta = newLength - oldLength;
   Size total = GetHandleSize(cells);
   if (newLength > kMaxCellBytes || total + delta > kMaxCellBytes) return false;
-  // The source may lie in cells itself, which the resize can move.
-  std::vector<char> copy(static_cast<const char*>(data), static_cast<const char*>(data) + length);
+  // The source may lie in cells itself, which the resize and the move of
+  // the tail can change: only then is it copied first (LSetCell fills long
+  // lists one cell at a time).
+  const char* source = static_cast<const char*>(data);
+  auto at = reinterpret_cast<uintptr_t>(source), base0 = reinterpret_cast<uintptr_t>(*cells);
+  std::vector<char> copy;
+  if (source && at + uintptr_t(length) > base0 && at < base0 + uintptr_t(total)) {
+    copy.assign(source, source + length);
+    source = copy.data();
+  }
   if (delta > 0 && memory::ResizeHandleData(cells, total + delta) != noErr) return false;
   char* base = *cells;
   int tail = offset + oldLength;
-  std::memmove(base + tail + delta, base + tail, size_t(total - tail));
+  if (delta != 0) std::memmove(base + tail + delta, base + tail, size_t(total - tail));
   if (delta < 0) memory::ResizeHandleData(cells, total + delta);
   base = *cells;
-  std::memcpy(base + offset + (append ? oldLength : 0), copy.data(), copy.size());
+  char* to = base + offset + (append ? oldLength : 0);
+  if (source)
+    std::memcpy(to, source, size_t(length));
+  else
+    std::memset(to, 0, size_t(length));
   SInt16 stored = SInt16(newLength);
   std::memcpy(base + offset - 2, &stored, 2);
   if (delta != 0) {

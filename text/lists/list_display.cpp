@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "KWEPorts.h"
 #include "Memory.h"
 #include "memory/character_conversion.h"
 #include "text/lists/list_manager.h"
@@ -69,12 +70,13 @@ RECT ItemRect(ListHandle l, int index) {
   return r;
 }
 
-// A text cell as the list box shows it.
-std::string AnsiText(ListHandle l, int index) {
-  std::string text(size_t(DataLength(l, index)), '\0');
+// A text cell as the list box shows it, in text (kept by the caller, so that
+// a refill of thousands of cells reuses one buffer).
+const char* AnsiText(ListHandle l, int index, std::string& text) {
+  text.assign(size_t(DataLength(l, index)), '\0');
   text::MacToAnsiBytes(reinterpret_cast<const UInt8*>(*Rec(l)->cells + DataOffset(l, index)),
                        reinterpret_cast<UInt8*>(&text[0]), text.size());
-  return text;
+  return text.c_str();
 }
 
 bool MultipleSelection(HWND box) { return (GetWindowLongA(box, GWL_STYLE) & LBS_EXTENDEDSEL) != 0; }
@@ -96,7 +98,22 @@ void CallDefinition(ListHandle l, SInt16 message, bool selected, Rect* r, Cell c
   GrafPtr saved = nullptr;
   GetPort(&saved);
   SetPort(Rec(l)->port);
+  // An 'LDEF' answering the list box's WM_DRAWITEM draws into the list
+  // box's own DC, moved so that the port's coordinates land on the item:
+  // the window's DC would paint over the list box, outside the items too.
+  HDC portDC = g_itemDC && !ExtraOf(l).grid ? KWE_SwaphDC(nullptr, false) : nullptr;
+  int savedDC = portDC ? SaveDC(g_itemDC) : 0;
+  if (portDC) {
+    POINT origin{0, 0};
+    MapWindowPoints(BoxOf(l), GetParent(BoxOf(l)), &origin, 1);
+    SetViewportOrgEx(g_itemDC, -origin.x, -origin.y, nullptr);
+    KWE_SwaphDC(g_itemDC, true);
+  }
   procedure(message, selected, r, c, offset, length, l);
+  if (portDC) {
+    KWE_SwaphDC(portDC, false);
+    RestoreDC(g_itemDC, savedDC);
+  }
   SetPort(saved);
 }
 
@@ -158,7 +175,8 @@ void RefreshItem(ListHandle l, int index) {
     e.stale = true;
     return;
   }
-  std::string text = AnsiText(l, index);
+  std::string text;
+  AnsiText(l, index, text);
   SendMessageA(box, WM_SETREDRAW, FALSE, 0);
   LRESULT caret = SendMessageA(box, LB_GETCARETINDEX, 0, 0);
   bool selected = SendMessageA(box, LB_GETSEL, WPARAM(item), 0) > 0;
@@ -182,9 +200,18 @@ void RefillTexts(ListHandle l) {
   int n = CellCount(l);
   SendMessageA(box, LB_INITSTORAGE, WPARAM(n),
                GetHandleSize(reinterpret_cast<Handle>(Rec(l)->cells)));
-  for (int i = 0; i < n; ++i)
-    SendMessageA(box, LB_INSERTSTRING, WPARAM(-1),
-                 reinterpret_cast<LPARAM>(AnsiText(l, i).c_str()));
+  // Straight to the list box's own procedure: K_ListBoxWndProc adds nothing
+  // to an insertion, and under Wine passing through it costs about as much
+  // as the insertion itself, ten thousand times over for a long list.
+  WNDPROC own = State().listBoxProc;
+  std::string text;
+  for (int i = 0; i < n; ++i) {
+    auto item = reinterpret_cast<LPARAM>(AnsiText(l, i, text));
+    if (own)
+      CallWindowProcA(own, box, LB_INSERTSTRING, WPARAM(-1), item);
+    else
+      SendMessageA(box, LB_INSERTSTRING, WPARAM(-1), item);
+  }
   PushSelection(l);
   if (MultipleSelection(box) && caret >= 0) SendMessageA(box, LB_SETCARETINDEX, WPARAM(caret), 0);
   SendMessageA(box, LB_SETTOPINDEX, WPARAM(top), 0);

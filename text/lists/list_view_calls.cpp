@@ -20,6 +20,38 @@ bool InRect(const Rect& r, Cell c) {
   return c.v >= r.top && c.v < r.bottom && c.h >= r.left && c.h < r.right;
 }
 
+// The inactive look of a list in a dialog: the dialog item under the list,
+// inset by a pixel (and short of the list's scroll bar), painted over in
+// patBic with the gray pattern, so every other pixel turns to the
+// background and the cells show dimmed. Drawn in the list box's own DC,
+// since the list box covers the item.
+void DimCoveredItem(ListHandle l) {
+  HWND box = BoxOf(l), item = ExtraOf(l).coveredItem;
+  if (!item || !IsWindow(item)) return;
+  RECT r;
+  GetWindowRect(item, &r);
+  MapWindowPoints(nullptr, box, reinterpret_cast<POINT*>(&r), 2);
+  InflateRect(&r, -1, -1);
+  if (GetWindowLongA(box, GWL_STYLE) & WS_VSCROLL) r.right -= GetSystemMetrics(SM_CXVSCROLL);
+  static const WORD kGray[8] = {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55};
+  HBITMAP bits = CreateBitmap(8, 8, 1, 1, kGray);
+  HBRUSH brush = CreatePatternBrush(bits);
+  HDC dc = GetDC(box);
+  // A 1-bit pattern brush takes the DC's text colour for its 0 bits and the
+  // background colour for its 1 bits: black and white, then OR-ed onto the
+  // cells, clears exactly the pixels where the gray pattern is set.
+  COLORREF text = SetTextColor(dc, RGB(0, 0, 0)), back = SetBkColor(dc, RGB(255, 255, 255));
+  HGDIOBJ old = SelectObject(dc, brush);
+  constexpr DWORD kPatternOrDestination = 0x00FA0089;
+  PatBlt(dc, r.left, r.top, r.right - r.left, r.bottom - r.top, kPatternOrDestination);
+  SelectObject(dc, old);
+  SetTextColor(dc, text);
+  SetBkColor(dc, back);
+  ReleaseDC(box, dc);
+  DeleteObject(brush);
+  DeleteObject(bits);
+}
+
 }  // namespace
 }  // namespace kwe::lists
 
@@ -81,6 +113,7 @@ KWE_API void KWE_CALL LUpdate(RgnHandle, ListHandle lHandle) {
   InvalidateRect(box, nullptr, TRUE);
   UpdateWindow(box);
   --State().drawNesting;
+  if (!(**lHandle).lActive) DimCoveredItem(lHandle);
 }
 
 KWE_API void KWE_CALL LScroll(SInt16 dCols, SInt16 dRows, ListHandle lHandle) {

@@ -37,33 +37,14 @@ TEST_F(ListTest, EachShapeOfListGetsItsListBox) {
     ListHandle l = MakeList(k.columns, k.rows, Rect{20, 20, 180, 220}, true, k.hScroll);
     ASSERT_NE(l, nullptr) << k.name;
     HWND box = KWE_GetHWNDFromListHandle(l);
-    char cls[32] = "";
-    GetClassNameA(box, cls, sizeof cls);
-    EXPECT_STREQ(CharLowerA(cls), "listbox") << k.name;
     EXPECT_EQ(GetParent(box), KWE_GethWnd(window)) << k.name;
     EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & kinds, k.style) << k.name;
     EXPECT_EQ(GetDlgCtrlID(box), k.idMark | (**l).lReserved) << k.name;
     EXPECT_EQ(SendMessageA(box, LB_GETCOUNT, 0, 0), k.items) << k.name;
     EXPECT_EQ((**l).selFlags, SInt8(k.options & 0xFF)) << k.name;
-    EXPECT_EQ((**l).lActive, 1) << k.name;
     LDispose(l);
     EXPECT_FALSE(IsWindow(box)) << k.name;
   }
-}
-
-TEST_F(ListTest, ScrollBarsAreInvisibleControlRecordsBesideTheView) {
-  ListHandle l = MakeList(1, 10, Rect{20, 20, 180, 220}, true, true);
-  ControlHandle v = (**l).vScroll, h = (**l).hScroll;
-  ASSERT_TRUE(v && h);
-  EXPECT_EQ((**v).contrlRfCon, 0xFE00);
-  EXPECT_EQ((**h).contrlRfCon, 0xFE01);
-  EXPECT_EQ((**v).contrlVis, 0);
-  EXPECT_EQ((**v).contrlRect.left, 220);
-  EXPECT_EQ((**h).contrlRect.top, 180);
-  LSize(100, 60, l);
-  EXPECT_EQ((**v).contrlRect.bottom, 80);
-  LDispose(l);
-  EXPECT_EQ(PeekOf(window)->controlList, nullptr);
 }
 
 TEST_F(ListTest, ListBoxStandsOverTheViewAndFollowsItsSize) {

@@ -77,54 +77,51 @@ TEST_F(ListSelectionTest, GetSelectFindsTheFirstSelectedCellInColumnOrder) {
   EXPECT_FALSE(LGetSelect(true, &c, l));
 }
 
+// Each case clicks the items of a six-row list in turn; LClick answers
+// whether the last click was the second of a double click.
 TEST_F(ListSelectionTest, ClicksSelectByTheModifierRules) {
+  struct Click {
+    int item;
+    WPARAM keys;
+    bool twice;
+  };
   struct {
     UInt16 options;
-    std::vector<std::pair<int, WPARAM>> clicks;
+    int empty;  // the row left without text
+    std::vector<Click> clicks;
     Ints cells;
     int lastClick;
+    bool answer;
   } cases[] = {
-      {0x0080, {{1, 0}, {3, 0}}, {3}, 3},
-      {0x0080, {{2, 0}, {2, MK_SHIFT}}, {2}, 2},
-      {0x0000, {{1, 0}, {3, MK_SHIFT}}, {1, 2, 3}, 1},
-      {0x0000, {{1, 0}, {3, MK_CONTROL}}, {1, 3}, 1},
-      {0x0000, {{1, 0}, {3, MK_CONTROL}, {1, MK_CONTROL}}, {3}, 3},
-      {0x0000, {{4, 0}, {2, 0}}, {2}, 2},
+      {0x0080, -1, {{1, 0, false}, {3, 0, false}}, {3}, 3, false},
+      {0x0080, -1, {{2, 0, false}, {2, MK_SHIFT, false}}, {2}, 2, false},
+      {0x0000, -1, {{1, 0, false}, {3, MK_SHIFT, false}}, {1, 2, 3}, 1, false},
+      {0x0000, -1, {{1, 0, false}, {3, MK_CONTROL, false}}, {1, 3}, 1, false},
+      {0x0000, -1, {{1, 0, false}, {3, MK_CONTROL, false}, {1, MK_CONTROL, false}}, {3}, 3, false},
+      {0x0000, -1, {{4, 0, false}, {2, 0, false}}, {2}, 2, false},
+      // lNoNilHilite: a click on the empty cell keeps the previous selection.
+      {0x0082, 3, {{1, 0, false}, {3, 0, false}}, {1}, 1, false},
+      {0x0002, 3, {{1, 0, false}, {3, 0, false}}, {1}, 1, false},
+      {0x0080, 3, {{3, 0, false}}, {3}, 3, false},
+      {0x0080, -1, {{2, 0, false}, {1, 0, true}}, {1}, 1, true},
+      {0x0080, -1, {{1, 0, true}, {1, 0, false}}, {1}, 1, false},
   };
   for (const auto& k : cases) {
-    ListHandle l = Filled(6, k.options);
+    ListHandle l = Filled(6, k.options, k.empty);
     std::string trail;
-    for (auto [item, keys] : k.clicks) {
-      trail += " " + std::to_string(item) + "/" + std::to_string(keys);
-      EXPECT_FALSE(Click(l, item, keys)) << trail;
+    bool answer = false;
+    for (const Click& c : k.clicks) {
+      trail += " " + std::to_string(c.item) + "/" + std::to_string(c.keys);
+      answer = ListTest::Click(l, c.item, c.keys, -1, c.twice);
     }
+    EXPECT_EQ(answer, k.answer) << k.options << trail;
     EXPECT_EQ(SelectedCells(l), k.cells) << k.options << trail;
-    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.cells) << k.options << trail;
+    if (k.empty < 0 || (k.options & 0x0002)) {
+      EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.cells) << k.options << trail;
+    }
     EXPECT_EQ(LLastClick(l), k.lastClick) << k.options << trail;
     LDispose(l);
   }
-}
-
-TEST_F(ListSelectionTest, ClickOnAnEmptyCellKeepsThePreviousSelectionWithNoNilHilite) {
-  for (UInt16 options : {UInt16(0x0082), UInt16(0x0002)}) {
-    ListHandle l = Filled(5, options, 3);
-    Click(l, 1);
-    Click(l, 3);
-    EXPECT_EQ(SelectedCells(l), Ints{1}) << options;
-    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), Ints{1}) << options;
-    LDispose(l);
-  }
-  ListHandle l = Filled(5, 0x0080, 3);
-  Click(l, 3);
-  EXPECT_EQ(SelectedCells(l), Ints{3});
-}
-
-TEST_F(ListSelectionTest, SecondClickOfADoubleClickAnswersTrue) {
-  ListHandle l = Filled(4, 0x0080);
-  EXPECT_FALSE(Click(l, 2));
-  EXPECT_TRUE(Click(l, 1, 0, -1, true));
-  EXPECT_EQ(SelectedCells(l), Ints{1});
-  EXPECT_FALSE(Click(l, 1));
 }
 
 TEST_F(ListSelectionTest, GridClickSelectsTheCellUnderThePoint) {

@@ -115,24 +115,5 @@ TEST_F(BoundRecord, KeysAtTheEdgesAndTheLimit) {
   EXPECT_EQ((*te)->nLines, 0);
 }
 
-TEST_F(BoundRecord, DrawingAndTrackingCallsLeaveTheControlAlone) {
-  te = Bound({10, 10, 150, 220}, kMultiLine);
-  TESetText("some text", 9, te);
-  TESetSelect(2, 4, te);
-  Rect before = (*te)->destRect;
-  TEScroll(0, -30, te);
-  TEPinScroll(0, -30, te);
-  TEUpdate(&before, te);
-  TEClick(Point{20, 20}, false, te);
-  TEActivate(te);
-  TEIdle(te);
-  TESetAlignment(teJustRight, te);
-  EXPECT_EQ((*te)->selStart, 2);
-  EXPECT_EQ((*te)->selEnd, 4);
-  EXPECT_EQ((*te)->just, 0);
-  EXPECT_EQ((*te)->destRect.top, before.top);
-  EXPECT_TRUE(AgreesWithControl(te));
-}
-
 }  // namespace
 }  // namespace kwe_test

@@ -6,6 +6,7 @@
 
 #include <random>
 
+#include "OSUtils.h"
 #include "text/textedit/textedit_fixture.h"
 
 namespace kwe_test {
@@ -177,6 +178,46 @@ TEST_F(Display, TextBoxDrawsInItsBoxOnly) {
   EXPECT_EQ(DarkIn(around), Cells(around));
   Rect below{92, 10, 120, 200};
   EXPECT_EQ(DarkIn(below), Cells(below));
+}
+
+// Macintosh Roman text reaches Windows through the library's character-set
+// conversion: "cafe naive" with their accents in a library-drawn record shows the
+// very pixels the port draws for its ANSI bytes with the conversion off, and
+// a bound record hands its control the ANSI bytes and reads typed ones back
+// as Macintosh characters.
+TEST_F(Display, AccentedTextCrossesIntoAnsi) {
+  const std::string mac = "caf\x8E na\x95ve", ansi = "caf\xE9 na\xEFve";
+  Rect view{20, 20, 60, 220};
+  TEHandle te = Record(view);
+  SetText(te, mac);
+  TEUpdate(&view, te);
+  Rect band{100, 20, 140, 220};
+  EraseRect(&band);
+  MoveTo(20, SInt16(100 + (*te)->fontAscent));
+  constexpr SInt16 kTranslation = 24;
+  SInt32 was = KWE_SystemValue(1, kTranslation, 0);
+  DrawText(ansi.data(), 0, SInt16(ansi.size()));
+  KWE_SystemValue(1, kTranslation, was);
+  HDC dc = GetDC(Hwnd());
+  int differing = 0, ink = 0;
+  for (int v = 0; v < (*te)->lineHeight; ++v)
+    for (int h = 20; h < 200; ++h) {
+      COLORREF reference = GetPixel(dc, h, 100 + v);
+      differing += GetPixel(dc, h, 20 + v) != reference;
+      ink += reference != RGB(255, 255, 255);
+    }
+  ReleaseDC(Hwnd(), dc);
+  EXPECT_GT(ink, 30);
+  EXPECT_EQ(differing, 0);
+  TEHandle bound = Bound({150, 20, 176, 220}, ES_AUTOHSCROLL);
+  SetText(bound, mac);
+  char text[32] = "";
+  GetWindowTextA(edit, text, sizeof text);
+  EXPECT_EQ(std::string(text), ansi);
+  SendMessageA(edit, EM_SETSEL, 0, 0);
+  SendMessageA(edit, WM_CHAR, 0xE8, 1);
+  KWE_SethTEfromhWnd(bound, false);
+  EXPECT_EQ(TextOf(bound), "\x8F" + mac) << "e grave typed into the control";
 }
 
 }  // namespace

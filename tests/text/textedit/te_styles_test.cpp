@@ -67,50 +67,42 @@ class Styled : public TextEditTest {
   }
 };
 
-TEST_F(Styled, ANewRecordHoldsTheEndMarkerAlone) {
+// A new record holds the end marker alone; inserted text gets one run, a
+// styled middle splits it in three, and unstyling merges them back and
+// drops the style entry nothing uses.
+TEST_F(Styled, RunsSplitAndMergeBack) {
   TEHandle te = Record({10, 10, 200, 300}, {10, 10, 200, 300}, true);
   ASSERT_TRUE(te);
   EXPECT_EQ((*te)->txSize, -1);
   EXPECT_EQ((*te)->lineHeight, -1);
-  EXPECT_EQ((*te)->fontAscent, -1);
   TEStyleHandle s = TEGetStyleHandle(te);
   ASSERT_TRUE(s);
-  EXPECT_EQ((*s)->nRuns, 1);
-  EXPECT_EQ((*s)->runs[0].startChar, 1);
-  EXPECT_EQ((*s)->nStyles, 1);
-  EXPECT_EQ((*(*s)->styleTab)[0].stCount, 1);
-  TEInsert("hello", 5, te);
-  ASSERT_EQ(Runs(te).size(), 2u);
-  EXPECT_EQ(Runs(te)[0].startChar, 0);
-  EXPECT_EQ(Runs(te)[1].startChar, 6);
-  EXPECT_EQ(TENumStyles(0, 5, te), 1);
-  TEHandle plain = Record({10, 10, 200, 300});
-  EXPECT_EQ(TEGetStyleHandle(plain), nullptr);
-  EXPECT_EQ(TENumStyles(0, 5, plain), 1);
-  EXPECT_EQ(TEGetStyleScrapHandle(plain), nullptr);
-}
-
-TEST_F(Styled, RunsSplitAndMergeBack) {
-  TEHandle te = Record({10, 10, 200, 300}, {10, 10, 200, 300}, true);
+  EXPECT_EQ(Runs(te).size(), 1u);
+  EXPECT_EQ(Runs(te)[0].startChar, 1);
   TEInsert("plain bold plain", 16, te);
   Attrs plain = At(te, 0);
   TextStyle bold{0, 1, 0, 0, {}};
   TESetSelect(6, 10, te);
   TESetStyle(doFace, &bold, true, te);
   ASSERT_EQ(Runs(te).size(), 4u);
+  EXPECT_EQ(Runs(te)[0].startChar, 0);
   EXPECT_EQ(Runs(te)[1].startChar, 6);
   EXPECT_EQ(Runs(te)[2].startChar, 10);
+  EXPECT_EQ(Runs(te)[3].startChar, 17);
   EXPECT_EQ(TENumStyles(0, 16, te), 3);
   EXPECT_EQ(TENumStyles(0, 6, te), 1);
   EXPECT_EQ(At(te, 7).face, 1);
   EXPECT_EQ(At(te, 5), plain);
-  TEStyleHandle s = TEGetStyleHandle(te);
   EXPECT_EQ((*s)->nStyles, 2);
   TextStyle none{0, 0, 0, 0, {}};
   TESetStyle(doFace, &none, true, te);
   EXPECT_EQ(Runs(te).size(), 2u);
   EXPECT_EQ((*s)->nStyles, 1);
   EXPECT_TRUE(RunsTrue(te));
+  TEHandle plainRecord = Record({10, 10, 200, 300});
+  EXPECT_EQ(TEGetStyleHandle(plainRecord), nullptr);
+  EXPECT_EQ(TENumStyles(0, 5, plainRecord), 1);
+  EXPECT_EQ(TEGetStyleScrapHandle(plainRecord), nullptr);
 }
 
 TEST_F(Styled, SeededStyleChangesAgreeWithEveryCharacter) {
