@@ -40,18 +40,21 @@ LibraryPixMap* LibraryOf(GWorldPtr gw) {
   return pm && IsLibraryPixMap(pm) ? reinterpret_cast<LibraryPixMap*>(*pm) : nullptr;
 }
 
-// A 1 x 1 bitmap in the screen's format, made once: selected into a new
-// memory DC it gives that DC the screen's format, so that NewGWorld asks
-// the window server for no DC of a window.
-HBITMAP ScreenFormatProbe() {
-  static HBITMAP probe = [] {
+// A memory DC holding a 1 x 1 bitmap in the screen's format, made once:
+// bitmaps compatible with it are in the screen's format, so that NewGWorld
+// asks the window server for no DC of a window, and selects nothing but the
+// GWorld's own bitmap.
+HDC ScreenFormatDC() {
+  static HDC format = [] {
     HWND window = kwe::TheSession().mainWindow;
     HDC screen = GetDC(window);
-    HBITMAP made = CreateCompatibleBitmap(screen, 1, 1);
+    HBITMAP probe = CreateCompatibleBitmap(screen, 1, 1);
     ReleaseDC(window, screen);
-    return made;
+    HDC dc = probe ? CreateCompatibleDC(nullptr) : nullptr;
+    if (dc) SelectObject(dc, probe);
+    return dc;
   }();
-  return probe;
+  return format;
 }
 
 void ReleaseShared() {
@@ -67,14 +70,10 @@ bool IsGWorld(CGrafPtr port) {
   return port && (static_cast<UInt16>(port->portVersion) & 0xE000) == 0xE000;
 }
 
-// A DDB of width x height in the screen's format in the memory DC.
-HBITMAP MakeBitmap(HDC memory, int width, int height) {
-  HBITMAP probe = ScreenFormatProbe();
-  if (!probe) return nullptr;
-  HGDIOBJ before = SelectObject(memory, probe);
-  HBITMAP ddb = CreateCompatibleBitmap(memory, width, height);
-  SelectObject(memory, before);
-  return ddb;
+// A DDB of width x height in the screen's format.
+HBITMAP MakeBitmap(int width, int height) {
+  HDC format = ScreenFormatDC();
+  return format ? CreateCompatibleBitmap(format, width, height) : nullptr;
 }
 
 }  // namespace
@@ -110,7 +109,7 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
 
   bool shared = (flags & kweSharedGWorldDC) != 0;
   HDC memory = shared && g_sharedDC ? g_sharedDC : CreateCompatibleDC(nullptr);
-  HBITMAP ddb = memory ? MakeBitmap(memory, width, height) : nullptr;
+  HBITMAP ddb = memory ? MakeBitmap(width, height) : nullptr;
   if (!ddb) {
     if (memory && memory != g_sharedDC) DeleteDC(memory);
     return -1;
@@ -122,8 +121,10 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
   HGDIOBJ replaced = shared ? nullptr : SelectObject(memory, ddb);
 
   MutableScreen().pendingDC = memory;
+  MutableScreen().pendingScreenCaps = true;  // made from no DC
   OpenCPort(gw);
   MutableScreen().pendingDC = nullptr;
+  MutableScreen().pendingScreenCaps = false;
   PortAttr* a = AttrOf(reinterpret_cast<GrafPtr>(gw));
   LibraryPixMap* lib = LibraryOf(gw);
   if (!a || !lib) {
@@ -143,7 +144,6 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
   lib->replaced = static_cast<HBITMAP>(replaced);
   (*gw->portPixMap)->bounds = Rect{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
   gw->portVersion = static_cast<SInt16>(0xE000);
-  a->deviceDepth = static_cast<uint8_t>(DeviceDepthOf(memory));
   SelectGWorldBitmap(reinterpret_cast<GrafPtr>(gw));
   PortSize(static_cast<SInt16>(width), static_cast<SInt16>(height));
   SetOrigin(bounds->left, bounds->top);

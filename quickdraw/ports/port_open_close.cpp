@@ -150,7 +150,8 @@ void OpenAnyPort(GrafPtr port, bool colour) {
   a->hdc = ChooseDC(*a);
   if (a->flags & kOwnsDcFlag) a->ownedDC = a->hdc;
   SetTextAlign(a->hdc, TA_BASELINE);
-  a->deviceDepth = static_cast<uint8_t>(DeviceDepthOf(a->hdc));
+  a->deviceDepth =
+      static_cast<uint8_t>(HasScreenCaps(a->hdc) ? Screen().depth : DeviceDepthOf(a->hdc));
   MakeCurrent(port);
   SetCurrentDC(a->hdc);
   if (colour)
