@@ -230,8 +230,32 @@ KWE_API void KWE_CALL CTabChanged(CTabHandle ctab) {
   if (ctab && *ctab) (*ctab)->ctSeed = GetCTSeed();
 }
 
-KWE_API HDC KWE_CALL KWE_OffScreenDC(PixMapHandle, SInt32 how) {
+// Bit 0: the shared memory DC. Bit 1: a DC of the DIB driver drawing
+// straight into a DIB pixel map's packed DIB, owned by the pixel map; the
+// driver is the one the session record names ("DIB" by default), and where
+// the platform has none (Wine, Windows past NT 4) no DC is made. Otherwise a
+// new memory DC compatible with the current DC, which the port that takes it
+// deletes when it closes.
+KWE_API HDC KWE_CALL KWE_OffScreenDC(PixMapHandle pm, SInt32 how) {
+  ScreenState& screen = MutableScreen();
+  if (how & 2) {
+    LibraryPixMap* lib = IsLibraryPixMap(pm) ? reinterpret_cast<LibraryPixMap*>(*pm) : nullptr;
+    if (!lib || !(lib->flags & kDibPixelsFlag) || !lib->dib || !*lib->dib) return nullptr;
+    const char* driver = kwe::DibDriverName();
+    HLock(lib->dib);  // the DC draws into the handle's block
+    HDC dc = CreateDCA(driver && *driver ? driver : "DIB", nullptr, nullptr,
+                       reinterpret_cast<const DEVMODEA*>(*lib->dib));
+    if (!dc) {
+      HUnlock(lib->dib);
+      return nullptr;
+    }
+    if (lib->ownDC && lib->ownDC != SharedMemoryDC()) DeleteDC(lib->ownDC);
+    lib->ownDC = dc;
+    screen.pendingDC = dc;
+    return dc;
+  }
   HDC dc = (how & 1) ? SharedMemoryDC() : CreateCompatibleDC(CurrentDC());
-  MutableScreen().pendingDC = dc;
+  screen.pendingDC = dc;
+  screen.pendingOwned = dc && !(how & 1);
   return dc;
 }

@@ -25,7 +25,12 @@ constexpr SInt16 kWideOpen = 16383;
 Rect ScreenBounds() { return At<BitMap>(Slot::ScreenBits).bounds; }
 
 HDC ChooseDC(PortAttr& a) {
-  if (HDC screen = TakePendingScreenDC()) return screen;
+  bool owned = Screen().pendingOwned;
+  MutableScreen().pendingOwned = false;
+  if (HDC pending = TakePendingScreenDC()) {
+    if (owned) a.flags |= kOwnsDcFlag;
+    return pending;
+  }
   a.flags |= kOwnsDcFlag;
   GDHandle device = At<GDHandle>(Slot::TheGDevice);
   if (device && *device && (*device)->gdRefNum != 0 && (*device)->gdReserved != 0)

@@ -24,7 +24,8 @@ struct ScreenState {
   // The pending DC is a memory DC made from no DC, which answers
   // GetDeviceCaps with the screen's figures.
   bool pendingScreenCaps = false;
-  int wmgrNesting = 0;  // KWE_SetWMgrPortDC in force
+  bool pendingOwned = false;  // the port that takes the pending DC deletes it
+  int wmgrNesting = 0;        // KWE_SetWMgrPortDC in force
 };
 
 const ScreenState& Screen();
