@@ -70,8 +70,19 @@ bool IsGWorld(CGrafPtr port) {
   return port && (static_cast<UInt16>(port->portVersion) & 0xE000) == 0xE000;
 }
 
-// A DDB of width x height in the screen's format.
+// A bitmap of width x height in the screen's format. Under Wine, selecting
+// a DDB into a memory DC asks the window server whether the display
+// changed, where a DIB section goes into any DC without asking; a 32-bit
+// screen's DDB is a 32-bit DIB in all but name, so there the GWorld holds a
+// DIB section.
 HBITMAP MakeBitmap(int width, int height) {
+  if (Screen().bitsPerPixel == 32) {
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    if (HBITMAP dib = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0))
+      return dib;
+  }
   HDC format = ScreenFormatDC();
   return format ? CreateCompatibleBitmap(format, width, height) : nullptr;
 }
