@@ -21,28 +21,6 @@ Outline Reference(const OutlineShape& s, int left, int top) {
   return Simplified(points);
 }
 
-// Straight runs keep their ends; a run that turns back keeps its turn.
-TEST(OutlineCache, SimplifyingKeepsCornersAndTurns) {
-  const struct {
-    Outline in, out;
-  } cases[] = {
-      {{{0, 0}, {1, 0}, {2, 0}, {3, 0}}, {{0, 0}, {3, 0}}},
-      {{{0, 0}, {0, 0}, {1, 1}, {1, 1}, {2, 2}}, {{0, 0}, {2, 2}}},
-      {{{0, 0}, {0, 2}, {0, 4}, {0, 1}, {0, 0}}, {{0, 0}, {0, 4}, {0, 0}}},
-      {{{0, 0}, {2, 1}, {4, 2}, {5, 2}}, {{0, 0}, {4, 2}, {5, 2}}},
-      {{{3, 3}}, {{3, 3}}},
-      {{{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}, {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}},
-  };
-  for (const auto& c : cases) {
-    Outline got = Simplified(c.in);
-    ASSERT_EQ(got.size(), c.out.size()) << "from " << c.in.size() << " points";
-    for (size_t i = 0; i < got.size(); ++i) {
-      EXPECT_EQ(got[i].x, c.out[i].x) << i;
-      EXPECT_EQ(got[i].y, c.out[i].y) << i;
-    }
-  }
-}
-
 // Spans that record the outline they were made from: its first point and
 // its length.
 SpanList Recording(const Outline& outline) {
