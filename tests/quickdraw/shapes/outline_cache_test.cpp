@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <string>
 
 namespace {
 
@@ -46,20 +47,24 @@ TEST(OutlineCache, PlacedOutlinesEqualOutlinesComputedInPlace) {
         s.second = 30 * below(25) - 360;
       }
       int left = below(2000) - 1000, top = below(2000) - 1000;
+      std::string where = "seed " + std::to_string(seed) + " step " + std::to_string(step);
+      if (s.area) {  // filled: spans made once from the outline at the origin
+        Outline origin = Reference(s, 0, 0);
+        const SpanList& spans = ShapeSpans(s, Recording);
+        ASSERT_EQ(spans.size(), origin.empty() ? 0u : 1u) << where;
+        if (origin.empty()) continue;
+        EXPECT_EQ(spans[0].left, origin[0].x) << where;
+        EXPECT_EQ(spans[0].top, origin[0].y) << where;
+        EXPECT_EQ(spans[0].right, static_cast<int32_t>(origin.size())) << where;
+        continue;
+      }
       const Outline& placed = PlacedOutline(s, left, top);
       Outline want = Reference(s, left, top);
-      ASSERT_EQ(placed.size(), want.size()) << "seed " << seed << " step " << step;
+      ASSERT_EQ(placed.size(), want.size()) << where;
       for (size_t i = 0; i < want.size(); ++i) {
-        ASSERT_EQ(placed[i].x, want[i].x) << "seed " << seed << " step " << step << " point " << i;
-        ASSERT_EQ(placed[i].y, want[i].y) << "seed " << seed << " step " << step << " point " << i;
+        ASSERT_EQ(placed[i].x, want[i].x) << where << " point " << i;
+        ASSERT_EQ(placed[i].y, want[i].y) << where << " point " << i;
       }
-      Outline origin = Reference(s, 0, 0);
-      const SpanList& spans = ShapeSpans(s, Recording);
-      if (origin.empty()) continue;
-      ASSERT_EQ(spans.size(), 1u) << "seed " << seed << " step " << step;
-      EXPECT_EQ(spans[0].left, origin[0].x) << "seed " << seed << " step " << step;
-      EXPECT_EQ(spans[0].right, static_cast<int32_t>(origin.size()))
-          << "seed " << seed << " step " << step;
     }
   }
 }
