@@ -107,6 +107,18 @@ TEST_F(Ports, LinesCoverEveryPixelThePenTouches) {
   LineTo(30, 30);  // a 1 by 1 pen at one point is one pixel
   EXPECT_EQ(canvas.Rows(29, 32, 29, 32), "...|.#.|...|");
 
+  // A one-pixel line at 45 degrees, in each direction: from its first pixel
+  // to its last and not a pixel further.
+  const struct { int dh, dv; } diagonals[] = {{1, 1}, {1, -1}, {-1, 1}, {-1, -1}};
+  for (const auto& d : diagonals) {
+    canvas.Clear();
+    MoveTo(100, 100);
+    LineTo(SInt16(100 + 6 * d.dh), SInt16(100 + 6 * d.dv));
+    EXPECT_EQ(BlackIn(80, 80, 121, 121), 7) << d.dh << "," << d.dv;
+    EXPECT_EQ(canvas.Pixel(100 + 6 * d.dh, 100 + 6 * d.dv), kBlack) << d.dh << "," << d.dv;
+  }
+  canvas.Clear();
+
   // The pen hangs below and to the right of the point.
   PenSize(3, 2);
   MoveTo(10, 40);
