@@ -1,5 +1,6 @@
 // Picture comments that speak to the printer: PostScript sent straight to
-// a PostScript printer, and the LaserWriter's line width.
+// a PostScript printer, the LaserWriter's line width, and rotated or
+// flipped drawing.
 #include <windows.h>
 
 #include <cstdio>
@@ -20,6 +21,9 @@ constexpr SInt16 kSetLineWidth = 182;
 constexpr SInt16 kPostScriptBegin = 190;
 constexpr SInt16 kPostScriptEnd = 191;
 constexpr SInt16 kPostScriptHandle = 192;
+constexpr SInt16 kRotateBegin = 200;
+constexpr SInt16 kRotateEnd = 201;
+constexpr SInt16 kRotateCenter = 202;
 // KWE_SetFlags' second pair: wrap the program's PostScript in its own
 // dictionary and transfer function.
 constexpr UInt16 kWrapPostScript = 0x0010;
@@ -76,6 +80,50 @@ void SetLineWidth(Handle data) {
   quickdraw::UpdateDevicePenSize(*a);
 }
 
+// Between RotateBegin and RotateEnd: the angle and flip the program asked
+// for (its text is turned by the angle), and the centre RotateCenter set.
+struct Rotation {
+  SInt16 flip = 0;  // 1 left to right, 2 top to bottom
+  SInt16 angle = 0;
+  int centreH = 0, centreV = 0;  // local coordinates
+  bool restoreDue = false;
+};
+Rotation g_rotation;
+
+// RotateCenter's data is two Fixed offsets from the pen, vertical first.
+void SetRotationCentre(Handle data) {
+  GrafPtr port = quickdraw::CurrentPort();
+  if (!port || !data || !*data || GetHandleSize(data) < 8) return;
+  auto* offsets = reinterpret_cast<const Fixed*>(*data);
+  g_rotation.centreV = port->pnLoc.v + (offsets[0] >> 16);
+  g_rotation.centreH = port->pnLoc.h + (offsets[1] >> 16);
+}
+
+// A flip is done by the PostScript printer itself, about the centre in
+// device pixels: the driver's coordinates are the device's.
+void BeginRotation(HDC dc, Handle data) {
+  g_rotation.flip = g_rotation.angle = 0;
+  if (data && *data && GetHandleSize(data) >= 4) {
+    auto* words = reinterpret_cast<const SInt16*>(*data);
+    g_rotation.flip = words[0];
+    g_rotation.angle = words[1];
+  }
+  quickdraw::PortAttr* a = quickdraw::CurrentAttr();
+  if (!a || (g_rotation.flip != 1 && g_rotation.flip != 2) || !IsPostScript(dc)) return;
+  int h = g_rotation.centreH, v = g_rotation.centreV;
+  quickdraw::LocalToDevice(*a, &h, &v);
+  char text[160];
+  std::snprintf(text, sizeof text, "\r\ngsave\r\n%d %d translate %d %d scale %d %d translate\r\n",
+                h, v, g_rotation.flip == 1 ? -1 : 1, g_rotation.flip == 2 ? -1 : 1, -h, -v);
+  Send(dc, text);
+  g_rotation.restoreDue = true;
+}
+
+void EndRotation(HDC dc) {
+  if (g_rotation.restoreDue) Send(dc, "\r\ngrestore\r\n");
+  g_rotation = Rotation{};
+}
+
 }  // namespace
 
 bool PassComment(HDC dc, SInt16 kind, SInt16, Handle data) {
@@ -95,6 +143,9 @@ bool PassComment(HDC dc, SInt16 kind, SInt16, Handle data) {
       if (!IsPostScript(dc) || !data || !*data) return false;
       Send(dc, *data, static_cast<size_t>(GetHandleSize(data)));
       return true;
+    case kRotateBegin: BeginRotation(dc, data); return true;
+    case kRotateEnd: EndRotation(dc); return true;
+    case kRotateCenter: SetRotationCentre(data); return true;
     default: return false;
   }
 }

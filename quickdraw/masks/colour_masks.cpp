@@ -6,6 +6,7 @@
 
 #include "Memory.h"
 #include "Quickdraw.h"
+#include "QuickdrawColour.h"
 #include "quickdraw/masks/seed_fill.h"
 
 namespace {
@@ -30,13 +31,66 @@ struct WorkingBits {
 int Width(const Rect& r) { return r.right - r.left; }
 int Height(const Rect& r) { return r.bottom - r.top; }
 
+// What a match procedure finds through the current device's gdRefCon: the
+// seed colour, then the caller's data.
+#pragma pack(push, 2)
+struct MatchRecord {
+  UInt16 red, green, blue;
+  SInt32 data;
+};
+#pragma pack(pop)
+
+using MatchProc = Boolean(KWE_CALL*)(RGBColor*, SInt32*);
+
+// The source's colours as 32-bit pixels (pad, red, green, blue bytes), then
+// each offered to match: its answer, position 1 black or 0 white, sets the
+// image bit; a colour it declines keeps the bit 1-bit matching gave it.
+// While it runs the current device's gdRefCon names the match record; a
+// 64-bit address does not fit that 32-bit field, so there the 64-bit build
+// leaves gdRefCon as it was.
+void ApplyMatch(const BitMap* src, const Rect& srcRect, const Rect& local, WorkingBits& image,
+                MatchProc match, const MatchRecord& record) {
+  int width = Width(local), height = Height(local);
+  std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
+  PixMap deep{};
+  deep.baseAddr = reinterpret_cast<Ptr>(pixels.data());
+  deep.rowBytes = static_cast<SInt16>((width * 4) | 0x8000);
+  deep.bounds = local;
+  deep.pixelType = 16;
+  deep.pixelSize = 32;
+  deep.cmpCount = 3;
+  deep.cmpSize = 8;
+  CopyBits(src, reinterpret_cast<const BitMap*>(&deep), &srcRect, &local, srcCopy, nullptr);
+  GDHandle device = GetGDevice();
+  SInt32 savedRefCon = device && *device ? (*device)->gdRefCon : 0;
+#if UINTPTR_MAX == 0xFFFFFFFFu
+  if (device && *device)
+    (*device)->gdRefCon = static_cast<SInt32>(reinterpret_cast<uintptr_t>(&record));
+#else
+  (void)record;
+#endif
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const uint8_t* p = &pixels[(static_cast<size_t>(y) * width + x) * 4];
+      RGBColor rgb{static_cast<UInt16>(p[1] * 257), static_cast<UInt16>(p[2] * 257),
+                   static_cast<UInt16>(p[3] * 257)};
+      SInt32 position = 0;
+      if (!match(&rgb, &position)) continue;
+      uint8_t& byte = image.pixels[static_cast<size_t>(y) * image.rowBytes + x / 8];
+      uint8_t bit = static_cast<uint8_t>(0x80 >> (x % 8));
+      byte = static_cast<uint8_t>(position ? byte | bit : byte & ~bit);
+    }
+  }
+  if (device && *device) (*device)->gdRefCon = savedRefCon;
+}
+
 }  // namespace
 
-// matchProc and matchData would choose the colours through the device's
-// search procedures; the library's colour matching has none, so every
-// colour but white is in the mask, whatever seedRGB says.
+// Without matchProc every colour but white is in the mask, whatever seedRGB
+// says; matchProc decides the colours it answers for.
 KWE_API void KWE_CALL CalcCMask(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
-                                const Rect* dstRect, const RGBColor*, ProcPtr, SInt32) {
+                                const Rect* dstRect, const RGBColor* seedRGB, ProcPtr matchProc,
+                                SInt32 matchData) {
   if (!srcBits || !dstBits || !srcRect || !dstRect) return;
   if (Width(*srcRect) <= 0 || Height(*srcRect) <= 0 || Width(*dstRect) <= 0 ||
       Height(*dstRect) <= 0)
@@ -45,6 +99,11 @@ KWE_API void KWE_CALL CalcCMask(const BitMap* srcBits, const BitMap* dstBits, co
   WorkingBits image(local), mask(local);
   if (!image.Made() || !mask.Made()) return;
   CopyBits(srcBits, &image.bits, srcRect, &local, srcCopy, nullptr);
+  if (matchProc) {
+    MatchRecord record{0, 0, 0, matchData};
+    if (seedRGB) record = MatchRecord{seedRGB->red, seedRGB->green, seedRGB->blue, matchData};
+    ApplyMatch(srcBits, *srcRect, local, image, reinterpret_cast<MatchProc>(matchProc), record);
+  }
   if (!CalcMaskRows(image.pixels.data(), image.rowBytes, mask.pixels.data(), mask.rowBytes,
                     Width(local), Height(local)))
     return;

@@ -40,18 +40,21 @@ LibraryPixMap* LibraryOf(GWorldPtr gw) {
   return pm && IsLibraryPixMap(pm) ? reinterpret_cast<LibraryPixMap*>(*pm) : nullptr;
 }
 
-// A 1 x 1 bitmap in the screen's format, made once: selected into a new
-// memory DC it gives that DC the screen's format, so that NewGWorld asks
-// the window server for no DC of a window.
-HBITMAP ScreenFormatProbe() {
-  static HBITMAP probe = [] {
+// A memory DC holding a 1 x 1 bitmap in the screen's format, made once:
+// bitmaps compatible with it are in the screen's format, so that NewGWorld
+// asks the window server for no DC of a window, and selects nothing but the
+// GWorld's own bitmap.
+HDC ScreenFormatDC() {
+  static HDC format = [] {
     HWND window = kwe::TheSession().mainWindow;
     HDC screen = GetDC(window);
-    HBITMAP made = CreateCompatibleBitmap(screen, 1, 1);
+    HBITMAP probe = CreateCompatibleBitmap(screen, 1, 1);
     ReleaseDC(window, screen);
-    return made;
+    HDC dc = probe ? CreateCompatibleDC(nullptr) : nullptr;
+    if (dc) SelectObject(dc, probe);
+    return dc;
   }();
-  return probe;
+  return format;
 }
 
 void ReleaseShared() {
@@ -67,14 +70,21 @@ bool IsGWorld(CGrafPtr port) {
   return port && (static_cast<UInt16>(port->portVersion) & 0xE000) == 0xE000;
 }
 
-// A DDB of width x height in the screen's format in the memory DC.
-HBITMAP MakeBitmap(HDC memory, int width, int height) {
-  HBITMAP probe = ScreenFormatProbe();
-  if (!probe) return nullptr;
-  HGDIOBJ before = SelectObject(memory, probe);
-  HBITMAP ddb = CreateCompatibleBitmap(memory, width, height);
-  SelectObject(memory, before);
-  return ddb;
+// A bitmap of width x height in the screen's format. Under Wine, selecting
+// a DDB into a memory DC asks the window server whether the display
+// changed, where a DIB section goes into any DC without asking; a 32-bit
+// screen's DDB is a 32-bit DIB in all but name, so there the GWorld holds a
+// DIB section.
+HBITMAP MakeBitmap(int width, int height) {
+  if (Screen().bitsPerPixel == 32) {
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    if (HBITMAP dib = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0))
+      return dib;
+  }
+  HDC format = ScreenFormatDC();
+  return format ? CreateCompatibleBitmap(format, width, height) : nullptr;
 }
 
 }  // namespace
@@ -110,7 +120,7 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
 
   bool shared = (flags & kweSharedGWorldDC) != 0;
   HDC memory = shared && g_sharedDC ? g_sharedDC : CreateCompatibleDC(nullptr);
-  HBITMAP ddb = memory ? MakeBitmap(memory, width, height) : nullptr;
+  HBITMAP ddb = memory ? MakeBitmap(width, height) : nullptr;
   if (!ddb) {
     if (memory && memory != g_sharedDC) DeleteDC(memory);
     return -1;
@@ -122,8 +132,10 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
   HGDIOBJ replaced = shared ? nullptr : SelectObject(memory, ddb);
 
   MutableScreen().pendingDC = memory;
+  MutableScreen().pendingScreenCaps = true;  // made from no DC
   OpenCPort(gw);
   MutableScreen().pendingDC = nullptr;
+  MutableScreen().pendingScreenCaps = false;
   PortAttr* a = AttrOf(reinterpret_cast<GrafPtr>(gw));
   LibraryPixMap* lib = LibraryOf(gw);
   if (!a || !lib) {
@@ -143,7 +155,6 @@ KWE_API OSErr KWE_CALL NewGWorld(GWorldPtr* offscreen, SInt16, const Rect* bound
   lib->replaced = static_cast<HBITMAP>(replaced);
   (*gw->portPixMap)->bounds = Rect{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
   gw->portVersion = static_cast<SInt16>(0xE000);
-  a->deviceDepth = static_cast<uint8_t>(DeviceDepthOf(memory));
   SelectGWorldBitmap(reinterpret_cast<GrafPtr>(gw));
   PortSize(static_cast<SInt16>(width), static_cast<SInt16>(height));
   SetOrigin(bounds->left, bounds->top);
@@ -230,8 +241,32 @@ KWE_API void KWE_CALL CTabChanged(CTabHandle ctab) {
   if (ctab && *ctab) (*ctab)->ctSeed = GetCTSeed();
 }
 
-KWE_API HDC KWE_CALL KWE_OffScreenDC(PixMapHandle, SInt32 how) {
+// Bit 0: the shared memory DC. Bit 1: a DC of the DIB driver drawing
+// straight into a DIB pixel map's packed DIB, owned by the pixel map; the
+// driver is the one the session record names ("DIB" by default), and where
+// the platform has none (Wine, Windows past NT 4) no DC is made. Otherwise a
+// new memory DC compatible with the current DC, which the port that takes it
+// deletes when it closes.
+KWE_API HDC KWE_CALL KWE_OffScreenDC(PixMapHandle pm, SInt32 how) {
+  ScreenState& screen = MutableScreen();
+  if (how & 2) {
+    LibraryPixMap* lib = IsLibraryPixMap(pm) ? reinterpret_cast<LibraryPixMap*>(*pm) : nullptr;
+    if (!lib || !(lib->flags & kDibPixelsFlag) || !lib->dib || !*lib->dib) return nullptr;
+    const char* driver = kwe::DibDriverName();
+    HLock(lib->dib);  // the DC draws into the handle's block
+    HDC dc = CreateDCA(driver && *driver ? driver : "DIB", nullptr, nullptr,
+                       reinterpret_cast<const DEVMODEA*>(*lib->dib));
+    if (!dc) {
+      HUnlock(lib->dib);
+      return nullptr;
+    }
+    if (lib->ownDC && lib->ownDC != SharedMemoryDC()) DeleteDC(lib->ownDC);
+    lib->ownDC = dc;
+    screen.pendingDC = dc;
+    return dc;
+  }
   HDC dc = (how & 1) ? SharedMemoryDC() : CreateCompatibleDC(CurrentDC());
-  MutableScreen().pendingDC = dc;
+  screen.pendingDC = dc;
+  screen.pendingOwned = dc && !(how & 1);
   return dc;
 }

@@ -69,6 +69,7 @@ void MeasureScreen() {
 
 void MeasureScreenDC(HDC dc) {
   g_screen.depth = DeviceDepthOf(dc);
+  g_screen.bitsPerPixel = GetDeviceCaps(dc, BITSPIXEL) * GetDeviceCaps(dc, PLANES);
   g_screen.paletteSize = (GetDeviceCaps(dc, RASTERCAPS) & RC_PALETTE)
                              ? std::min(GetDeviceCaps(dc, SIZEPALETTE), 256)
                              : 0;
@@ -107,6 +108,10 @@ HDC TakePendingScreenDC() {
   HDC dc = g_screen.pendingDC;
   g_screen.pendingDC = nullptr;
   return dc;
+}
+
+bool HasScreenCaps(HDC dc) {
+  return g_screen.bitsPerPixel && dc && (dc == g_sharedMemoryDC || g_screen.pendingScreenCaps);
 }
 
 ScreenState& MutableScreen() { return g_screen; }

@@ -5,6 +5,7 @@
 
 #include "Memory.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/ports/screen_state.h"
 
 namespace kwe::quickdraw {
 namespace {
@@ -28,16 +29,20 @@ PixMapHandle MakePixMap(HDC dc) {
     DisposeHandle(h);
     return nullptr;
   }
-  int depth = GetDeviceCaps(dc, BITSPIXEL) * GetDeviceCaps(dc, PLANES);
-  int width = GetSystemMetrics(SM_CXSCREEN);
-  int height = GetSystemMetrics(SM_CYSCREEN);
+  bool screenCaps = HasScreenCaps(dc);
+  int depth =
+      screenCaps ? Screen().bitsPerPixel : GetDeviceCaps(dc, BITSPIXEL) * GetDeviceCaps(dc, PLANES);
+  // The screen's size as InitGraf measured it: GetSystemMetrics asks the
+  // window server, and every port and GWorld makes a pixel map.
+  int width = Screen().width ? Screen().width : GetSystemMetrics(SM_CXSCREEN);
+  int height = Screen().height ? Screen().height : GetSystemMetrics(SM_CYSCREEN);
   PixMap& pm = *reinterpret_cast<PixMap*>(*h);
   pm.baseAddr = reinterpret_cast<Ptr>(kNoBits);
   pm.rowBytes = static_cast<SInt16>(((depth * width / 8 + 1) & 0x3FFE) | 0x8000);
   pm.bounds = Rect{0, 0, static_cast<SInt16>(height - 1), static_cast<SInt16>(width - 1)};
   pm.pmVersion = kLibraryPixMapVersion;
-  pm.hRes = FixedOfCount(GetDeviceCaps(dc, LOGPIXELSX));
-  pm.vRes = FixedOfCount(GetDeviceCaps(dc, LOGPIXELSY));
+  pm.hRes = FixedOfCount(screenCaps ? Screen().logPixelsX : GetDeviceCaps(dc, LOGPIXELSX));
+  pm.vRes = FixedOfCount(screenCaps ? Screen().logPixelsY : GetDeviceCaps(dc, LOGPIXELSY));
   pm.pixelSize = static_cast<SInt16>(depth);
   if (depth > 8) {
     pm.pixelType = 16;

@@ -25,7 +25,12 @@ constexpr SInt16 kWideOpen = 16383;
 Rect ScreenBounds() { return At<BitMap>(Slot::ScreenBits).bounds; }
 
 HDC ChooseDC(PortAttr& a) {
-  if (HDC screen = TakePendingScreenDC()) return screen;
+  bool owned = Screen().pendingOwned;
+  MutableScreen().pendingOwned = false;
+  if (HDC pending = TakePendingScreenDC()) {
+    if (owned) a.flags |= kOwnsDcFlag;
+    return pending;
+  }
   a.flags |= kOwnsDcFlag;
   GDHandle device = At<GDHandle>(Slot::TheGDevice);
   if (device && *device && (*device)->gdRefNum != 0 && (*device)->gdReserved != 0)
@@ -150,7 +155,8 @@ void OpenAnyPort(GrafPtr port, bool colour) {
   a->hdc = ChooseDC(*a);
   if (a->flags & kOwnsDcFlag) a->ownedDC = a->hdc;
   SetTextAlign(a->hdc, TA_BASELINE);
-  a->deviceDepth = static_cast<uint8_t>(DeviceDepthOf(a->hdc));
+  a->deviceDepth =
+      static_cast<uint8_t>(HasScreenCaps(a->hdc) ? Screen().depth : DeviceDepthOf(a->hdc));
   MakeCurrent(port);
   SetCurrentDC(a->hdc);
   if (colour)

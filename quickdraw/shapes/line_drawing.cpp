@@ -19,12 +19,19 @@ namespace {
 
 bool g_useRectForLine = false;
 
-// A one-pixel pen: GDI's own line, its last pixel added. In copy mode the
-// pixel is set directly, which leaves the DC's position at the end already;
-// true then.
-bool StrokeThinLine(PortAttr& a, COLORREF colour, int h1, int v1) {
+// A one-pixel pen: GDI's own line from (h0, v0), where the DC's position
+// is, its last pixel added. A line at 45 degrees reaches its last pixel when
+// GDI's line runs one step further, which costs nothing; any other line gets
+// the pixel set directly in copy mode and otherwise drawn as a one-pixel
+// line. True when the DC's position is left at the end.
+bool StrokeThinLine(PortAttr& a, COLORREF colour, int h0, int v0, int h1, int v1) {
   int width = a.onePixelPensOnly ? 1 : (a.devicePenWidth + a.devicePenHeight) / 2;
   if (!SelectGdiPen(a, colour, width)) return false;
+  int dh = h1 - h0, dv = v1 - v0;
+  if (width <= 1 && std::abs(dh) == std::abs(dv)) {
+    LineTo(a.hdc, h1 + (dh > 0 ? 1 : -1), v1 + (dv > 0 ? 1 : -1));
+    return false;
+  }
   LineTo(a.hdc, h1, v1);
   if (a.penRop2 == R2_COPYPEN && width <= 1) {
     SetPixelV(a.hdc, h1, v1, colour);
@@ -57,7 +64,7 @@ bool DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
   }
   // MoveTo and every line leave the DC at the device pen: the stroke starts
   // from there.
-  return StrokeThinLine(a, white ? a.bkColorRef : a.fgColorRef, h1, v1);
+  return StrokeThinLine(a, white ? a.bkColorRef : a.fgColorRef, h0, v0, h1, v1);
 }
 
 void StandardLine(Point end) {

@@ -11,6 +11,7 @@
 #include "frame/subsystems.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/outline_cache.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -21,13 +22,14 @@ int ClampDiameter(int diameter, int extent) {
   return diameter > extent || diameter < 1 ? extent : diameter;
 }
 
-void DrawOutline(GrafPtr port, PortAttr& a, Verb verb, const Outline& frame, const Outline& area) {
+// A frame strokes the outline; the other verbs fill the shape's rectangles.
+void DrawShape(GrafPtr port, PortAttr& a, Verb verb, const OutlineShape& shape, const RECT& d) {
   if (verb == Verb::Frame) {
-    FrameDeviceOutline(port, a, frame);
-  } else {
-    PrepareAreaVerb(port, a, verb);
-    FillDevicePolygon(a, area);
+    FrameDeviceOutline(port, a, PlacedOutline(shape, d.left, d.top));
+    return;
   }
+  PrepareAreaVerb(port, a, verb);
+  FillDeviceSpans(a, verb, ShapeSpans(shape, PolygonSpans), d.left, d.top);
 }
 
 void StandardArc(Verb verb, const Rect* r, int start, int arc, bool oval) {
@@ -44,17 +46,14 @@ void StandardArc(Verb verb, const Rect* r, int start, int arc, bool oval) {
   if (verb != Verb::Erase && verb != Verb::Fill) RestoreHiliteBit();
   if (!PortDraws(port, *a)) return;
   RECT d = DeviceRect(*a, *r);
+  int width = d.right - d.left, height = d.bottom - d.top;
   if (verb == Verb::Frame) {
-    DrawOutline(port, *a, verb, ArcOutline(d.left, d.top, d.right - 1, d.bottom - 1, start, arc),
-                {});
+    DrawShape(port, *a, verb, {OutlineKind::Arc, false, width - 1, height - 1, start, arc}, d);
     return;
   }
-  Outline area = ArcOutline(d.left, d.top, d.right, d.bottom, start, arc);
-  if (!oval && std::abs(arc) < 360) {  // a wedge closes at the centre
-    area.push_back(OutlinePoint{static_cast<int32_t>((d.left + d.right) / 2.0 + 0.5),
-                                static_cast<int32_t>((d.top + d.bottom) / 2.0 + 0.5)});
-  }
-  DrawOutline(port, *a, verb, {}, area);
+  // A wedge closes at the centre.
+  OutlineKind kind = !oval && std::abs(arc) < 360 ? OutlineKind::Wedge : OutlineKind::Arc;
+  DrawShape(port, *a, verb, {kind, true, width, height, start, arc}, d);
 }
 
 void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) {
@@ -78,15 +77,14 @@ void StandardRoundRect(Verb verb, const Rect* r, int ovalWidth, int ovalHeight) 
   }
   ovalWidth = ClampDiameter(ovalWidth, d.right - d.left);
   ovalHeight = ClampDiameter(ovalHeight, d.bottom - d.top);
-  if (verb == Verb::Frame) {
-    DrawOutline(
-        port, *a, verb,
-        RoundRectOutline(d.left, d.top, d.right - 1, d.bottom - 1, ovalWidth - 1, ovalHeight - 1),
-        {});
-  } else {
-    DrawOutline(port, *a, verb, {},
-                RoundRectOutline(d.left, d.top, d.right, d.bottom, ovalWidth, ovalHeight));
-  }
+  int width = d.right - d.left, height = d.bottom - d.top;
+  if (verb == Verb::Frame)
+    DrawShape(port, *a, verb,
+              {OutlineKind::RoundRect, false, width - 1, height - 1, ovalWidth - 1, ovalHeight - 1},
+              d);
+  else
+    DrawShape(port, *a, verb, {OutlineKind::RoundRect, true, width, height, ovalWidth, ovalHeight},
+              d);
 }
 
 void StandardOval(Verb verb, const Rect* r) { StandardArc(verb, r, 0, 360, true); }

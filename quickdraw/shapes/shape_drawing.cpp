@@ -141,6 +141,33 @@ void FrameDeviceRect(PortAttr& a, const RECT& d) {
   FillDeviceRect(a, Verb::Frame, RECT{d.right - pw, d.top + ph, d.right, d.bottom - ph});
 }
 
+SpanList PolygonSpans(const Outline& outline) {
+  SpanList spans;
+  if (outline.size() < 3) return spans;
+  HRGN rgn = CreatePolygonRgn(reinterpret_cast<const POINT*>(outline.data()),
+                              static_cast<int>(outline.size()), ALTERNATE);
+  if (!rgn) return spans;
+  DWORD size = GetRegionData(rgn, 0, nullptr);
+  std::vector<unsigned char> buffer(size);
+  auto* data = reinterpret_cast<RGNDATA*>(buffer.data());
+  if (size && GetRegionData(rgn, size, data) == size) {
+    const RECT* rects = reinterpret_cast<const RECT*>(data->Buffer);
+    spans.reserve(data->rdh.nCount);
+    for (DWORD i = 0; i < data->rdh.nCount; ++i)
+      spans.push_back(ShapeSpan{rects[i].left, rects[i].top, rects[i].right, rects[i].bottom});
+  }
+  DeleteObject(rgn);
+  return spans;
+}
+
+// One PatBlt a span costs less under GDI than converting the polygon again,
+// and a region's rectangles never overlap, so every mode gives the
+// polygon's pixels.
+void FillDeviceSpans(PortAttr& a, Verb verb, const SpanList& spans, int left, int top) {
+  for (const ShapeSpan& s : spans)
+    FillDeviceRect(a, verb, RECT{s.left + left, s.top + top, s.right + left, s.bottom + top});
+}
+
 void FillDevicePolygon(PortAttr& a, const Outline& points) {
   if (points.size() < 3) return;
   SetPolyFillMode(a.hdc, ALTERNATE);

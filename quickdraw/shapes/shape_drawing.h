@@ -6,6 +6,7 @@
 
 #include "Quickdraw.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/outline_cache.h"
 #include "quickdraw/shapes/shape_outlines.h"
 
 namespace kwe::quickdraw {
@@ -78,6 +79,12 @@ void FillDeviceRect(PortAttr& a, Verb verb, const RECT& r);
 // Frames d with the pen after PrepareAreaVerb(Frame): the top and bottom
 // edges the pen's height, the sides its width, all inside d.
 void FrameDeviceRect(PortAttr& a, const RECT& d);
+// What GDI's polygon fill (alternate rule) covers of outline, as
+// rectangles: the region GDI makes of the polygon, read back.
+SpanList PolygonSpans(const Outline& outline);
+// Fills spans moved by (left, top) after PrepareAreaVerb: the same pixels
+// as filling their polygon.
+void FillDeviceSpans(PortAttr& a, Verb verb, const SpanList& spans, int left, int top);
 // Fills a polygon (alternate rule) after PrepareAreaVerb.
 void FillDevicePolygon(PortAttr& a, const Outline& points);
 // Fills the area the pen covers along path with the pen pattern in the pen

@@ -23,7 +23,11 @@ const double* SineTable() {
   return table;
 }
 
-int Rounded(double v) { return static_cast<int>(v + 0.5); }
+// To the nearest pixel, halves up. The sine table's values are a few units
+// in the last place off, so a point that lies exactly halfway (cos 60 times
+// an even radius) is nudged up before rounding; without it the same shape
+// would round differently at different places on the screen.
+int Rounded(double v) { return static_cast<int>(std::floor(v + 0.5 + 1e-9)); }
 
 }  // namespace
 

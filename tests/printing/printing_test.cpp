@@ -8,6 +8,7 @@
 #include <windows.h>
 #include <winspool.h>
 
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -456,6 +457,58 @@ TEST_F(PrinterTest, PostScriptCommentsPassStraightThrough) {
     std::string out = printer.Output();
     EXPECT_NE(out.find("% a program's own PostScript"), std::string::npos) << wrapped;
     EXPECT_EQ(out.find("gsave 30 dict begin") != std::string::npos, wrapped);
+  }
+}
+
+// A flip between RotateBegin and RotateEnd is done by the PostScript printer
+// about the centre RotateCenter gave (in the printer's pixels), and undone
+// at RotateEnd; a turn without a flip and a RotateEnd with nothing begun
+// send nothing.
+TEST_F(PrinterTest, RotationCommentsFlipAboutTheirCentre) {
+  PrintDefault(hPrint);
+  const struct {
+    SInt16 flip, angle;
+    const char* scale;  // null: nothing sent
+  } cases[] = {{1, 0, " -1 1 scale "}, {2, 90, " 1 -1 scale "}, {0, 90, nullptr}};
+  for (const auto& c : cases) {
+    printer.Clear();
+    TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+    ASSERT_NE(port, nullptr);
+    PrOpenPage(port, nullptr);
+    MoveTo(100, 50);
+    Handle centre = NewHandle(8), begin = NewHandle(4);
+    reinterpret_cast<Fixed*>(*centre)[0] = 10 << 16;  // 10 down
+    reinterpret_cast<Fixed*>(*centre)[1] = 0;
+    reinterpret_cast<SInt16*>(*begin)[0] = c.flip;
+    reinterpret_cast<SInt16*>(*begin)[1] = c.angle;
+    PicComment(202, 8, centre);
+    PicComment(200, 4, begin);
+    PicComment(201, 0, nullptr);
+    PicComment(201, 0, nullptr);
+    DisposeHandle(centre);
+    DisposeHandle(begin);
+    PrClosePage(port);
+    PrCloseDoc(port);
+    std::string out = printer.Output();
+    if (!c.scale) {
+      EXPECT_EQ(out.find("\r\ngsave\r\n"), std::string::npos);
+      EXPECT_EQ(out.find("\r\ngrestore\r\n"), std::string::npos);
+      continue;
+    }
+    size_t scale = out.find(c.scale);
+    ASSERT_NE(scale, std::string::npos) << c.flip;
+    int h = 0, v = 0;
+    size_t gsave = out.rfind("\r\ngsave\r\n", scale);
+    ASSERT_NE(gsave, std::string::npos) << c.flip;
+    ASSERT_EQ(std::sscanf(out.c_str() + gsave + 9, "%d %d translate", &h, &v), 2) << c.flip;
+    EXPECT_GT(h, 100) << "the printer's pixels, finer than 72 dots per inch";
+    EXPECT_GT(v, 60);
+    std::string undo = " " + std::to_string(-h) + " " + std::to_string(-v) + " translate";
+    EXPECT_EQ(out.compare(scale + std::strlen(c.scale) - 1, undo.size(), undo), 0) << c.flip;
+    size_t restore = out.find("\r\ngrestore\r\n", scale);
+    ASSERT_NE(restore, std::string::npos) << c.flip;
+    EXPECT_EQ(out.find("\r\ngrestore\r\n", restore + 1), std::string::npos)
+        << "one restore for one begin";
   }
 }
 

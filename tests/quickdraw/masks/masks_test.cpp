@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <string>
 #include <vector>
 
 #include "Memory.h"
@@ -87,6 +88,80 @@ TEST_F(Masks, CalcCMaskAndCreateMaskGiveTheDisc) {
   BitMap empty{reinterpret_cast<Ptr>(out.data()), 4, Rect{5, 5, 5, 40}};
   EXPECT_EQ(KWE_CreateMask(&empty, true, false), nullptr);
   EXPECT_EQ(KWE_CreateMask(nullptr, true, true), nullptr);
+}
+
+}  // namespace
+
+namespace {
+
+// Columns 0-7 red, 8-15 green, 16-23 white, in a 32-bit pixel map in memory.
+struct Stripes {
+  std::vector<UInt8> bytes = std::vector<UInt8>(24 * 4 * 8, 0);
+  PixMap map{};
+  Stripes() {
+    for (int y = 0; y < 8; ++y)
+      for (int x = 0; x < 24; ++x) {
+        UInt8* p = &bytes[(y * 24 + x) * 4];
+        p[1] = x < 8 || x >= 16 ? 0xFF : 0;
+        p[2] = x >= 8 ? 0xFF : 0;
+        p[3] = x >= 16 ? 0xFF : 0;
+      }
+    map.baseAddr = reinterpret_cast<Ptr>(bytes.data());
+    map.rowBytes = SInt16(0x8000 | (24 * 4));
+    map.bounds = Rect{0, 0, 8, 24};
+    map.pixelType = 16;
+    map.pixelSize = 32;
+    map.cmpCount = 3;
+    map.cmpSize = 8;
+  }
+};
+
+int g_offered = 0;
+// Red is left out of the mask, green put in; other colours are declined.
+Boolean KWE_CALL RedOutGreenIn(RGBColor* rgb, SInt32* position) {
+  ++g_offered;
+  if (rgb->red == 0xFFFF && rgb->green == 0 && rgb->blue == 0) {
+    *position = 0;
+    return true;
+  }
+  if (rgb->red == 0 && rgb->green == 0xFFFF) {
+    *position = 1;
+    return true;
+  }
+  return false;
+}
+// Every colour but green is in the mask: white too.
+Boolean KWE_CALL AllButGreen(RGBColor* rgb, SInt32* position) {
+  *position = !(rgb->red == 0 && rgb->green == 0xFFFF);
+  return true;
+}
+
+// A match procedure decides the colours it answers for; the colours it
+// declines are matched as without one (all but white in the mask).
+TEST_F(Masks, CalcCMaskAsksTheMatchProcedure) {
+  const struct {
+    ProcPtr match;
+    const char* row;
+  } cases[] = {
+      {nullptr, "################........"},
+      {reinterpret_cast<ProcPtr>(&RedOutGreenIn), "........########........"},
+      {reinterpret_cast<ProcPtr>(&AllButGreen), "########........########"},
+  };
+  for (const auto& c : cases) {
+    Stripes src;
+    std::vector<UInt8> out(4 * 8, 0);
+    BitMap dst{reinterpret_cast<Ptr>(out.data()), 4, Rect{0, 0, 8, 24}};
+    RGBColor seed{0, 0, 0};
+    g_offered = 0;
+    CalcCMask(reinterpret_cast<const BitMap*>(&src.map), &dst, &src.map.bounds, &dst.bounds, &seed,
+              c.match, 7);
+    std::string row;
+    for (int x = 0; x < 24; ++x) row += Bit(out.data(), 4, x, 4) ? '#' : '.';
+    EXPECT_EQ(row, c.row);
+    if (c.match == reinterpret_cast<ProcPtr>(&RedOutGreenIn)) {
+      EXPECT_EQ(g_offered, 24 * 8) << "every pixel offered once";
+    }
+  }
 }
 
 }  // namespace

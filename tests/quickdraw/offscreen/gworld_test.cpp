@@ -5,6 +5,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <iterator>
+
+#include "KWEOffscreen.h"
+#include "KWEPixMaps.h"
 #include "KWEPorts.h"
 #include "QDOffscreen.h"
 #include "Quickdraw.h"
@@ -138,6 +143,54 @@ TEST_F(GWorlds, PixelsStateIsOneForTheProcessAndBadRequestsFail) {
 
 // The left half black: a quarter turn clockwise puts it on top; a mirror
 // left to right puts it on the right.
+// The DC KWE_OffScreenDC prepares goes to the next port opened: a new
+// compatible DC is the port's own and goes with it, the shared memory DC
+// stays. Bit 1 asks for the DIB driver over a DIB pixel map: where the
+// platform has one, drawing lands in the pixel map's DIB; where it has none
+// (Wine), no DC is made and the next port takes its usual DC.
+TEST_F(GWorlds, OffScreenDcGoesToTheNextPortOpened) {
+  const struct {
+    SInt32 how;
+    bool deletedWithPort;
+  } cases[] = {{0, true}, {1, false}};
+  for (const auto& c : cases) {
+    HDC dc = KWE_OffScreenDC(nullptr, c.how);
+    ASSERT_NE(dc, nullptr) << c.how;
+    CGrafPort taker;
+    OpenCPort(&taker);
+    EXPECT_EQ(KWE_GetCurrentDC(), dc) << c.how;
+    CloseCPort(&taker);
+    EXPECT_EQ(GetObjectType(dc), c.deletedWithPort ? 0u : DWORD(OBJ_MEMDC)) << c.how;
+  }
+
+  EXPECT_EQ(KWE_OffScreenDC(nullptr, 2), nullptr) << "no pixel map";
+  struct {
+    BITMAPINFOHEADER header{sizeof(BITMAPINFOHEADER), 8, 8, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    UInt8 pixels[8 * 24];
+  } dib;
+  std::fill(std::begin(dib.pixels), std::end(dib.pixels), UInt8(0xFF));
+  PixMapHandle pm = KWE_NewDIBPixMap(&dib.header);
+  ASSERT_NE(pm, nullptr);
+  HDC driverDC = KWE_OffScreenDC(pm, 2);
+  CGrafPort taker;
+  OpenCPort(&taker);
+  HDC taken = KWE_GetCurrentDC();
+  if (driverDC) {
+    EXPECT_EQ(taken, driverDC);
+    Rect all{0, 0, 8, 8};
+    PaintRect(&all);
+    void* bits = nullptr;
+    ASSERT_NE(KWE_GetDIBFromPixMap(pm, &bits), nullptr);
+    GdiFlush();
+    EXPECT_EQ(static_cast<UInt8*>(bits)[0], 0) << "painted black";
+  } else {
+    EXPECT_NE(taken, nullptr) << "the port took its usual DC";
+  }
+  CloseCPort(&taker);
+  DisposePixMap(pm);
+  SetPort(&port);
+}
+
 TEST_F(GWorlds, RotateAndFlipMoveThePixels) {
   GWorldPtr gw = nullptr;
   Rect bounds{0, 0, 20, 40};

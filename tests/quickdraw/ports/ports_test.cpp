@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <random>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -105,6 +106,18 @@ TEST_F(Ports, LinesCoverEveryPixelThePenTouches) {
   MoveTo(30, 30);
   LineTo(30, 30);  // a 1 by 1 pen at one point is one pixel
   EXPECT_EQ(canvas.Rows(29, 32, 29, 32), "...|.#.|...|");
+
+  // A one-pixel line at 45 degrees, in each direction: from its first pixel
+  // to its last and not a pixel further.
+  const struct { int dh, dv; } diagonals[] = {{1, 1}, {1, -1}, {-1, 1}, {-1, -1}};
+  for (const auto& d : diagonals) {
+    canvas.Clear();
+    MoveTo(100, 100);
+    LineTo(SInt16(100 + 6 * d.dh), SInt16(100 + 6 * d.dv));
+    EXPECT_EQ(BlackIn(80, 80, 121, 121), 7) << d.dh << "," << d.dv;
+    EXPECT_EQ(canvas.Pixel(100 + 6 * d.dh, 100 + 6 * d.dv), kBlack) << d.dh << "," << d.dv;
+  }
+  canvas.Clear();
 
   // The pen hangs below and to the right of the point.
   PenSize(3, 2);
@@ -717,6 +730,62 @@ TEST_F(Shapes, OvalsArcsAndRoundedRectangles) {
   for (const auto& a : angles) {
     PtToAngle(&r, Point{SInt16(a.v * 30 / 40), SInt16(a.h * 30 / 40)}, &angle);
     EXPECT_EQ(angle, a.want) << a.h << "," << a.v;
+  }
+}
+
+// Ovals, arcs, wedges and rounded rectangles of random sizes (seeded,
+// replayable): each shape is worked out once and then moved, so a shape
+// must draw the same wherever it goes, and fill, paint and invert must
+// cover the same pixels, each once (inverting twice restores the canvas).
+TEST_F(Shapes, CurvedShapesDrawAlikeWhereverTheyGo) {
+  static Pattern black;
+  black = vars.black;
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    std::mt19937 random(seed);
+    auto below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    for (int step = 0; step < 60; ++step) {
+      int kind = below(4), w = 1 + below(60), h = 1 + below(60);
+      SInt16 start = SInt16(below(720) - 360), arc = SInt16(below(720) - 360);
+      SInt16 ow = SInt16(below(w + 8)), oh = SInt16(below(h + 8));
+      auto draw = [&](void (*verb)(int, const Rect*, SInt16, SInt16, SInt16, SInt16), int x,
+                      int y) {
+        Rect r = R(x, y, x + w, y + h);
+        verb(kind, &r, start, arc, ow, oh);
+      };
+      auto paint = [](int k, const Rect* r, SInt16 s, SInt16 a, SInt16 ow, SInt16 oh) {
+        if (k == 0) PaintOval(r);
+        if (k == 1) PaintArc(r, s, a);
+        if (k == 2) PaintRoundRect(r, ow, oh);
+        if (k == 3) FillArc(r, s, a, &black);
+      };
+      auto invert = [](int k, const Rect* r, SInt16 s, SInt16 a, SInt16 ow, SInt16 oh) {
+        if (k == 0) InvertOval(r);
+        if (k == 1 || k == 3) InvertArc(r, s, a);
+        if (k == 2) InvertRoundRect(r, ow, oh);
+      };
+      auto frame = [](int k, const Rect* r, SInt16 s, SInt16 a, SInt16 ow, SInt16 oh) {
+        if (k == 0) FrameOval(r);
+        if (k == 1 || k == 3) FrameArc(r, s, a);
+        if (k == 2) FrameRoundRect(r, ow, oh);
+      };
+      std::string where = "seed " + std::to_string(seed) + " step " + std::to_string(step);
+      canvas.Clear();
+      draw(paint, 3, 5);
+      std::string painted = canvas.Rows(5, 5 + h, 3, 3 + w);
+      canvas.Clear();
+      draw(paint, 190 - w, 250 - h);
+      EXPECT_EQ(canvas.Rows(250 - h, 250, 190 - w, 190), painted) << where;
+      canvas.Clear();
+      draw(invert, 100, 40);
+      EXPECT_EQ(canvas.Rows(40, 40 + h, 100, 100 + w), painted) << where;
+      draw(invert, 100, 40);
+      EXPECT_EQ(BlackIn(0, 0, 256, 256), 0) << where;
+      draw(frame, 7, 9);
+      std::string framed = canvas.Rows(9, 9 + h, 7, 7 + w);
+      canvas.Clear();
+      draw(frame, 130, 140);
+      EXPECT_EQ(canvas.Rows(140, 140 + h, 130, 130 + w), framed) << where;
+    }
   }
 }
 

@@ -1,0 +1,3 @@
+# The outline cache is portable and runs natively; shapes drawn through the
+# DLL into DIB sections are read back under Wine.
+kwe_native_tests(outline_cache_tests ${CMAKE_CURRENT_LIST_DIR}/outline_cache_test.cpp)
