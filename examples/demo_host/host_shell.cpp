@@ -2,6 +2,7 @@
 
 #include "KWEEvents.h"
 #include "KWEHostGlobals.h"
+#include "KWEPalettes.h"
 #include "KWESession.h"
 #include "KWEWindows.h"
 #include "demo_clipboard.h"
@@ -42,6 +43,8 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
   if (LRESULT answer = 0; ForwardMenuMessage(window, message, wParam, lParam, &answer))
     return answer;
   if (message == WM_ACTIVATEAPP) KWE_ActivateApp(wParam != 0);
+  if (message == WM_QUERYNEWPALETTE) return KWE_QueryNewPalette(window);
+  if (message == WM_PALETTECHANGED) KWE_PaletteChanged(window, reinterpret_cast<HWND>(wParam));
   if (message == WM_CLIPBOARDUPDATE) KWE_DrawClipboard();
   // The Toolbox windows move on the screen with it: their global regions
   // (strucRgn, contRgn) are brought up to date.

@@ -7,6 +7,7 @@
 #include "Memory.h"
 #include "QuickdrawColour.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/pixmaps/library_pixmaps.h"
 #include "quickdraw/pixmaps/pixel_conversion.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
@@ -14,17 +15,8 @@
 namespace kwe::quickdraw {
 namespace {
 
-constexpr UInt16 kReversedColoursFlag = 0x0100;
 constexpr UInt16 kMadeFromDibFlag = 0x0200;
 constexpr int kLargestSide = 16383;  // what a Rect holds
-
-// The one byte every DIB pixel map's baseAddr points at: its pixels are in
-// the DIB, never behind baseAddr. Kept outside the application's heap, so
-// that it outlives every session.
-Ptr SharedPixelByte() {
-  static char byte = 0;
-  return &byte;
-}
 
 // The DIB's row length at its bit count; 0 for a count a library pixel map
 // does not hold as a DIB.
@@ -63,6 +55,21 @@ CTabHandle TableOfColours(const RGBQUAD* colours, int n, int u, bool* reversed) 
 }
 
 }  // namespace
+
+Ptr SharedPixelByte() {
+  static char byte = 0;
+  return &byte;
+}
+
+void DescribePixels(PixMap& p, int width, int height, int depth) {
+  p.bounds = Rect{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
+  p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(width, depth) + 1) & ~1) | 0x8000);
+  p.pixelType = depth > 8 ? 16 : 0;
+  p.pixelSize = static_cast<SInt16>(depth > 8 ? 16 : depth);
+  p.cmpCount = depth > 8 ? 3 : 1;
+  p.cmpSize = static_cast<SInt16>(depth > 8 ? 5 : depth);
+}
+
 }  // namespace kwe::quickdraw
 
 using namespace kwe::quickdraw;
@@ -109,12 +116,7 @@ KWE_API PixMapHandle KWE_CALL KWE_NewDIBPixMap(BITMAPINFOHEADER* dib) {
   DisposeHandle(reinterpret_cast<Handle>(p.pmTable));
   p.pmTable = table;
   p.baseAddr = byte;
-  p.bounds = Rect{0, 0, static_cast<SInt16>(dib->biHeight), static_cast<SInt16>(dib->biWidth)};
-  p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(dib->biWidth, depth) + 1) & ~1) | 0x8000);
-  p.pixelType = depth > 8 ? 16 : 0;
-  p.pixelSize = static_cast<SInt16>(depth > 8 ? 16 : depth);
-  p.cmpCount = depth > 8 ? 3 : 1;
-  p.cmpSize = static_cast<SInt16>(depth > 8 ? 5 : depth);
+  DescribePixels(p, dib->biWidth, dib->biHeight, depth);
   LibraryPixMap& lib = *reinterpret_cast<LibraryPixMap*>(*pm);
   lib.flags = static_cast<UInt16>(kDibPixelsFlag | kMadeFromDibFlag |
                                   (reversed ? kReversedColoursFlag : 0));

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdlib>
+#include <vector>
+
 #include "KWEPixMaps.h"
 #include "Memory.h"
 #include "QuickdrawColour.h"
@@ -193,6 +196,87 @@ TEST_F(Devices, DibPixelMapsDescribeTheirDibAndDrawIt) {
   EXPECT_EQ((**table).ctTable[14].rgb.red, 0xFFFF);   // red
   EXPECT_EQ((**table).ctTable[15].rgb.red, 0);        // the first: black
   DisposePixMap(pm);
+}
+
+// Pixel maps over DDBs: described from the bitmap, which they own; a copy of
+// a bitmap, and a pixel map flattened and made again, hold the same bits.
+TEST_F(Devices, DdbPixelMapsFlattenAndComeBackWithTheirBits) {
+  const struct {
+    int width, height, depth;
+    UInt16 rowBytes;
+    SInt16 pixelSize;
+  } shapes[] = {{20, 10, 32, 0x8000 + 80, 16}, {33, 5, 1, 0x8000 + 6, 1}, {1, 1, 32, 0x8004, 16}};
+  HPALETTE greys = nullptr;
+  {
+    struct {
+      WORD version, count;
+      PALETTEENTRY entries[2];
+    } log{0x300, 2, {{0, 0, 0, 0}, {255, 255, 255, 0}}};
+    greys = CreatePalette(reinterpret_cast<LOGPALETTE*>(&log));
+  }
+  auto bitsOf = [](HBITMAP bm) {
+    BITMAP info{};
+    GetObjectA(bm, sizeof info, &info);
+    std::vector<uint8_t> bytes(size_t(info.bmWidthBytes * info.bmHeight));
+    GetBitmapBits(bm, LONG(bytes.size()), bytes.data());
+    return bytes;
+  };
+  for (const auto& s : shapes) {
+    SCOPED_TRACE(testing::Message() << s.width << " x " << s.height << " x " << s.depth);
+    HDC screen = GetDC(nullptr);
+    HBITMAP bm = s.depth == 1 ? CreateBitmap(s.width, s.height, 1, 1, nullptr)
+                              : CreateCompatibleBitmap(screen, s.width, s.height);
+    ReleaseDC(nullptr, screen);
+    std::vector<uint8_t> bytes = bitsOf(bm);
+    srand(unsigned(s.width));
+    for (uint8_t& b : bytes) b = uint8_t(rand());
+    SetBitmapBits(bm, LONG(bytes.size()), bytes.data());
+    bytes = bitsOf(bm);
+    int before = LiveGdiObjects();  // with bm, which the pixel map takes over
+
+    HBITMAP copy = KWE_CopyBM(bm);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_NE(copy, bm);
+    if (s.depth == 32) {
+      EXPECT_EQ(bitsOf(copy), bytes);
+    }
+    DeleteObject(copy);
+
+    PixMapHandle pm = KWE_NewDDBPixMap(bm, greys);
+    ASSERT_NE(pm, nullptr);
+    EXPECT_EQ(UInt16((**pm).rowBytes), s.rowBytes);
+    EXPECT_EQ((**pm).bounds.right, s.width);
+    EXPECT_EQ((**pm).pixelSize, s.pixelSize);
+    if (s.depth == 1) {
+      EXPECT_EQ((**(**pm).pmTable).ctTable[0].rgb.red, 0xFFFF);  // the palette reversed
+    }
+    Handle flat = KWE_PackPixMap(pm);
+    ASSERT_NE(flat, nullptr);
+    PixMapHandle back = KWE_UnpackPixMap(flat);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ((**back).bounds.bottom, s.height);
+    EXPECT_EQ((**back).rowBytes, (**pm).rowBytes);
+    Handle again = KWE_PackPixMap(back);
+    ASSERT_NE(again, nullptr);
+    ASSERT_EQ(GetHandleSize(again), GetHandleSize(flat));
+    UInt32 bitsAt = reinterpret_cast<UInt32*>(*flat)[3];
+    EXPECT_EQ(std::vector<uint8_t>(*again + bitsAt, *again + GetHandleSize(again)), bytes);
+    SetHandleSize(flat, GetHandleSize(flat) - 1);
+    EXPECT_EQ(KWE_UnpackPixMap(flat), nullptr);
+    DisposeHandle(again);
+    DisposeHandle(flat);
+    DisposePixMap(back);
+    DisposePixMap(pm);
+    EXPECT_EQ(GetObjectType(bm), 0u);
+    EXPECT_EQ(LiveGdiObjects(), before - 1);
+  }
+  DeleteObject(greys);
+  PixMapHandle plain = NewPixMap();
+  EXPECT_EQ(KWE_PackPixMap(plain), nullptr);
+  DisposePixMap(plain);
+  EXPECT_EQ(KWE_NewDDBPixMap(nullptr, nullptr), nullptr);
+  EXPECT_EQ(KWE_CopyBM(nullptr), nullptr);
+  EXPECT_EQ(KWE_UnpackPixMap(nullptr), nullptr);
 }
 
 // Palettes from colour tables and back, their entries, and copies between
