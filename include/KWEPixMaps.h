@@ -34,6 +34,16 @@ KWE_API HBITMAP KWE_CALL KWE_CopyBM(HBITMAP bitmap);
    the block stays the caller's; null for a block that does not hold
    together. */
 KWE_API Handle KWE_CALL KWE_PackPixMap(PixMapHandle pm);
+/* Copies srcRect of Macintosh pixels into dstRect of a library DIB pixel
+   map, scaled, through the transfer mode and maskRgn, with srcTable and
+   dstTable standing for the maps' own tables when not null. Two 8-bit maps
+   whose tables have the same seed, copied one for one in srcCopy or
+   patCopy without a mask, have their rows copied as they stand. paramErr
+   for a destination that is not a DIB pixel map or rectangles outside the
+   maps; CopyBits' error otherwise. */
+KWE_API OSErr KWE_CALL KWE_CopyBitsMacToDIB(PixMap* src, PixMap* dst, Rect srcRect, Rect dstRect,
+                                            SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
+                                            RgnHandle maskRgn);
 KWE_API PixMapHandle KWE_CALL KWE_UnpackPixMap(Handle flat);
 
 #endif

@@ -49,26 +49,30 @@ PaletteHandle PaletteOfPort(GrafPtr port) {
   return pal ? pal : DefaultPalette();
 }
 
-void ForeOrBackFromPalette(SInt16 index, void (*apply)(const RGBColor*)) {
+void ForeOrBackFromPalette(SInt16 index, void(KWE_CALL* apply)(const RGBColor*)) {
   if (ColorInfo* e = PaletteEntry(PaletteOfPort(CurrentPort()), index)) {
     RGBColor c = e->ciRGB;
     apply(&c);
   }
 }
 
-void SaveColour(ColorSpec* spec, void (*read)(RGBColor*)) {
+void SaveColour(ColorSpec* spec, void(KWE_CALL* read)(RGBColor*)) {
   if (!spec) return;
   spec->value = 0;
   read(&spec->rgb);
 }
 
-// The entries of the device's table from start, grown to hold them; false
+// Grows the device's table to hold entry highest, new entries black; false
 // when memory is short.
 bool MakeRoom(CTabHandle table, int highest) {
-  if (highest < TableEntryCount(table)) return true;
+  int had = TableEntryCount(table);
+  if (highest < had) return true;
   Size size = static_cast<Size>(kColourTableHeader + sizeof(ColorSpec) * (highest + 1));
   SetHandleSize(reinterpret_cast<Handle>(table), size);
-  return GetHandleSize(reinterpret_cast<Handle>(table)) == size;
+  if (GetHandleSize(reinterpret_cast<Handle>(table)) != size) return false;
+  for (int i = had; i <= highest; ++i)
+    (*table)->ctTable[i] = ColorSpec{static_cast<SInt16>(i), {0, 0, 0}};
+  return true;
 }
 
 bool BlackOrWhite(const RGBColor& c) {

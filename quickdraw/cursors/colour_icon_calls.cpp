@@ -13,6 +13,7 @@
 #include "QuickdrawColour.h"
 #include "Resources.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/pixmaps/library_pixmaps.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::quickdraw {
@@ -26,56 +27,34 @@ constexpr ResType kColourCursorType = 0x63727372;  // 'crsr'
 constexpr size_t kMaskAt = 50, kBitMapAt = 64, kImagesAt = 82;
 constexpr size_t kCursorBytes = 96, kCursorPartAt = 20;
 
-template <typename T>
-T Read(const UInt8* bytes, size_t at) {
-  T value;
-  std::memcpy(&value, bytes + at, sizeof value);
-  return value;
-}
-
-Rect ReadRect(const UInt8* bytes, size_t at) {
-  return Rect{Read<SInt16>(bytes, at), Read<SInt16>(bytes, at + 2), Read<SInt16>(bytes, at + 4),
-              Read<SInt16>(bytes, at + 6)};
-}
-
-size_t RowsOf(const Rect& r) {
-  return r.bottom > r.top ? static_cast<size_t>(r.bottom - r.top) : 0;
+BitMap ReadBitMap(const UInt8* bytes, size_t at) {
+  return BitMap{nullptr, ReadNative<SInt16>(bytes, at + 4),
+                Rect{ReadNative<SInt16>(bytes, at + 6), ReadNative<SInt16>(bytes, at + 8),
+                     ReadNative<SInt16>(bytes, at + 10), ReadNative<SInt16>(bytes, at + 12)}};
 }
 
 CIconHandle IconOfResource(const UInt8* bytes, size_t size) {
   if (size < kImagesAt) return nullptr;
   PixMap pm{};
-  pm.rowBytes = Read<SInt16>(bytes, 4);
-  pm.bounds = ReadRect(bytes, 6);
-  pm.pmVersion = Read<SInt16>(bytes, 14);
-  pm.pixelType = Read<SInt16>(bytes, 30);
-  pm.pixelSize = Read<SInt16>(bytes, 32);
-  pm.cmpCount = Read<SInt16>(bytes, 34);
-  pm.cmpSize = Read<SInt16>(bytes, 36);
-  BitMap mask{nullptr, Read<SInt16>(bytes, kMaskAt + 4), ReadRect(bytes, kMaskAt + 6)};
-  BitMap bits{nullptr, Read<SInt16>(bytes, kBitMapAt + 4), ReadRect(bytes, kBitMapAt + 6)};
+  UInt32 unused = 0;
+  ReadResourcePixMap(bytes, 0, &pm, &unused);
+  BitMap mask = ReadBitMap(bytes, kMaskAt), bits = ReadBitMap(bytes, kBitMapAt);
   size_t maskBytes = static_cast<size_t>(mask.rowBytes & 0x3FFF) * RowsOf(mask.bounds);
   size_t bitBytes = static_cast<size_t>(bits.rowBytes & 0x3FFF) * RowsOf(bits.bounds);
   size_t pixelBytes = static_cast<size_t>(pm.rowBytes & 0x3FFF) * RowsOf(pm.bounds);
   size_t table = kImagesAt + maskBytes + bitBytes;
-  if (table > size || size - table < kColourTableHeader) return nullptr;
-  int entries = Read<SInt16>(bytes, table + 6) + 1;
-  size_t tableBytes = kColourTableHeader + sizeof(ColorSpec) * static_cast<size_t>(entries);
-  if (entries <= 0 || entries > 256 || size - table < tableBytes ||
-      size - table - tableBytes < pixelBytes)
-    return nullptr;
+  size_t tableBytes = ResourceTableBytes(bytes, size, table);
+  if (tableBytes == 0 || size - table - tableBytes < pixelBytes) return nullptr;
 
   Handle h = NewHandleClear(static_cast<Size>(sizeof(CIcon) + maskBytes + bitBytes));
-  Handle colours = h ? NewHandle(static_cast<Size>(tableBytes)) : nullptr;
-  Handle pixels = colours ? NewHandle(static_cast<Size>(pixelBytes)) : nullptr;
+  Handle colours = h ? HandleOfBytes(bytes + table, tableBytes) : nullptr;
+  Handle pixels = colours ? HandleOfBytes(bytes + table + tableBytes, pixelBytes) : nullptr;
   if (!pixels) {
     for (Handle gone : {h, colours})
       if (gone) DisposeHandle(gone);
     SetQDError(memFullErr);
     return nullptr;
   }
-  std::memcpy(*colours, bytes + table, tableBytes);
-  if (pixelBytes) std::memcpy(*pixels, bytes + table + tableBytes, pixelBytes);
   CIcon& icon = *reinterpret_cast<CIcon*>(*h);
   icon.iconPMap = pm;
   icon.iconPMap.pmTable = reinterpret_cast<CTabHandle>(colours);

@@ -9,6 +9,7 @@
 #include "QuickdrawColour.h"
 #include "Resources.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/pixmaps/library_pixmaps.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
 
@@ -19,20 +20,7 @@ constexpr ResType kPixelPatternType = 0x70706174;  // 'ppat'
 constexpr SInt16 kPixelMapPattern = 1;
 // The resource's layout (native order once loaded): the PixPat with 32-bit
 // offsets for its handles, then the PixMap of 50 bytes.
-constexpr size_t kPatternRecordBytes = 28, kPixMapBytes = 50;
-
-template <typename T>
-T Read(const UInt8* bytes, size_t at) {
-  T value;
-  std::memcpy(&value, bytes + at, sizeof value);
-  return value;
-}
-
-Handle HandleOfBytes(const void* bytes, Size size) {
-  Handle h = NewHandle(size);
-  if (h && size) std::memcpy(*h, bytes, static_cast<size_t>(size));
-  return h;
-}
+constexpr size_t kPatternRecordBytes = 28;
 
 // Copies the bytes of from into to, resized to hold them.
 bool CopyHandleBytes(Handle from, Handle to) {
@@ -44,23 +32,6 @@ bool CopyHandleBytes(Handle from, Handle to) {
   return true;
 }
 
-// The pixel map record at offset map of the resource; the colour table and
-// pixel data are made separately.
-void ReadPixMap(const UInt8* bytes, size_t map, PixMap& pm) {
-  pm.rowBytes = Read<SInt16>(bytes, map + 4);
-  for (int i = 0; i < 4; ++i) (&pm.bounds.top)[i] = Read<SInt16>(bytes, map + 6 + 2 * i);
-  pm.pmVersion = Read<SInt16>(bytes, map + 14);
-  pm.packType = Read<SInt16>(bytes, map + 16);
-  pm.packSize = Read<SInt32>(bytes, map + 18);
-  pm.hRes = Read<Fixed>(bytes, map + 22);
-  pm.vRes = Read<Fixed>(bytes, map + 26);
-  pm.pixelType = Read<SInt16>(bytes, map + 30);
-  pm.pixelSize = Read<SInt16>(bytes, map + 32);
-  pm.cmpCount = Read<SInt16>(bytes, map + 34);
-  pm.cmpSize = Read<SInt16>(bytes, map + 36);
-  pm.planeBytes = Read<SInt32>(bytes, map + 38);
-}
-
 // Every port whose cached brush was made from pp forgets it: a pattern made
 // later at the same address must not find that brush.
 void ForgetBrushesOf(PixPatHandle pp) {
@@ -70,26 +41,21 @@ void ForgetBrushesOf(PixPatHandle pp) {
 
 PixPatHandle PatternOfResource(const UInt8* bytes, size_t size) {
   if (size < kPatternRecordBytes) return nullptr;
-  SInt16 type = Read<SInt16>(bytes, 0);
-  UInt32 map = Read<UInt32>(bytes, 2), data = Read<UInt32>(bytes, 6);
+  SInt16 type = ReadNative<SInt16>(bytes, 0);
+  UInt32 map = ReadNative<UInt32>(bytes, 2), data = ReadNative<UInt32>(bytes, 6), table = 0;
   Pattern pat1;
   std::memcpy(pat1.pat, bytes + 20, 8);
   if (type != kPixelMapPattern) return MakePixPat(pat1);
-  if (map > size || size - map < kPixMapBytes || data > size) return nullptr;
+  if (map > size || size - map < kResourcePixMapBytes || data > size) return nullptr;
   PixMap layout{};
-  ReadPixMap(bytes, map, layout);
-  UInt32 table = Read<UInt32>(bytes, map + 42);
-  int rows = layout.bounds.bottom - layout.bounds.top;
-  size_t pixels =
-      static_cast<size_t>(layout.rowBytes & 0x3FFF) * static_cast<size_t>(rows < 0 ? 0 : rows);
-  if (size - data < pixels || table > size || size - table < kColourTableHeader) return nullptr;
-  int entries = Read<SInt16>(bytes, table + 6) + 1;
-  size_t tableBytes = kColourTableHeader + sizeof(ColorSpec) * static_cast<size_t>(entries);
-  if (entries <= 0 || size - table < tableBytes) return nullptr;
+  ReadResourcePixMap(bytes, map, &layout, &table);
+  size_t pixels = static_cast<size_t>(layout.rowBytes & 0x3FFF) * RowsOf(layout.bounds);
+  size_t tableBytes = ResourceTableBytes(bytes, size, table);
+  if (size - data < pixels || tableBytes == 0) return nullptr;
 
   PixPatHandle pp = NewPixPat();
-  Handle colours = pp ? HandleOfBytes(bytes + table, static_cast<Size>(tableBytes)) : nullptr;
-  Handle pixelData = colours ? HandleOfBytes(bytes + data, static_cast<Size>(pixels)) : nullptr;
+  Handle colours = pp ? HandleOfBytes(bytes + table, tableBytes) : nullptr;
+  Handle pixelData = colours ? HandleOfBytes(bytes + data, pixels) : nullptr;
   if (!pixelData) {
     if (colours) DisposeHandle(colours);
     DisposePixPat(pp);

@@ -61,6 +61,36 @@ Ptr SharedPixelByte() {
   return &byte;
 }
 
+void ReadResourcePixMap(const UInt8* bytes, size_t at, PixMap* pm, UInt32* table) {
+  pm->rowBytes = ReadNative<SInt16>(bytes, at + 4);
+  pm->bounds = Rect{ReadNative<SInt16>(bytes, at + 6), ReadNative<SInt16>(bytes, at + 8),
+                    ReadNative<SInt16>(bytes, at + 10), ReadNative<SInt16>(bytes, at + 12)};
+  pm->pmVersion = ReadNative<SInt16>(bytes, at + 14);
+  pm->packType = ReadNative<SInt16>(bytes, at + 16);
+  pm->packSize = ReadNative<SInt32>(bytes, at + 18);
+  pm->hRes = ReadNative<Fixed>(bytes, at + 22);
+  pm->vRes = ReadNative<Fixed>(bytes, at + 26);
+  pm->pixelType = ReadNative<SInt16>(bytes, at + 30);
+  pm->pixelSize = ReadNative<SInt16>(bytes, at + 32);
+  pm->cmpCount = ReadNative<SInt16>(bytes, at + 34);
+  pm->cmpSize = ReadNative<SInt16>(bytes, at + 36);
+  pm->planeBytes = ReadNative<SInt32>(bytes, at + 38);
+  *table = ReadNative<UInt32>(bytes, at + 42);
+}
+
+size_t ResourceTableBytes(const UInt8* bytes, size_t size, size_t table) {
+  if (table > size || size - table < kColourTableHeader) return 0;
+  int entries = ReadNative<SInt16>(bytes, table + 6) + 1;
+  size_t tableBytes = kColourTableHeader + sizeof(ColorSpec) * static_cast<size_t>(entries);
+  return entries > 0 && entries <= 256 && size - table >= tableBytes ? tableBytes : 0;
+}
+
+Handle HandleOfBytes(const void* bytes, size_t size) {
+  Handle h = NewHandle(static_cast<Size>(size));
+  if (h && size) std::memcpy(*h, bytes, size);
+  return h;
+}
+
 void DescribePixels(PixMap& p, int width, int height, int depth) {
   p.bounds = Rect{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
   p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(width, depth) + 1) & ~1) | 0x8000);

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include "KWEPixMaps.h"
@@ -196,6 +197,74 @@ TEST_F(Devices, DibPixelMapsDescribeTheirDibAndDrawIt) {
   EXPECT_EQ((**table).ctTable[14].rgb.red, 0xFFFF);   // red
   EXPECT_EQ((**table).ctTable[15].rgb.red, 0);        // the first: black
   DisposePixMap(pm);
+}
+
+// Macintosh pixels into DIB pixel maps: 8-bit rows with the same colours as
+// they stand, other tables and scaling through the pipeline, 32-bit pixels
+// into a 24-bit DIB; the DIB's rows run bottom-up.
+TEST_F(Devices, MacintoshPixelsCopyIntoDibPixelMaps) {
+  struct {
+    BITMAPINFOHEADER header;
+    RGBQUAD colours[256];
+    UInt8 bits[16 * 8 * 3];
+  } packed{};
+  CTabHandle standard = GetCTable(8), swapped = GetCTable(8);
+  std::swap((**swapped).ctTable[0].rgb, (**swapped).ctTable[255].rgb);  // white and black
+  for (int i = 0; i < 256; ++i) {
+    const RGBColor& c = (**standard).ctTable[i].rgb;
+    packed.colours[i] = RGBQUAD{BYTE(c.blue >> 8), BYTE(c.green >> 8), BYTE(c.red >> 8), 0};
+  }
+  srand(20);
+  UInt8 mac[8][16];
+  UInt32 deep[8][16];
+  for (int y = 0; y < 8; ++y)
+    for (int x = 0; x < 16; ++x) mac[y][x] = UInt8(rand()), deep[y][x] = UInt32(rand()) & 0xFFFFFF;
+  mac[0][0] = 0, mac[0][1] = 255;
+  const struct {
+    int bitCount, scale;
+    bool sameTable;
+  } cases[] = {{8, 1, true}, {8, 1, false}, {8, 2, false}, {24, 1, false}, {24, 2, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.bitCount << " bits, scale " << c.scale);
+    packed.header = {sizeof packed.header, 16, 8, 1, WORD(c.bitCount), BI_RGB, 0, 0, 0, 0, 0};
+    PixMapHandle dst = KWE_NewDIBPixMap(&packed.header);
+    ASSERT_NE(dst, nullptr);
+    PixMap src{};
+    src.baseAddr = c.bitCount == 8 ? Ptr(mac) : Ptr(deep);
+    src.rowBytes = SInt16(0x8000 | (c.bitCount == 8 ? 16 : 64));
+    src.bounds = Rect{0, 0, 8, 16};
+    src.pixelSize = c.bitCount == 8 ? 8 : 32;
+    src.pixelType = c.bitCount == 8 ? 0 : 16;
+    src.cmpCount = c.bitCount == 8 ? 1 : 3;
+    src.cmpSize = 8;
+    src.pmTable = c.sameTable ? (**dst).pmTable : swapped;
+    Rect from{0, 0, SInt16(8 / c.scale), SInt16(16 / c.scale)}, to{0, 0, 8, 16};
+    ASSERT_EQ(KWE_CopyBitsMacToDIB(&src, *dst, from, to, srcCopy, nullptr, nullptr, nullptr),
+              noErr);
+    void* bits = nullptr;
+    KWE_GetDIBFromPixMap(dst, &bits);
+    int row = c.bitCount == 8 ? 16 : 48;
+    for (int y = 0; y < 8; ++y)
+      for (int x = 0; x < 16; ++x) {
+        const UInt8* at = static_cast<UInt8*>(bits) + (7 - y) * row + x * (c.bitCount / 8);
+        UInt32 got = c.bitCount == 8 ? at[0] : UInt32(at[0] | at[1] << 8 | at[2] << 16);
+        UInt32 want =
+            c.bitCount == 8 ? mac[y / c.scale][x / c.scale] : deep[y / c.scale][x / c.scale];
+        if (c.bitCount == 8 && !c.sameTable && (want == 0 || want == 255)) want = 255 - want;
+        ASSERT_EQ(got, want) << x << "," << y;
+      }
+    Rect outside{0, 0, 9, 16};
+    EXPECT_EQ(KWE_CopyBitsMacToDIB(&src, *dst, outside, to, srcCopy, nullptr, nullptr, nullptr),
+              paramErr);
+    DisposePixMap(dst);
+  }
+  PixMapHandle plain = NewPixMap();
+  PixMap src{};
+  Rect r{0, 0, 1, 1};
+  EXPECT_EQ(KWE_CopyBitsMacToDIB(&src, *plain, r, r, srcCopy, nullptr, nullptr, nullptr), paramErr);
+  DisposePixMap(plain);
+  DisposeCTable(standard);
+  DisposeCTable(swapped);
 }
 
 // Pixel maps over DDBs: described from the bitmap, which they own; a copy of
