@@ -31,9 +31,9 @@ bool ApplicationActive() { return g_active; }
 using namespace kwe;
 using namespace kwe::events;
 
-// Palettes are left to the manager that owns them. On resume the osEvt asks
-// the application to convert the clipboard when the scrap count moved while
-// it was switched away from.
+// On resume the palettes are realised again and the osEvt asks the
+// application to convert the clipboard when the scrap count moved while it
+// was switched away from; on suspend the palettes go to the background.
 KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
   // Giving the focus back may activate the application again from inside.
   static bool activating = false;
@@ -41,6 +41,7 @@ KWE_API void KWE_CALL KWE_ActivateApp(Boolean active) {
   activating = true;
   Session& s = TheSession();
   g_active = active != 0;
+  quickdraw::RealisePalettesOnActivation(g_active);
   UInt32 message = kSuspend;
   SInt16 scrapCount = scrap::ScrapCount();
   if (g_active) {

@@ -59,6 +59,10 @@ void FillArrowGlobal();
 // A cursor hidden by ObscureCursor comes back (the mouse moved, a menu
 // opened, the application was activated).
 void ShowObscuredCursor();
+// The active palette realised again in every port window's DC: in the
+// foreground when the application is activated, in the background when it
+// is switched away from.
+void RealisePalettesOnActivation(bool active);
 }  // namespace kwe::quickdraw
 
 namespace kwe::windows {

@@ -1,8 +1,10 @@
 // The main window: the frame that holds the menu bar and, as children, the
 // program's windows. Its menu messages go to the Menu Manager, application
-// switches and clipboard changes to the Event Manager and the scrap.
+// switches and clipboard changes to the Event Manager and the scrap, palette
+// changes to colour QuickDraw.
 #include "KWEEvents.h"
 #include "KWEMenus.h"
+#include "KWEPalettes.h"
 #include "KWEScrap.h"
 #include "KWEWindows.h"
 #include "host/shell.h"
@@ -51,6 +53,11 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT msg, WPARAM wParam, LPARAM lPa
     case WM_USER + 1: EndProgram(0);  // ExitToShell
     case WM_CLOSE: EndProgram(0);
     case WM_ACTIVATEAPP: KWE_ActivateApp(wParam != 0); break;
+    // On a palette display the front window's palette is realised when the
+    // program comes forward, and again when another program changes the
+    // system palette.
+    case WM_QUERYNEWPALETTE: return KWE_QueryNewPalette(window);
+    case WM_PALETTECHANGED: KWE_PaletteChanged(window, reinterpret_cast<HWND>(wParam)); break;
     case WM_CLIPBOARDUPDATE: KWE_DrawClipboard(); return 0;
     // The program's windows move on the screen with it: their global
     // regions (strucRgn, contRgn) are brought up to date.

@@ -17,5 +17,33 @@ KWE_API PixMapHandle KWE_CALL KWE_NewDIBPixMap(BITMAPINFOHEADER* dib);
 /* The packed DIB of a library pixel map and, in *bits, its pixels; null
    for a pixel map that is not the library's or holds no DIB. */
 KWE_API BITMAPINFO* KWE_CALL KWE_GetDIBFromPixMap(PixMapHandle pm, void** bits);
+/* A pixel map over a DDB, which it then owns (DisposePixMap deletes it):
+   bounds and rowBytes from the bitmap, deep bitmaps described as 16 bits;
+   an indexed bitmap's colour table is the palette's colours reversed, or a
+   copy of the current device's table. Null for no bitmap or when memory is
+   short. */
+KWE_API PixMapHandle KWE_CALL KWE_NewDDBPixMap(HBITMAP bitmap, HPALETTE palette);
+/* A new bitmap with bitmap's pixels (through a DIB on the screen DC); null
+   on any failure. */
+KWE_API HBITMAP KWE_CALL KWE_CopyBM(HBITMAP bitmap);
+/* A pixel map over a DDB flattened into one block in the machine's byte
+   order: five 32-bit offsets and sizes (record, colour table, BITMAP, bits,
+   size of the bits), the library record with its DC and bitmap fields 0,
+   the colour table, the DDB's BITMAP and its bits. Null for a pixel map
+   without a DDB. KWE_UnpackPixMap makes the pixel map and its DDB again;
+   the block stays the caller's; null for a block that does not hold
+   together. */
+KWE_API Handle KWE_CALL KWE_PackPixMap(PixMapHandle pm);
+/* Copies srcRect of Macintosh pixels into dstRect of a library DIB pixel
+   map, scaled, through the transfer mode and maskRgn, with srcTable and
+   dstTable standing for the maps' own tables when not null. Two 8-bit maps
+   whose tables have the same seed, copied one for one in srcCopy or
+   patCopy without a mask, have their rows copied as they stand. paramErr
+   for a destination that is not a DIB pixel map or rectangles outside the
+   maps; CopyBits' error otherwise. */
+KWE_API OSErr KWE_CALL KWE_CopyBitsMacToDIB(PixMap* src, PixMap* dst, Rect srcRect, Rect dstRect,
+                                            SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
+                                            RgnHandle maskRgn);
+KWE_API PixMapHandle KWE_CALL KWE_UnpackPixMap(Handle flat);
 
 #endif

@@ -59,6 +59,32 @@ KWE_API GDHandle KWE_CALL GetMainDevice(void);
 KWE_API GDHandle KWE_CALL GetDeviceList(void);
 KWE_API GDHandle KWE_CALL GetNextDevice(GDHandle curDevice);
 KWE_API GDHandle KWE_CALL GetMaxDevice(const Rect* globalRect);
+/* A device's search and complement procedures, newest first, in handles
+   chained from gdSearchProc and gdCompProc. Color2Index asks the search
+   procedures in turn before the device's table: the first to answer true
+   gives the index in *position. InvertColor lets the newest complement
+   procedure complement the colour. */
+typedef Boolean(KWE_CALL* ColorSearchProcPtr)(RGBColor* rgb, SInt32* position);
+typedef void(KWE_CALL* ColorComplementProcPtr)(RGBColor* rgb);
+typedef struct SProcRec {
+  Handle nxtSrch;
+  ColorSearchProcPtr srchProc;
+} SProcRec, *SProcPtr, **SProcHndl;
+typedef struct CProcRec {
+  Handle nxtComp;
+  ColorComplementProcPtr compProc;
+} CProcRec, *CProcPtr, **CProcHndl;
+KWE_API void KWE_CALL AddSearch(ColorSearchProcPtr searchProc);
+KWE_API void KWE_CALL DelSearch(ColorSearchProcPtr searchProc);
+KWE_API void KWE_CALL AddComp(ColorComplementProcPtr compProc);
+KWE_API void KWE_CALL DelComp(ColorComplementProcPtr compProc);
+/* Calls drawingProc once, with the current device's depth, its gdFlags, the
+   device and userData: the library has one screen. Nothing for a null
+   procedure or an empty drawingRgn. */
+typedef void(KWE_CALL* DeviceLoopDrawingProcPtr)(SInt16 depth, SInt16 deviceFlags,
+                                                 GDHandle targetDevice, SInt32 userData);
+KWE_API void KWE_CALL DeviceLoop(RgnHandle drawingRgn, DeviceLoopDrawingProcPtr drawingProc,
+                                 SInt32 userData, SInt32 flags);
 /* Bit attribute (0 to 15) of gdFlags. */
 KWE_API Boolean KWE_CALL TestDeviceAttribute(GDHandle gdh, SInt16 attribute);
 KWE_API void KWE_CALL SetDeviceAttribute(GDHandle gdh, SInt16 attribute, Boolean value);
@@ -69,6 +95,48 @@ KWE_API void KWE_CALL SetDeviceAttribute(GDHandle gdh, SInt16 attribute, Boolean
 KWE_API PixMapHandle KWE_CALL NewPixMap(void);
 KWE_API void KWE_CALL DisposePixMap(PixMapHandle pm);
 KWE_API void KWE_CALL CopyPixMap(PixMapHandle srcPM, PixMapHandle dstPM);
+
+/* Pixel patterns. NewPixPat's is a pixel-map pattern (patType 1) with a
+   pixel map of its own and no pixels yet; GetPixPat loads 'ppat' patID
+   (null when it is missing or its offsets point outside it); CopyPixPat
+   copies the type, pixel map, pixels and colour into dstPP's handles. */
+KWE_API PixPatHandle KWE_CALL NewPixPat(void);
+KWE_API PixPatHandle KWE_CALL GetPixPat(SInt16 patID);
+KWE_API void KWE_CALL DisposePixPat(PixPatHandle ppat);
+KWE_API void KWE_CALL CopyPixPat(PixPatHandle srcPP, PixPatHandle dstPP);
+
+/* Colour icons from 'cicn': the pixel map (its colour table a handle of
+   its own, its pixels in iconData), the mask and 1-bit images one after
+   the other in iconMaskData. PlotCIcon copies the pixels (the 1-bit image
+   when there are none) into theRect of the current port through the mask;
+   null for a missing or damaged resource. */
+#pragma pack(push, 2)
+typedef struct CIcon {
+  PixMap iconPMap;
+  BitMap iconMask;
+  BitMap iconBMap;
+  Handle iconData;
+  SInt16 iconMaskData[1];
+} CIcon, *CIconPtr, **CIconHandle;
+#pragma pack(pop)
+KWE_API CIconHandle KWE_CALL GetCIcon(SInt16 iconID);
+KWE_API void KWE_CALL PlotCIcon(const Rect* theRect, CIconHandle theIcon);
+KWE_API void KWE_CALL DisposeCIcon(CIconHandle theIcon);
+
+/* Colour cursors: a copy of 'crsr' crsrID as the resource lays it out (its
+   handle fields hold the resource's offsets, 32-bit; the 1-bit data, mask
+   and hot spot at byte 20 are a Cursor). SetCCursor shows that 1-bit
+   cursor. */
+typedef struct CCrsr* CCrsrPtr;
+typedef CCrsrPtr* CCrsrHandle;
+KWE_API CCrsrHandle KWE_CALL GetCCursor(SInt16 crsrID);
+KWE_API void KWE_CALL SetCCursor(CCrsrHandle cCrsr);
+KWE_API void KWE_CALL DisposeCCursor(CCrsrHandle cCrsr);
+
+/* The colour dialog, titled with prompt, starting from inColor: true with
+   the colour chosen in *outColor, false when the user cancels. */
+KWE_API Boolean KWE_CALL GetColor(Point where, ConstStr255Param prompt, const RGBColor* inColor,
+                                  RGBColor* outColor);
 
 /* Hue, saturation and value, each 0 to 65535 (a hue of 0 is red). */
 typedef struct HSVColor {
@@ -82,11 +150,12 @@ KWE_API void KWE_CALL HSV2RGB(const HSVColor* hColor, RGBColor* rColor);
    false, with foreGround unchanged, when the device has none between. */
 KWE_API Boolean KWE_CALL GetGray(GDHandle device, const RGBColor* backGround, RGBColor* foreGround);
 
-/* Palettes: the published records, kept as the Toolbox keeps them (the
-   library's displays are true-colour, so no Windows palette is realised).
-   NewPalette copies min(entries, the table's) colours with the usage and
-   tolerance; Palette2CTab gives the table a new seed; CopyPalette grows
-   the destination to hold what it copies. */
+/* Palettes: the published records, each with a Windows logical palette of
+   as many entries (a 256-entry palette reversed: entry i is Windows entry
+   255 - i; pmAnimated entries are PC_RESERVED), written through at every
+   change. NewPalette copies min(entries, the table's) colours with the
+   usage and tolerance; Palette2CTab gives the table a new seed; CopyPalette
+   grows the destination to hold what it copies. */
 typedef struct ColorInfo {
   RGBColor ciRGB;
   SInt16 ciUsage;
@@ -117,6 +186,36 @@ KWE_API void KWE_CALL Palette2CTab(PaletteHandle srcPalette, CTabHandle dstCTab)
 KWE_API void KWE_CALL CopyPalette(PaletteHandle srcPalette, PaletteHandle dstPalette,
                                   SInt16 srcEntry, SInt16 dstEntry, SInt16 dstLength);
 
+enum { pmCourteous = 0, pmDithered = 1, pmTolerant = 2, pmAnimated = 4, pmExplicit = 8 };
+enum { cRangeErr = -150 };
+
+/* A window's palette (the window (WindowPtr)-1 stands for the application's
+   default palette). SetPalette keeps it in the Win32 window's palette long
+   and, for a colour port, in grafVars; ActivatePalette makes it the active
+   palette and realises it in the window's DC. PmForeColor and PmBackColor
+   take entry i of the current port's palette. AnimateEntry and
+   AnimatePalette change pmAnimated entries only; AnimatePalette is exported
+   shortened (Win32 has a function of that name). */
+KWE_API PaletteHandle KWE_CALL GetPalette(WindowPtr srcWindow);
+KWE_API void KWE_CALL SetPalette(WindowPtr dstWindow, PaletteHandle srcPalette, Boolean cUpdates);
+KWE_API void KWE_CALL ActivatePalette(WindowPtr srcWindow);
+KWE_API void KWE_CALL PmForeColor(SInt16 dstEntry);
+KWE_API void KWE_CALL PmBackColor(SInt16 dstEntry);
+KWE_API void KWE_CALL AnimateEntry(WindowPtr dstWindow, SInt16 dstEntry, const RGBColor* srcRGB);
+KWE_API void KWE_CALL AnimatePalett(WindowPtr dstWindow, CTabHandle srcCTab, SInt16 srcIndex,
+                                    SInt16 dstEntry, SInt16 dstLength);
+/* The current device's table, count + 1 specs from start (at each spec's
+   value when start is -1), mirrored into the screen palette: PC_RESERVED
+   but for black and white. cRangeErr for an index past 255. */
+KWE_API void KWE_CALL SetEntries(SInt16 start, SInt16 count, const ColorSpec* aTable);
+/* A reserved entry of the current device's table is one colour matching
+   skips. */
+KWE_API void KWE_CALL ReserveEntry(SInt16 index, Boolean reserve);
+KWE_API void KWE_CALL SaveFore(ColorSpec* c);
+KWE_API void KWE_CALL SaveBack(ColorSpec* c);
+KWE_API void KWE_CALL RestoreFore(const ColorSpec* c);
+KWE_API void KWE_CALL RestoreBack(const ColorSpec* c);
+
 /* Copies srcRect of srcBits into dstRect of dstBits, scaled, through the
    transfer mode (srcCopy to notSrcBic, blend to adMin, + ditherCopy's 64)
    and, when maskRgn is not null, only where maskRgn is. Memory pixels,
@@ -135,5 +234,14 @@ KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, co
 KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
                                    const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
                                    const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
+
+#ifdef __cplusplus
+inline void AnimatePalette(WindowPtr w, CTabHandle ctab, SInt16 srcIndex, SInt16 dstEntry,
+                           SInt16 dstLength) {
+  AnimatePalett(w, ctab, srcIndex, dstEntry, dstLength);
+}
+#elif !defined(_WINDOWS_) && !defined(_WINDOWS_H)
+#define AnimatePalette AnimatePalett
+#endif
 
 #endif

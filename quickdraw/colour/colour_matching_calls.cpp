@@ -30,6 +30,8 @@ const uint8_t* DeviceInverse(CTabHandle table) {
 }
 
 SInt32 IndexIn(CTabHandle table, const RGBColor& c) {
+  SInt32 found = 0;
+  if (SearchProceduresFind(c, &found)) return found;
   int count = TableEntryCount(table);
   if (count == 0) return 0;
   if (const uint8_t* inverse = DeviceInverse(table))

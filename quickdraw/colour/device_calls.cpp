@@ -131,5 +131,6 @@ KWE_API void KWE_CALL DisposeGDevice(GDHandle gdh) {
     DisposePixMapRecord((*gdh)->gdPMap);
   }
   if ((*gdh)->gdITable) DisposeHandle((*gdh)->gdITable);
+  DisposeDeviceProcedures(gdh);
   DisposeHandle(reinterpret_cast<Handle>(gdh));
 }

@@ -29,4 +29,13 @@ void ForgetInverseTable(CTabHandle table);
 // Forgets the kept inverse tables (at the end of the session).
 void ReleaseInverseTables();
 
+// The current device's search procedures asked in turn for colour's index;
+// false when none answers.
+bool SearchProceduresFind(const RGBColor& colour, SInt32* index);
+// The current device's newest complement procedure applied; false when it
+// has none.
+bool ComplementByProcedure(RGBColor* colour);
+// A device's procedure records, before the device goes.
+void DisposeDeviceProcedures(GDHandle gdh);
+
 }  // namespace kwe::quickdraw

@@ -1,37 +1,24 @@
 // The Palette Manager's records: palettes made from colour tables or 'pltt'
 // resources, their entries' colours and usages, and copies between palettes
-// and colour tables. The library's displays are true-colour, so no Windows
-// logical palette is made for them; the records are kept as the Toolbox
-// keeps them.
+// and colour tables. Every change is written through to the palette's
+// Windows logical palette.
 #include <cstring>
 
 #include "Memory.h"
 #include "QuickdrawColour.h"
 #include "Resources.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/colour/windows_palettes.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::quickdraw {
 namespace {
 
 constexpr ResType kPaletteType = 0x706C7474;  // 'pltt'
-constexpr Size kPaletteHeader = 16;
-
-int EntryCount(PaletteHandle pal) {
-  if (!pal || !*pal) return 0;
-  Size room = (GetHandleSize(reinterpret_cast<Handle>(pal)) - kPaletteHeader) /
-              static_cast<Size>(sizeof(ColorInfo));
-  int n = (*pal)->pmEntries;
-  return n < 0 ? 0 : (n < room ? n : static_cast<int>(room));
-}
-
-ColorInfo* Entry(PaletteHandle pal, SInt16 n) {
-  return n >= 0 && n < EntryCount(pal) ? &(*pal)->pmInfo[n] : nullptr;
-}
 
 // Resizes pal to n entries, new ones cleared; false when memory is short.
 bool Resize(PaletteHandle pal, int n) {
-  int old = EntryCount(pal);
+  int old = PaletteEntryCount(pal);
   Size size = kPaletteHeader + static_cast<Size>(sizeof(ColorInfo)) * n;
   SetHandleSize(reinterpret_cast<Handle>(pal), size);
   if (GetHandleSize(reinterpret_cast<Handle>(pal)) != size) return false;
@@ -42,7 +29,7 @@ bool Resize(PaletteHandle pal, int n) {
 }
 
 void FillFromTable(PaletteHandle pal, CTabHandle table, SInt16 usage, SInt16 tolerance) {
-  int n = EntryCount(pal), colours = TableEntryCount(table);
+  int n = PaletteEntryCount(pal), colours = TableEntryCount(table);
   for (int i = 0; i < n && i < colours; ++i)
     (*pal)->pmInfo[i] = ColorInfo{TableEntries(table)[i].rgb, usage, tolerance, {0, 0, 0}};
   if (colours) std::memcpy(&(*pal)->pmDataFields[0], &(*table)->ctSeed, sizeof(SInt32));
@@ -61,6 +48,7 @@ KWE_API PaletteHandle KWE_CALL NewPalette(SInt16 entries, CTabHandle srcColors, 
   PaletteHandle pal = reinterpret_cast<PaletteHandle>(h);
   (*pal)->pmEntries = entries;
   if (srcColors) FillFromTable(pal, srcColors, srcUsage, srcTolerance);
+  SyncWindowsPalette(pal);
   return pal;
 }
 
@@ -71,27 +59,33 @@ KWE_API PaletteHandle KWE_CALL GetNewPalette(SInt16 paletteID) {
   if (HandToHand(&copy) != noErr) return nullptr;
   PaletteHandle pal = reinterpret_cast<PaletteHandle>(copy);
   std::memset((*pal)->pmDataFields, 0, sizeof((*pal)->pmDataFields));
-  for (int i = 0; i < EntryCount(pal); ++i)
+  for (int i = 0; i < PaletteEntryCount(pal); ++i)
     std::memset((*pal)->pmInfo[i].ciDataFields, 0, sizeof((*pal)->pmInfo[i].ciDataFields));
+  SyncWindowsPalette(pal);
   return pal;
 }
 
 KWE_API void KWE_CALL DisposePalette(PaletteHandle srcPalette) {
-  if (srcPalette) DisposeHandle(reinterpret_cast<Handle>(srcPalette));
+  if (!srcPalette) return;
+  ForgetWindowsPalette(srcPalette);
+  DisposeHandle(reinterpret_cast<Handle>(srcPalette));
 }
 
 KWE_API void KWE_CALL GetEntryColor(PaletteHandle srcPalette, SInt16 srcEntry, RGBColor* dstRGB) {
-  if (ColorInfo* e = dstRGB ? Entry(srcPalette, srcEntry) : nullptr) *dstRGB = e->ciRGB;
+  if (ColorInfo* e = dstRGB ? PaletteEntry(srcPalette, srcEntry) : nullptr) *dstRGB = e->ciRGB;
 }
 
 KWE_API void KWE_CALL SetEntryColor(PaletteHandle dstPalette, SInt16 dstEntry,
                                     const RGBColor* srcRGB) {
-  if (ColorInfo* e = srcRGB ? Entry(dstPalette, dstEntry) : nullptr) e->ciRGB = *srcRGB;
+  ColorInfo* e = srcRGB ? PaletteEntry(dstPalette, dstEntry) : nullptr;
+  if (!e) return;
+  e->ciRGB = *srcRGB;
+  WriteWindowsEntries(dstPalette, dstEntry, 1, false);
 }
 
 KWE_API void KWE_CALL GetEntryUsage(PaletteHandle srcPalette, SInt16 srcEntry, SInt16* dstUsage,
                                     SInt16* dstTolerance) {
-  ColorInfo* e = Entry(srcPalette, srcEntry);
+  ColorInfo* e = PaletteEntry(srcPalette, srcEntry);
   if (!e) return;
   if (dstUsage) *dstUsage = e->ciUsage;
   if (dstTolerance) *dstTolerance = e->ciTolerance;
@@ -100,10 +94,11 @@ KWE_API void KWE_CALL GetEntryUsage(PaletteHandle srcPalette, SInt16 srcEntry, S
 // A usage or tolerance of -1 (0xFFFF) leaves that field as it was.
 KWE_API void KWE_CALL SetEntryUsage(PaletteHandle dstPalette, SInt16 dstEntry, SInt16 srcUsage,
                                     SInt16 srcTolerance) {
-  ColorInfo* e = Entry(dstPalette, dstEntry);
+  ColorInfo* e = PaletteEntry(dstPalette, dstEntry);
   if (!e) return;
   if (srcUsage != -1) e->ciUsage = srcUsage;
   if (srcTolerance != -1) e->ciTolerance = srcTolerance;
+  WriteWindowsEntries(dstPalette, dstEntry, 1, false);  // an animated entry is PC_RESERVED
 }
 
 KWE_API void KWE_CALL CTab2Palette(CTabHandle srcCTab, PaletteHandle dstPalette, SInt16 srcUsage,
@@ -114,11 +109,12 @@ KWE_API void KWE_CALL CTab2Palette(CTabHandle srcCTab, PaletteHandle dstPalette,
     return;
   }
   FillFromTable(dstPalette, srcCTab, srcUsage, srcTolerance);
+  SyncWindowsPalette(dstPalette);
 }
 
 KWE_API void KWE_CALL Palette2CTab(PaletteHandle srcPalette, CTabHandle dstCTab) {
   if (!srcPalette || !*srcPalette || !dstCTab || !*dstCTab) return;
-  int n = EntryCount(srcPalette);
+  int n = PaletteEntryCount(srcPalette);
   Size size = static_cast<Size>(kColourTableHeader + sizeof(ColorSpec) * n);
   SetHandleSize(reinterpret_cast<Handle>(dstCTab), size);
   if (GetHandleSize(reinterpret_cast<Handle>(dstCTab)) != size) {
@@ -138,13 +134,14 @@ KWE_API void KWE_CALL CopyPalette(PaletteHandle srcPalette, PaletteHandle dstPal
   if (!srcPalette || !dstPalette || !*srcPalette || !*dstPalette || srcEntry < 0 || dstEntry < 0 ||
       dstLength <= 0)
     return;
-  int count = EntryCount(srcPalette) - srcEntry;
+  int count = PaletteEntryCount(srcPalette) - srcEntry;
   if (count > dstLength) count = dstLength;
   if (count <= 0) return;
-  if (dstEntry + count > EntryCount(dstPalette) && !Resize(dstPalette, dstEntry + count)) {
+  if (dstEntry + count > PaletteEntryCount(dstPalette) && !Resize(dstPalette, dstEntry + count)) {
     SetQDError(memFullErr);
     return;
   }
   std::memmove(&(*dstPalette)->pmInfo[dstEntry], &(*srcPalette)->pmInfo[srcEntry],
                sizeof(ColorInfo) * static_cast<size_t>(count));
+  SyncWindowsPalette(dstPalette);
 }

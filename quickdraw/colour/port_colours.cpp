@@ -4,6 +4,7 @@
 
 #include "Quickdraw.h"
 #include "quickdraw/colour/colour_arithmetic.h"
+#include "quickdraw/colour/device_colours.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::quickdraw {
@@ -127,7 +128,7 @@ KWE_API void KWE_CALL HiliteColor(const RGBColor* color) {
 }
 
 KWE_API void KWE_CALL InvertColor(RGBColor* color) {
-  if (color) *color = OppositeHue(*color);
+  if (color && !ComplementByProcedure(color)) *color = OppositeHue(*color);
 }
 
 KWE_API SInt32 KWE_CALL GetCTSeed(void) { return ++g_colourTableSeed; }

@@ -7,6 +7,7 @@
 #include "Memory.h"
 #include "QuickdrawColour.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/pixmaps/library_pixmaps.h"
 #include "quickdraw/pixmaps/pixel_conversion.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
@@ -14,17 +15,8 @@
 namespace kwe::quickdraw {
 namespace {
 
-constexpr UInt16 kReversedColoursFlag = 0x0100;
 constexpr UInt16 kMadeFromDibFlag = 0x0200;
 constexpr int kLargestSide = 16383;  // what a Rect holds
-
-// The one byte every DIB pixel map's baseAddr points at: its pixels are in
-// the DIB, never behind baseAddr. Kept outside the application's heap, so
-// that it outlives every session.
-Ptr SharedPixelByte() {
-  static char byte = 0;
-  return &byte;
-}
 
 // The DIB's row length at its bit count; 0 for a count a library pixel map
 // does not hold as a DIB.
@@ -63,6 +55,51 @@ CTabHandle TableOfColours(const RGBQUAD* colours, int n, int u, bool* reversed) 
 }
 
 }  // namespace
+
+Ptr SharedPixelByte() {
+  static char byte = 0;
+  return &byte;
+}
+
+void ReadResourcePixMap(const UInt8* bytes, size_t at, PixMap* pm, UInt32* table) {
+  pm->rowBytes = ReadNative<SInt16>(bytes, at + 4);
+  pm->bounds = Rect{ReadNative<SInt16>(bytes, at + 6), ReadNative<SInt16>(bytes, at + 8),
+                    ReadNative<SInt16>(bytes, at + 10), ReadNative<SInt16>(bytes, at + 12)};
+  pm->pmVersion = ReadNative<SInt16>(bytes, at + 14);
+  pm->packType = ReadNative<SInt16>(bytes, at + 16);
+  pm->packSize = ReadNative<SInt32>(bytes, at + 18);
+  pm->hRes = ReadNative<Fixed>(bytes, at + 22);
+  pm->vRes = ReadNative<Fixed>(bytes, at + 26);
+  pm->pixelType = ReadNative<SInt16>(bytes, at + 30);
+  pm->pixelSize = ReadNative<SInt16>(bytes, at + 32);
+  pm->cmpCount = ReadNative<SInt16>(bytes, at + 34);
+  pm->cmpSize = ReadNative<SInt16>(bytes, at + 36);
+  pm->planeBytes = ReadNative<SInt32>(bytes, at + 38);
+  *table = ReadNative<UInt32>(bytes, at + 42);
+}
+
+size_t ResourceTableBytes(const UInt8* bytes, size_t size, size_t table) {
+  if (table > size || size - table < kColourTableHeader) return 0;
+  int entries = ReadNative<SInt16>(bytes, table + 6) + 1;
+  size_t tableBytes = kColourTableHeader + sizeof(ColorSpec) * static_cast<size_t>(entries);
+  return entries > 0 && entries <= 256 && size - table >= tableBytes ? tableBytes : 0;
+}
+
+Handle HandleOfBytes(const void* bytes, size_t size) {
+  Handle h = NewHandle(static_cast<Size>(size));
+  if (h && size) std::memcpy(*h, bytes, size);
+  return h;
+}
+
+void DescribePixels(PixMap& p, int width, int height, int depth) {
+  p.bounds = Rect{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
+  p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(width, depth) + 1) & ~1) | 0x8000);
+  p.pixelType = depth > 8 ? 16 : 0;
+  p.pixelSize = static_cast<SInt16>(depth > 8 ? 16 : depth);
+  p.cmpCount = depth > 8 ? 3 : 1;
+  p.cmpSize = static_cast<SInt16>(depth > 8 ? 5 : depth);
+}
+
 }  // namespace kwe::quickdraw
 
 using namespace kwe::quickdraw;
@@ -109,12 +146,7 @@ KWE_API PixMapHandle KWE_CALL KWE_NewDIBPixMap(BITMAPINFOHEADER* dib) {
   DisposeHandle(reinterpret_cast<Handle>(p.pmTable));
   p.pmTable = table;
   p.baseAddr = byte;
-  p.bounds = Rect{0, 0, static_cast<SInt16>(dib->biHeight), static_cast<SInt16>(dib->biWidth)};
-  p.rowBytes = static_cast<SInt16>(((MacRowBytesNeeded(dib->biWidth, depth) + 1) & ~1) | 0x8000);
-  p.pixelType = depth > 8 ? 16 : 0;
-  p.pixelSize = static_cast<SInt16>(depth > 8 ? 16 : depth);
-  p.cmpCount = depth > 8 ? 3 : 1;
-  p.cmpSize = static_cast<SInt16>(depth > 8 ? 5 : depth);
+  DescribePixels(p, dib->biWidth, dib->biHeight, depth);
   LibraryPixMap& lib = *reinterpret_cast<LibraryPixMap*>(*pm);
   lib.flags = static_cast<UInt16>(kDibPixelsFlag | kMadeFromDibFlag |
                                   (reversed ? kReversedColoursFlag : 0));

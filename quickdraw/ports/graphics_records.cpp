@@ -118,6 +118,7 @@ void DisposeMainDevice(GDHandle device) {
   ForgetInverseTable((*device)->gdPMap ? (*(*device)->gdPMap)->pmTable : nullptr);
   DisposePixMapRecord((*device)->gdPMap);
   if ((*device)->gdITable) DisposeHandle((*device)->gdITable);
+  DisposeDeviceProcedures(device);
   DisposeHandle(reinterpret_cast<Handle>(device));
 }
 

@@ -4,6 +4,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdlib>
+#include <utility>
+#include <vector>
+
 #include "KWEPixMaps.h"
 #include "Memory.h"
 #include "QuickdrawColour.h"
@@ -193,6 +197,155 @@ TEST_F(Devices, DibPixelMapsDescribeTheirDibAndDrawIt) {
   EXPECT_EQ((**table).ctTable[14].rgb.red, 0xFFFF);   // red
   EXPECT_EQ((**table).ctTable[15].rgb.red, 0);        // the first: black
   DisposePixMap(pm);
+}
+
+// Macintosh pixels into DIB pixel maps: 8-bit rows with the same colours as
+// they stand, other tables and scaling through the pipeline, 32-bit pixels
+// into a 24-bit DIB; the DIB's rows run bottom-up.
+TEST_F(Devices, MacintoshPixelsCopyIntoDibPixelMaps) {
+  struct {
+    BITMAPINFOHEADER header;
+    RGBQUAD colours[256];
+    UInt8 bits[16 * 8 * 3];
+  } packed{};
+  CTabHandle standard = GetCTable(8), swapped = GetCTable(8);
+  std::swap((**swapped).ctTable[0].rgb, (**swapped).ctTable[255].rgb);  // white and black
+  for (int i = 0; i < 256; ++i) {
+    const RGBColor& c = (**standard).ctTable[i].rgb;
+    packed.colours[i] = RGBQUAD{BYTE(c.blue >> 8), BYTE(c.green >> 8), BYTE(c.red >> 8), 0};
+  }
+  srand(20);
+  UInt8 mac[8][16];
+  UInt32 deep[8][16];
+  for (int y = 0; y < 8; ++y)
+    for (int x = 0; x < 16; ++x) mac[y][x] = UInt8(rand()), deep[y][x] = UInt32(rand()) & 0xFFFFFF;
+  mac[0][0] = 0, mac[0][1] = 255;
+  const struct {
+    int bitCount, scale;
+    bool sameTable;
+  } cases[] = {{8, 1, true}, {8, 1, false}, {8, 2, false}, {24, 1, false}, {24, 2, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.bitCount << " bits, scale " << c.scale);
+    packed.header = {sizeof packed.header, 16, 8, 1, WORD(c.bitCount), BI_RGB, 0, 0, 0, 0, 0};
+    PixMapHandle dst = KWE_NewDIBPixMap(&packed.header);
+    ASSERT_NE(dst, nullptr);
+    PixMap src{};
+    src.baseAddr = c.bitCount == 8 ? Ptr(mac) : Ptr(deep);
+    src.rowBytes = SInt16(0x8000 | (c.bitCount == 8 ? 16 : 64));
+    src.bounds = Rect{0, 0, 8, 16};
+    src.pixelSize = c.bitCount == 8 ? 8 : 32;
+    src.pixelType = c.bitCount == 8 ? 0 : 16;
+    src.cmpCount = c.bitCount == 8 ? 1 : 3;
+    src.cmpSize = 8;
+    src.pmTable = c.sameTable ? (**dst).pmTable : swapped;
+    Rect from{0, 0, SInt16(8 / c.scale), SInt16(16 / c.scale)}, to{0, 0, 8, 16};
+    ASSERT_EQ(KWE_CopyBitsMacToDIB(&src, *dst, from, to, srcCopy, nullptr, nullptr, nullptr),
+              noErr);
+    void* bits = nullptr;
+    KWE_GetDIBFromPixMap(dst, &bits);
+    int row = c.bitCount == 8 ? 16 : 48;
+    for (int y = 0; y < 8; ++y)
+      for (int x = 0; x < 16; ++x) {
+        const UInt8* at = static_cast<UInt8*>(bits) + (7 - y) * row + x * (c.bitCount / 8);
+        UInt32 got = c.bitCount == 8 ? at[0] : UInt32(at[0] | at[1] << 8 | at[2] << 16);
+        UInt32 want =
+            c.bitCount == 8 ? mac[y / c.scale][x / c.scale] : deep[y / c.scale][x / c.scale];
+        if (c.bitCount == 8 && !c.sameTable && (want == 0 || want == 255)) want = 255 - want;
+        ASSERT_EQ(got, want) << x << "," << y;
+      }
+    Rect outside{0, 0, 9, 16};
+    EXPECT_EQ(KWE_CopyBitsMacToDIB(&src, *dst, outside, to, srcCopy, nullptr, nullptr, nullptr),
+              paramErr);
+    DisposePixMap(dst);
+  }
+  PixMapHandle plain = NewPixMap();
+  PixMap src{};
+  Rect r{0, 0, 1, 1};
+  EXPECT_EQ(KWE_CopyBitsMacToDIB(&src, *plain, r, r, srcCopy, nullptr, nullptr, nullptr), paramErr);
+  DisposePixMap(plain);
+  DisposeCTable(standard);
+  DisposeCTable(swapped);
+}
+
+// Pixel maps over DDBs: described from the bitmap, which they own; a copy of
+// a bitmap, and a pixel map flattened and made again, hold the same bits.
+TEST_F(Devices, DdbPixelMapsFlattenAndComeBackWithTheirBits) {
+  const struct {
+    int width, height, depth;
+    UInt16 rowBytes;
+    SInt16 pixelSize;
+  } shapes[] = {{20, 10, 32, 0x8000 + 80, 16}, {33, 5, 1, 0x8000 + 6, 1}, {1, 1, 32, 0x8004, 16}};
+  HPALETTE greys = nullptr;
+  {
+    struct {
+      WORD version, count;
+      PALETTEENTRY entries[2];
+    } log{0x300, 2, {{0, 0, 0, 0}, {255, 255, 255, 0}}};
+    greys = CreatePalette(reinterpret_cast<LOGPALETTE*>(&log));
+  }
+  auto bitsOf = [](HBITMAP bm) {
+    BITMAP info{};
+    GetObjectA(bm, sizeof info, &info);
+    std::vector<uint8_t> bytes(size_t(info.bmWidthBytes * info.bmHeight));
+    GetBitmapBits(bm, LONG(bytes.size()), bytes.data());
+    return bytes;
+  };
+  for (const auto& s : shapes) {
+    SCOPED_TRACE(testing::Message() << s.width << " x " << s.height << " x " << s.depth);
+    HDC screen = GetDC(nullptr);
+    HBITMAP bm = s.depth == 1 ? CreateBitmap(s.width, s.height, 1, 1, nullptr)
+                              : CreateCompatibleBitmap(screen, s.width, s.height);
+    ReleaseDC(nullptr, screen);
+    std::vector<uint8_t> bytes = bitsOf(bm);
+    srand(unsigned(s.width));
+    for (uint8_t& b : bytes) b = uint8_t(rand());
+    SetBitmapBits(bm, LONG(bytes.size()), bytes.data());
+    bytes = bitsOf(bm);
+    int before = LiveGdiObjects();  // with bm, which the pixel map takes over
+
+    HBITMAP copy = KWE_CopyBM(bm);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_NE(copy, bm);
+    if (s.depth == 32) {
+      EXPECT_EQ(bitsOf(copy), bytes);
+    }
+    DeleteObject(copy);
+
+    PixMapHandle pm = KWE_NewDDBPixMap(bm, greys);
+    ASSERT_NE(pm, nullptr);
+    EXPECT_EQ(UInt16((**pm).rowBytes), s.rowBytes);
+    EXPECT_EQ((**pm).bounds.right, s.width);
+    EXPECT_EQ((**pm).pixelSize, s.pixelSize);
+    if (s.depth == 1) {
+      EXPECT_EQ((**(**pm).pmTable).ctTable[0].rgb.red, 0xFFFF);  // the palette reversed
+    }
+    Handle flat = KWE_PackPixMap(pm);
+    ASSERT_NE(flat, nullptr);
+    PixMapHandle back = KWE_UnpackPixMap(flat);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ((**back).bounds.bottom, s.height);
+    EXPECT_EQ((**back).rowBytes, (**pm).rowBytes);
+    Handle again = KWE_PackPixMap(back);
+    ASSERT_NE(again, nullptr);
+    ASSERT_EQ(GetHandleSize(again), GetHandleSize(flat));
+    UInt32 bitsAt = reinterpret_cast<UInt32*>(*flat)[3];
+    EXPECT_EQ(std::vector<uint8_t>(*again + bitsAt, *again + GetHandleSize(again)), bytes);
+    SetHandleSize(flat, GetHandleSize(flat) - 1);
+    EXPECT_EQ(KWE_UnpackPixMap(flat), nullptr);
+    DisposeHandle(again);
+    DisposeHandle(flat);
+    DisposePixMap(back);
+    DisposePixMap(pm);
+    EXPECT_EQ(GetObjectType(bm), 0u);
+    EXPECT_EQ(LiveGdiObjects(), before - 1);
+  }
+  DeleteObject(greys);
+  PixMapHandle plain = NewPixMap();
+  EXPECT_EQ(KWE_PackPixMap(plain), nullptr);
+  DisposePixMap(plain);
+  EXPECT_EQ(KWE_NewDDBPixMap(nullptr, nullptr), nullptr);
+  EXPECT_EQ(KWE_CopyBM(nullptr), nullptr);
+  EXPECT_EQ(KWE_UnpackPixMap(nullptr), nullptr);
 }
 
 // Palettes from colour tables and back, their entries, and copies between

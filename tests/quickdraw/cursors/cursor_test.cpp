@@ -12,6 +12,7 @@
 
 #include "KWECursors.h"
 #include "Memory.h"
+#include "QuickdrawColour.h"
 #include "Resources.h"
 #include "ToolUtils.h"
 #include "UnsupportedCalls.h"
@@ -193,6 +194,15 @@ TEST_F(Cursors, SetCursorShowsCursorsOverLibraryWindowsAndOnlyRecordsThemElsewhe
   EXPECT_NE(GetCursor(), first);
   EXPECT_FALSE(Read(first).ok);
   EXPECT_TRUE(Read(made).ok) << "cached cursors stay";
+
+  // A colour cursor shows its 1-bit part, cached when it was loaded.
+  Handle colour = NewHandleClear(96);
+  (*colour)[20] = char(0x80), (*colour)[52] = char(0x80), (*colour)[85] = 1;
+  HCURSOR colourMade = static_cast<HCURSOR>(KWE_BrovaskCursor(true, true, *colour, true, true));
+  SetCCursor(reinterpret_cast<CCrsrHandle>(colour));
+  EXPECT_EQ(GetCursor(), colourMade);
+  DisposeCCursor(reinterpret_cast<CCrsrHandle>(colour));
+  EXPECT_EQ(GetCCursor(999), nullptr);
 
   InitCursor();
   EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_ARROW));
