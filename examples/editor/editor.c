@@ -132,22 +132,32 @@ static void GetTEViewRect(WindowPtr window, Rect* view) {
   InsetRect(view, kTextMargin, kTextMargin);
 }
 
-/* The line at the top of the view, counted from 0, and how many lines the
-   text has below the last one that fits. */
+/* The line at the top of the view, counted from 0: the most lines whose
+   height fits above it. A styled record measures a line's top by adding up
+   the lines before it, so the count is searched by halves rather than line
+   by line, which would make every keystroke at the end of a long text cost
+   the square of its lines. */
 static short TopLine(TEHandle te) {
-  TEPtr t = *te;
-  short line = 0;
-  short above = (short)(t->viewRect.top - t->destRect.top);
-  while (line < t->nLines && TEGetHeight(line + 1, 1, te) <= above) ++line;
-  return line;
+  short above = (short)((*te)->viewRect.top - (*te)->destRect.top);
+  short low = 0, high = (*te)->nLines;
+  while (low < high) {
+    short mid = (short)((low + high + 1) / 2);
+    if (TEGetHeight(mid, 1, te) <= above)
+      low = mid;
+    else
+      high = (short)(mid - 1);
+  }
+  return low;
 }
 
+/* The top line that shows the text's end at the view's bottom: counted up
+   from the last line while the lines below still fit. */
 static short MaxTopLine(TEHandle te) {
   short viewHeight = (short)((*te)->viewRect.bottom - (*te)->viewRect.top);
   short lines = (*te)->nLines;
   short line = lines;
   while (line > 0 && TEGetHeight(lines, line, te) <= viewHeight) --line;
-  return line < lines && TEGetHeight(lines, line + 1, te) <= viewHeight ? line : line + 1;
+  return line < lines ? line : (short)(lines + 1);
 }
 
 /* The scroll bars follow the text: the vertical one counts lines, the
