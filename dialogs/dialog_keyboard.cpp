@@ -214,7 +214,14 @@ void KeepFocus(DialogPtr d) {
           break;
         }
     if (!item) return;
-    FocusItem(d, item);
+    // The item that had the focus gets it back with its selection: another
+    // application taking the activation must not select the whole text the
+    // user was typing into. Any other item is focused as by Tab.
+    HWND back = ItemWindow(d, item);
+    if (item == last && IsEditChild(back))
+      SetFocus(back);
+    else
+      FocusItem(d, item);
   }
   if (info) info->lastFocus = SInt16(item);
   MoveDefaultOutline(d, IsPushButton(d, item) ? item : Dlg(d)->aDefItem);

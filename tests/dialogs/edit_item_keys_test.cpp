@@ -65,7 +65,8 @@ TEST_F(EditItemKeys, TypedAndPlayedBackKeysEndInTheControlAndTheRecord) {
     bool onButton;           // OK has the focus, not the edit item
     std::vector<UINT> keys;  // virtual keys, posted one per tick
     std::string text;
-    std::vector<int> seen;  // teLength as the filter saw it, key by key
+    std::vector<int> seen;     // teLength as the filter saw it, key by key
+    bool interrupted = false;  // another window is active for a while after the first key
   };
   const Case cases[] = {
       // The control took each character before its key event came round:
@@ -76,6 +77,8 @@ TEST_F(EditItemKeys, TypedAndPlayedBackKeysEndInTheControlAndTheRecord) {
       {"played back", true, false, {'X', 'Y', VK_BACK, 'Z'}, "abxz", {2, 3, 4, 3}},
       // With no edit item in focus nobody types them.
       {"played back to a button", true, true, {'X', 'Y'}, "ab", {2, 2}},
+      // Coming back to the dialog keeps the caret where the user left it.
+      {"typed around another window", false, false, {'X', 'Y'}, "abxy", {3, 4}, true},
   };
   HWND w = HwndOfDialog(dialog);
   HWND edit = ItemChild(dialog, 2);
@@ -94,11 +97,22 @@ TEST_F(EditItemKeys, TypedAndPlayedBackKeysEndInTheControlAndTheRecord) {
       SelectDialogItemText(dialog, 2, 2, 2);
       if (c.onButton) SetFocus(ItemChild(dialog, 1));
     }};
-    for (UINT vk : c.keys)
+    HWND other = nullptr;
+    for (UINT vk : c.keys) {
       steps.push_back([=] {
         if (!c.playBack) PostMessageA(edit, WM_CHAR, WPARAM(vk | 0x20), 1);
         PostKey(w, vk);
       });
+      if (c.interrupted && vk == c.keys.front()) {
+        steps.push_back([&] {
+          other = CreateWindowExA(0, "STATIC", "other", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                  nullptr, nullptr, nullptr, nullptr);
+          SetForegroundWindow(other);
+        });
+        steps.push_back([&] { DestroyWindow(other); });
+        steps.push_back([w] { SetForegroundWindow(w); });
+      }
+    }
     steps.push_back([w] { PostKey(w, VK_ESCAPE); });
     EXPECT_EQ(RunModal(steps, WatchRecord, {1}), 1) << "every key answers the edit item, 2";
     KWE_PlayBack(0);
