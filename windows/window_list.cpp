@@ -219,6 +219,9 @@ void KWE_CALL ShowWindowDefault(WindowPtr w) {
   WindowPtr front = FrontWindow();
   if ((FlagsOf(w) & kToolWindowFlag) || AsPtr(ListHead()) == w) MoveToFrontOfGroup(w);
   ShowOrHide(w, true, false);
+  // Shown at the head of the list, the window is in front of the one
+  // SelectWindow or HideWindow last brought forward.
+  if (AsPtr(ListHead()) == w) g_state.selected = nullptr;
   if (FrontWindow() == w && front != w) MoveActivation(front, w);
   WStateData* d = DataOf(w);
   if (d && (d->moreFlags & kTakesFocusFlag) && FrontWindow() == w) SetFocus(HwndOf(w));

@@ -138,7 +138,16 @@ TEST_F(WindowsOnTop, ActivateEventsFollowTheFrontWindow) {
                {[&] { HideWindow(w[0]); }, "a-b+", 'b'},
                {[&] { ShowWindow(w[0]); }, "", 'b'},
                {[&] { SelectWindow(w[0]); }, "b-a+", 'a'},
+               // A dialog made hidden in front, then shown: in front of the
+               // window SelectWindow brought forward.
                {[&] {
+                  w[2] = Make(dBoxProc, {60, 50, 120, 150}, false);
+                  ShowWindow(w[2]);
+                },
+                "a-c+", 'c'},
+               {[&] { SelectWindow(w[0]); }, "c-a+", 'a'},
+               {[&] {
+                  DisposeWindow(w[2]);
                   w[2] = Make(documentProc, {50, 50, 90, 90}, false);
                 },
                 "", 'a'},
