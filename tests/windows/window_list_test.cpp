@@ -71,9 +71,11 @@ class ListSweep : public Fixture {
           auto at = std::find(order.begin(), order.end(), w);
           std::vector<bool> lit;
           for (WindowPtr v : order) lit.push_back(PeekOf(v)->hilited);
+          int foreign = this->ForeignActivations();
           BringToFront(w);
           ASSERT_EQ(this->ListOrder(), this->Win32Order());
-          for (size_t i = 0; i < order.size(); ++i) ASSERT_EQ(PeekOf(order[i])->hilited, lit[i]);
+          for (size_t i = 0; i < order.size() && foreign == this->ForeignActivations(); ++i)
+            ASSERT_EQ(PeekOf(order[i])->hilited, lit[i]);
           if (at != order.begin()) SendBehind(w, at[-1]);
           break;
         }
@@ -89,8 +91,13 @@ class ListSweep : public Fixture {
           windows.push_back(this->Make(procID, bounds, visible, behind));
           if (popUp && slot <= 4) popUpSlots[windows.back()] = slot;
       }
-      for (const EventRecord& e : this->Drain(activMask | updateMask))
-        if (e.what == activateEvt) lastActivate[this->EventWindow(e)] = e.modifiers & activeFlag;
+      // Another program that took the activation meanwhile gives it back
+      // before the check, as the user would click the front window.
+      int tries = 0;
+      do {
+        for (const EventRecord& e : this->Drain(activMask | updateMask))
+          if (e.what == activateEvt) lastActivate[this->EventWindow(e)] = e.modifiers & activeFlag;
+      } while (tries++ < 3 && this->TakeBackActivation());
       ASSERT_EQ(this->ListOrder(), this->Win32Order());
       WindowPtr front = FrontWindow();
       ASSERT_TRUE(!front || PeekOf(front)->visible);
@@ -122,10 +129,10 @@ TEST_F(MdiWindowListSweep, ListFollowsZOrderAndTheFrontWindowAloneIsActive) { Sw
 // makes Windows activate (and raise) a pop-up behind; none for windows made
 // hidden or at the back. Events are written window letter, + or -. The
 // click is real input: Windows lets posted input activate nothing while
-// another program (another test) has the foreground.
+// another program (another test) has the foreground. A run in which another
+// program took the activation is run again: its events are not the list's.
 TEST_F(WindowsOnTop, ActivateEventsFollowTheFrontWindow) {
-  WindowPtr w[4] = {Make()};  // a, b, c, d
-  Drain();
+  WindowPtr w[4] = {};  // a, b, c, d
   auto name = [&](WindowPtr v) { return char('a' + (std::find(w, w + 4, v) - w)); };
   const struct {
     std::function<void()> run;
@@ -162,16 +169,27 @@ TEST_F(WindowsOnTop, ActivateEventsFollowTheFrontWindow) {
                   SendMouse(MOUSEEVENTF_LEFTUP);
                 },
                 "d-b+", 'b'}};
-  for (const auto& s : steps) {
-    s.run();
-    std::string events;
-    for (const EventRecord& e : Drain(activMask))
-      events += std::string{name(EventWindow(e)), e.modifiers & activeFlag ? '+' : '-'};
-    std::string where = "step " + std::to_string(&s - steps);
-    EXPECT_EQ(events, s.events) << where;
-    EXPECT_EQ(name(FrontWindow()), s.front) << where;
-    EXPECT_EQ(Win32Order(), ListOrder()) << where;
+  std::vector<std::string> want, got;
+  for (const auto& s : steps) want.push_back(s.events + std::string(" front ") + s.front);
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    for (WindowPtr v : ListOrder()) DisposeWindow(v);
+    std::fill(w, w + 4, nullptr);
+    TakeBackActivation();
+    w[0] = Make();
+    Drain();
+    int foreign = ForeignActivations();
+    got.clear();
+    for (const auto& s : steps) {
+      s.run();
+      std::string events;
+      for (const EventRecord& e : Drain(activMask))
+        events += std::string{name(EventWindow(e)), e.modifiers & activeFlag ? '+' : '-'};
+      got.push_back(events + " front " + name(FrontWindow()) +
+                    (Win32Order() == ListOrder() ? "" : " out of Z-order"));
+    }
+    if (foreign == ForeignActivations()) break;
   }
+  EXPECT_EQ(got, want);
   EXPECT_EQ(ListOrder(), (std::vector<WindowPtr>{w[1], w[3], w[2]}));
 }
 
