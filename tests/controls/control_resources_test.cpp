@@ -11,7 +11,7 @@
 #include "Memory.h"
 #include "Resources.h"
 #include "controls/controls_fixture.h"
-#include "resource_builder/resource_image.h"
+#include "support/menu_resources.h"
 #include "support/resource_image_file.h"
 
 namespace {
@@ -19,34 +19,13 @@ namespace {
 using namespace kwe_test;
 using resource_builder::Bytes;
 
-void Word(Bytes& b, int v) {
-  b.push_back(UInt8(v >> 8));
-  b.push_back(UInt8(v));
-}
-void PString(Bytes& b, const std::string& s) {
-  b.push_back(UInt8(s.size()));
-  b.insert(b.end(), s.begin(), s.end());
-}
-
-Bytes Menu(const std::vector<std::string>& items) {
-  Bytes b = {0, 128, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF};
-  PString(b, "Colours");
-  for (const std::string& item : items) {
-    PString(b, item);
-    b.insert(b.end(), {0, 0, 0, 0});
-  }
-  b.push_back(0);
-  return b;
-}
-
 Bytes Template(Rect r, int value, bool visible, int max, int min, int procID, const char* title) {
   Bytes b;
-  for (int v : {r.top, r.left, r.bottom, r.right}) Word(b, v);
-  Word(b, value);
+  for (int v : {int(r.top), int(r.left), int(r.bottom), int(r.right), value}) PutWord(b, v);
   b.insert(b.end(), {UInt8(visible ? 0xFF : 0), 0});
-  for (int v : {max, min, procID}) Word(b, v);
+  for (int v : {max, min, procID}) PutWord(b, v);
   b.insert(b.end(), {0x12, 0x34, 0x56, 0x78});
-  PString(b, title);
+  PutPString(b, title);
   return b;
 }
 
@@ -55,8 +34,8 @@ class Resourced : public ControlTest {
   void SetUp() override {
     ControlTest::SetUp();
     auto image = resource_builder::BuildResourceImage(
-        {resource_builder::MakeResource("MENU", 128, Menu({"Red", "Green", "Blue \xA5"})),
-         resource_builder::MakeResource("MENU", 129, Menu({})),
+        {MenuResource(128, "Colours", {{"Red"}, {"Green"}, {"Blue \xA5"}}),
+         MenuResource(129, "Colours", {}),
          resource_builder::MakeResource("CNTL", 128,
                                         Template(Rect{20, 30, 40, 130}, 1, true, 1, 0, 1, "Wrap")),
          resource_builder::MakeResource(

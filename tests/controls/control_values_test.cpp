@@ -113,9 +113,11 @@ TEST_F(ControlTest, ValuesAndRangesSweepStaysInStepWithUser) {
 }
 
 // Clicks a user makes (BM_CLICK, as Windows sends it for a click or the
-// space bar, and a double click) come back as a mouseDown whose FindControl and TrackControl
-// answer the part; the application's answer shows in USER's check state.
-TEST_F(ControlTest, ClicksComeBackThroughTrackControl) {
+// space bar, and a double click) come back as a mouseDown whose FindControl
+// and TrackControl answer the part; the application's answer shows in
+// USER's check state. The window stands away from other programs' windows
+// and has the activation for each click, as under a user's hand.
+TEST_F(ControlsOnTop, ClicksComeBackThroughTrackControl) {
   ControlHandle push = Make(pushButProc, Rect{10, 10, 30, 90});
   ControlHandle check = Make(checkBoxProc, Rect{40, 10, 60, 120}, 0, 0, 1, "\005Check");
   ControlHandle radios[2] = {Make(radioButProc, Rect{70, 10, 90, 120}, 1, 0, 1, "\x03One"),
@@ -132,6 +134,7 @@ TEST_F(ControlTest, ClicksComeBackThroughTrackControl) {
                 {push, BM_CLICK, inButton, "010"}};
   for (const auto& k : clicks) {
     std::string where = "click " + std::to_string(&k - clicks);
+    TakeBackActivation();
     SendMessageA(ChildWindow(k.c), k.message, k.message == BM_CLICK ? 0 : MK_LBUTTON, 0);
     ControlHandle hit = nullptr;
     ASSERT_EQ(HandleClick(nullptr, &hit), k.part) << where;

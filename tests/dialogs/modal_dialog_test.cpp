@@ -6,6 +6,8 @@
 #include <cstring>
 
 #include "Controls.h"
+#include "KWEEvents.h"
+#include "TextEdit.h"
 #include "dialogs/dialog_text.h"
 #include "dialogs/dialogs_fixture.h"
 
@@ -39,6 +41,8 @@ class Modal : public DialogTest {
                        {10, 90, 26, 200, 16, ""},
                        {40, 20, 56, 200, 5, "Bold"},
                        {60, 20, 76, 200, 5, "Italic"}}) +
+        DialogTemplate(204, 60, 60, 200, 320, 204) +
+        ItemList(204, {{100, 160, 120, 240, 4, "OK"}, {20, 20, 36, 240, 16, "ab"}}) +
         DialogTemplate(210, 60, 60, 200, 300, 210) +
         ItemList(210, {{100, 100, 120, 180, 4, "OK"},
                        {40, 40, 56, 56, 5, ""},
@@ -60,7 +64,23 @@ class Modal : public DialogTest {
     GetDialogItem(dialog, item, &type, &h, &r);
     return reinterpret_cast<ControlHandle>(h);
   }
+  // The focused item's ID before the first key and after each; Escape ends
+  // the modal loop after the last.
+  std::vector<int> FocusAfter(const std::vector<std::function<void()>>& keys) {
+    std::vector<int> seen;
+    auto record = [&seen] { seen.push_back(GetDlgCtrlID(GetFocus())); };
+    std::vector<std::function<void()>> steps = {record};
+    for (const auto& key : keys) {
+      steps.push_back(key);
+      steps.push_back(record);
+    }
+    HWND w = Window();
+    steps.push_back([w] { PostKey(w, VK_ESCAPE); });
+    RunModal(steps);
+    return seen;
+  }
   void TearDown() override {
+    KWE_PlayBack(0);
     if (dialog) DisposeDialog(dialog);
     DialogTest::TearDown();
   }
@@ -102,20 +122,11 @@ TEST_F(Modal, TabWalksTheFocusableItems) {
   dialog = Open(200);
   ASSERT_NE(dialog, nullptr);
   SetControlValue(ControlOf(5), 1);
-  std::vector<int> seen;
-  auto record = [&] { seen.push_back(GetDlgCtrlID(GetFocus())); };
   HWND w = Window();
-  std::vector<std::function<void()>> steps = {record};
-  for (int i = 0; i < 5; ++i) {
-    steps.push_back([w] { PostKey(w, VK_TAB); });
-    steps.push_back(record);
-  }
-  steps.push_back([w] { PostKey(w, VK_TAB, true); });
-  steps.push_back(record);
-  steps.push_back([w] { PostKey(w, VK_UP); });  // not on a radio button: nothing
-  steps.push_back(record);
-  steps.push_back([w] { PostKey(w, VK_ESCAPE); });
-  EXPECT_EQ(RunModal(steps), 2);
+  auto tab = [w] { PostKey(w, VK_TAB); };
+  // Up is not on a radio button: nothing.
+  std::vector<int> seen = FocusAfter(
+      {tab, tab, tab, tab, tab, [w] { PostKey(w, VK_TAB, true); }, [w] { PostKey(w, VK_UP); }});
   // Edit item 7 has the focus after building; Tab goes on in item order,
   // wrapping, and takes only the checked radio button; Up on Green clicks Red.
   EXPECT_EQ(seen, (std::vector<int>{7, 1, 2, 3, 5, 7, 5, 4}));
@@ -149,16 +160,13 @@ TEST_F(Modal, TableOrderAndMnemonics) {
   dialog = Open(203);
   ASSERT_NE(dialog, nullptr);
   HWND w = Window();
-  std::vector<int> seen;
-  auto record = [&] { seen.push_back(GetDlgCtrlID(GetFocus())); };
-  SInt16 hit = RunModal({record, [w] { PostKey(w, VK_TAB); }, record, [w] { PostKey(w, VK_TAB); },
-                         record, [w] { PostKey(w, VK_TAB); }, record, [w] { PostAltKey(w, 'N'); },
-                         record, [w] { PostKey(w, VK_ESCAPE); }});
-  EXPECT_EQ(hit, 1) << "Escape without a Cancel button presses the default";
+  auto tab = [w] { PostKey(w, VK_TAB); };
   // The focus starts on the table's last entry (3); Tab follows the table's
   // order 5, 1, 3, then the items it leaves out (2, 4) in item order; Alt+N
   // on the static text "Name:" focuses its target, the edit item.
-  EXPECT_EQ(seen, (std::vector<int>{3, 4, 5, 1, 3}));
+  EXPECT_EQ(FocusAfter({tab, tab, tab, [w] { PostAltKey(w, 'N'); }}),
+            (std::vector<int>{3, 4, 5, 1, 3}));
+  EXPECT_EQ(hits.back(), 1) << "Escape without a Cancel button presses the default";
 }
 
 TEST_F(Modal, MultiLineReturnAndEscapeToAnotherDefault) {
@@ -306,6 +314,100 @@ TEST_F(Modal, DialogSelectOutsideTheModalLoop) {
   EXPECT_FALSE(DialogSelect(&none, &which, &hit));
   EXPECT_EQ(hit, -1);
   EXPECT_FALSE(IsDialogEvent(nullptr));
+}
+
+// What the application's filter saw of the record at each key, before the
+// dialog handled it.
+std::vector<int> g_lengthsSeen;
+
+Boolean KWE_CALL WatchRecord(DialogPtr d, EventRecord* e, SInt16* itemHit) {
+  if (e->what != keyDown) return false;
+  if ((e->message & 0xFF) == 27) {
+    *itemHit = 1;
+    return true;
+  }
+  TEHandle te = PeekDialog(d)->textH;
+  g_lengthsSeen.push_back(te ? (**te).teLength : -1);
+  return false;
+}
+
+// Keys that reach the edit item in focus: typed into the control by the
+// user (the record follows the control before the filter sees the key), or
+// played back from a recording (KWE_PlayBack: no control saw them, so they
+// are typed through TEKey on the dialog's record).
+TEST_F(Modal, TypedAndPlayedBackKeysEndInTheControlAndTheRecord) {
+  dialog = Open(204);
+  ASSERT_NE(dialog, nullptr);
+  struct Case {
+    const char* what;
+    bool playBack;
+    bool onButton;           // OK has the focus, not the edit item
+    std::vector<UINT> keys;  // virtual keys, posted one per tick
+    std::string text;
+    std::vector<int> seen;     // teLength as the filter saw it, key by key
+    bool interrupted = false;  // another window is active for a while after the first key
+  };
+  const Case cases[] = {
+      // The control took each character before its key event came round:
+      // the filter already reads the longer text.
+      {"typed", false, false, {'X', 'Y', 'Z'}, "abxyz", {3, 4, 5}},
+      // Nothing typed into the control: the dialog types the keys through
+      // TEKey after the filter, Backspace included.
+      {"played back", true, false, {'X', 'Y', VK_BACK, 'Z'}, "abxz", {2, 3, 4, 3}},
+      // With no edit item in focus nobody types them.
+      {"played back to a button", true, true, {'X', 'Y'}, "ab", {2, 2}},
+      // Coming back to the dialog keeps the caret where the user left it.
+      {"typed around another window", false, false, {'X', 'Y'}, "abxy", {3, 4}, true},
+  };
+  HWND w = Window();
+  HWND edit = ItemChild(dialog, 2);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    KWE_PlayBack(c.playBack);
+    g_lengthsSeen.clear();
+    // The text and caret are set once the modal loop has settled the focus
+    // (its first focus upkeep selects the whole text of the edit item).
+    std::vector<std::function<void()>> steps{[&] {
+      SInt16 type;
+      Handle item;
+      Rect box;
+      GetDialogItem(dialog, 2, &type, &item, &box);
+      SetDialogItemText(item, PStr("\002ab"));
+      SelectDialogItemText(dialog, 2, 2, 2);
+      if (c.onButton) SetFocus(ItemChild(dialog, 1));
+    }};
+    HWND other = nullptr;
+    for (UINT vk : c.keys) {
+      steps.push_back([=] {
+        if (!c.playBack) PostMessageA(edit, WM_CHAR, WPARAM(vk | 0x20), 1);
+        PostKey(w, vk);
+      });
+      if (c.interrupted && vk == c.keys.front()) {
+        steps.push_back([&] {
+          other = CreateWindowExA(0, "STATIC", "other", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                  nullptr, nullptr, nullptr, nullptr);
+          SetForegroundWindow(other);
+        });
+        steps.push_back([&] { DestroyWindow(other); });
+        steps.push_back([w] { SetForegroundWindow(w); });
+      }
+    }
+    steps.push_back([w] { PostKey(w, VK_ESCAPE); });
+    EXPECT_EQ(RunModal(steps, WatchRecord, {1}), 1) << "every key answers the edit item, 2";
+    KWE_PlayBack(0);
+    char text[64] = "";
+    GetWindowTextA(edit, text, sizeof text);
+    EXPECT_EQ(text, c.text);
+    EXPECT_EQ(g_lengthsSeen, c.seen);
+    TEHandle te = PeekDialog(dialog)->textH;
+    ASSERT_NE(te, nullptr);
+    EXPECT_EQ((**te).teLength, SInt16(c.text.size()));
+    EXPECT_EQ((**te).selStart, SInt16(c.text.size()));
+    EXPECT_EQ(std::string(*(**te).hText, size_t((**te).teLength)), c.text);
+    DWORD start = 0, end = 0;
+    SendMessageA(edit, EM_GETSEL, WPARAM(&start), LPARAM(&end));
+    EXPECT_EQ(int(start), int(c.text.size())) << "the control's caret follows the record";
+  }
 }
 
 }  // namespace

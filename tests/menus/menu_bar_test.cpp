@@ -178,9 +178,11 @@ TEST_F(MenuBar, ItemCallsAndItemsPastTheEnd) {
   GetItemCmd(m, 4, &key);
   GetItemStyle(m, 3, &style);
   EXPECT_EQ(std::vector<int>({mark, icon, key, style}), std::vector<int>({'*', 7, '2', 5}));
-  std::vector<UInt8> before(
-      reinterpret_cast<UInt8*>(*m),
-      reinterpret_cast<UInt8*>(*m) + GetHandleSize(reinterpret_cast<Handle>(m)));
+  auto bytes = [m] {
+    const UInt8* at = reinterpret_cast<UInt8*>(*m);
+    return std::vector<UInt8>(at, at + GetHandleSize(reinterpret_cast<Handle>(m)));
+  };
+  std::vector<UInt8> before = bytes();
   for (SInt16 past : {SInt16(6), SInt16(200), SInt16(-1)}) {
     SetItemMark(m, past, 18);
     SetItemCmd(m, past, 'Z');
@@ -192,10 +194,7 @@ TEST_F(MenuBar, ItemCallsAndItemsPastTheEnd) {
     GetMenuItemText(m, past, text);
     EXPECT_EQ(std::vector<int>({mark, key, text[0]}), std::vector<int>({0, 0, 0})) << past;
   }
-  std::vector<UInt8> after(
-      reinterpret_cast<UInt8*>(*m),
-      reinterpret_cast<UInt8*>(*m) + GetHandleSize(reinterpret_cast<Handle>(m)));
-  EXPECT_EQ(before, after);
+  EXPECT_EQ(bytes(), before);
   // Items 32 and on have no enable bit: always enabled.
   for (int i = 0; i < 30; ++i) AppendMenu(m, P("x").c_str());
   UInt32 flags = (**m).enableFlags;

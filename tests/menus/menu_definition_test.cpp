@@ -12,6 +12,7 @@
 #include "Memory.h"
 #include "Resources.h"
 #include "menus/menus_fixture.h"
+#include "windows/windows_fixture.h"
 
 namespace {
 
@@ -37,10 +38,7 @@ void KWE_CALL RecordingDefinition(SInt16 message, MenuHandle menu, Rect* r, Poin
   }
   if (message == mChooseMsg && whichItem) {
     *whichItem = g_choice;
-    INPUT up{};
-    up.type = INPUT_MOUSE;
-    up.mi.dwFlags = MOUSEEVENTF_LEFTUP;
-    SendInput(1, &up, sizeof up);
+    SendMouse(MOUSEEVENTF_LEFTUP);
   }
 }
 
@@ -96,36 +94,21 @@ TEST_F(Definitions, AnMdefPopUpIsTrackedInATemporaryWindow) {
   g_messages.clear();
   g_choice = 3;
   SetCursorPos(200, 150);
-  INPUT down{};
-  down.type = INPUT_MOUSE;
-  down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-  SendInput(1, &down, sizeof down);
-  int windowsBefore = 0;
-  EnumThreadWindows(
-      GetCurrentThreadId(), [](HWND, LPARAM n) { return ++*reinterpret_cast<int*>(n), TRUE; },
-      reinterpret_cast<LPARAM>(&windowsBefore));
+  SendMouse(MOUSEEVENTF_LEFTDOWN);
+  int windowsBefore = CountUserWindows();
   SInt32 result = PopUpMenuSelect(drawn, 140, 190, 1);
   EXPECT_EQ(result, (150 << 16) | 3);
   ASSERT_GE(g_messages.size(), 4u);
   EXPECT_EQ(std::vector<SInt16>(g_messages.begin(), g_messages.begin() + 3),
             (std::vector<SInt16>{mSizeMsg, mPopUpMsg, mDrawMsg}));
   EXPECT_EQ(g_messages.back(), mChooseMsg);
-  int windowsAfter = 0;
-  EnumThreadWindows(
-      GetCurrentThreadId(), [](HWND, LPARAM n) { return ++*reinterpret_cast<int*>(n), TRUE; },
-      reinterpret_cast<LPARAM>(&windowsAfter));
-  EXPECT_EQ(windowsAfter, windowsBefore);
+  EXPECT_EQ(CountUserWindows(), windowsBefore);
   EXPECT_EQ(GetCapture(), nullptr);
 }
 
 int g_hookCalls = 0;
 void KWE_CALL CountingHook() {
-  if (++g_hookCalls == 3) {
-    INPUT up{};
-    up.type = INPUT_MOUSE;
-    up.mi.dwFlags = MOUSEEVENTF_LEFTUP;
-    SendInput(1, &up, sizeof up);
-  }
+  if (++g_hookCalls == 3) SendMouse(MOUSEEVENTF_LEFTUP);
 }
 
 // With a menu hook installed a standard menu is tracked by the library
@@ -137,10 +120,7 @@ TEST_F(Definitions, TheMenuHookRunsWhileTheMouseIsOutsideThePopUp) {
   MenuHandle m = NewMenu(160, P("Hooked").c_str());
   AppendMenu(m, P("A;B").c_str());
   SetCursorPos(20, 20);
-  INPUT down{};
-  down.type = INPUT_MOUSE;
-  down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-  SendInput(1, &down, sizeof down);
+  SendMouse(MOUSEEVENTF_LEFTDOWN);
   DuringModal({[] { SetCursorPos(60, 60); }});
   EXPECT_EQ(PopUpMenuSelect(m, 300, 300, 1), 0);
   Finish();

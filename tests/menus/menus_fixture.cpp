@@ -30,46 +30,12 @@ LRESULT CALLBACK MenuHostProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
   return CallWindowProcA(g_previous, w, msg, wParam, lParam);
 }
 
-void PutWord(resource_builder::Bytes& b, int v) {
-  b.push_back(UInt8(v >> 8));
-  b.push_back(UInt8(v));
-}
-
 }  // namespace
 
 std::basic_string<UInt8> P(const std::string& text) {
   std::basic_string<UInt8> p(1, UInt8(text.size()));
   p.append(text.begin(), text.end());
   return p;
-}
-
-resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
-                                        const std::vector<MenuItemData>& items, UInt32 enable,
-                                        SInt16 mdef) {
-  resource_builder::Bytes b;
-  PutWord(b, id);
-  PutWord(b, 0);
-  PutWord(b, 0);
-  PutWord(b, mdef);
-  PutWord(b, 0);
-  PutWord(b, int(enable >> 16));
-  PutWord(b, int(enable & 0xFFFF));
-  b.push_back(UInt8(title.size()));
-  b.insert(b.end(), title.begin(), title.end());
-  for (const MenuItemData& item : items) {
-    b.push_back(UInt8(item.text.size()));
-    b.insert(b.end(), item.text.begin(), item.text.end());
-    b.insert(b.end(), {item.icon, item.key, item.mark, item.style});
-  }
-  b.push_back(0);
-  return resource_builder::MakeResource("MENU", id, b);
-}
-
-resource_builder::Resource MenuBarResource(SInt16 id, const std::vector<SInt16>& menuIDs) {
-  resource_builder::Bytes b;
-  PutWord(b, int(menuIDs.size()));
-  for (SInt16 m : menuIDs) PutWord(b, m);
-  return resource_builder::MakeResource("MBAR", id, b);
 }
 
 Win32Item Win32ItemAt(HMENU menu, int position) {

@@ -10,23 +10,11 @@
 
 #include "KWEMenus.h"
 #include "Menus.h"
-#include "resource_builder/resource_image.h"
+#include "support/menu_resources.h"
 #include "support/test_host.h"
 #include "support/timed_steps.h"
 
 namespace kwe_test {
-
-// One item of a 'MENU' resource.
-struct MenuItemData {
-  std::string text;
-  UInt8 icon = 0, key = 0, mark = 0, style = 0;
-};
-
-// A 'MENU' resource in Macintosh byte order; mdef is the 'MDEF' ID.
-resource_builder::Resource MenuResource(SInt16 id, const std::string& title,
-                                        const std::vector<MenuItemData>& items,
-                                        UInt32 enableFlags = 0xFFFFFFFFu, SInt16 mdef = 0);
-resource_builder::Resource MenuBarResource(SInt16 id, const std::vector<SInt16>& menuIDs);
 
 // A Pascal string of text.
 std::basic_string<UInt8> P(const std::string& text);

@@ -16,8 +16,12 @@ namespace {
 constexpr OSType kText = 0x54455854;     // 'TEXT'
 constexpr OSType kPicture = 0x50494354;  // 'PICT'
 
+constexpr OSType kOther = 0x4F544852;  // 'OTHR', in no record
+
+// Two records for text: an open dialog for text lists both.
 const KWEFileTypeEntry kHostTypes[] = {{kText, {'T', 'X', 'T'}, "Text documents"},
                                        {kPicture, {'P', 'I', 'C'}, "Pictures"},
+                                       {kText, {'A', 'S', 'C'}, "ASCII"},
                                        {0, {}, ""}};
 
 std::vector<std::string> g_filtered;  // names the application's filter saw
@@ -29,6 +33,14 @@ Boolean KWE_CALL NoSecrets(CInfoPBRec* pb) {
 }
 
 SInt16 KWE_CALL AnyHook(SInt16 item, DialogPtr) { return item; }
+
+int ThreadWindows() {
+  int count = 0;
+  EnumThreadWindows(
+      GetCurrentThreadId(), [](HWND, LPARAM n) -> BOOL { return ++*reinterpret_cast<int*>(n) > 0; },
+      reinterpret_cast<LPARAM>(&count));
+  return count;
+}
 
 // The file-name field: an edit (edt1) or the edit inside a combo (cmb13).
 HWND NameField(HWND dialog) {
@@ -93,12 +105,17 @@ class StandardFileTest : public FilesTest {
   SInt16 SaveDisk() { return vars.SFSaveDisk; }
 };
 
+// The filter list holds the records of the asked types (every record and
+// "All Files" when none is asked, "All Files" alone when no record has the
+// type); the filter procedure and overlong names are refused until a good
+// choice, whose reply names the file.
 TEST_F(StandardFileTest, OpenDialogListsTheAskedTypesAndNamesTheChosenFile) {
-  const OSType onlyText[] = {kText};
+  const OSType onlyText[] = {kText}, unknown[] = {kOther};
   StandardFileReply reply;
   FileDialogDriver driver({"notes.txt"});
   StandardGetFile(nullptr, 1, onlyText, &reply);
-  EXPECT_EQ(driver.Seen().filters, std::vector<std::string>{"Text documents (*.TXT)"});
+  EXPECT_EQ(driver.Seen().filters,
+            (std::vector<std::string>{"Text documents (*.TXT)", "ASCII (*.ASC)"}));
   ASSERT_TRUE(reply.sfGood);
   EXPECT_EQ(Text(reply.sfFile.name), "notes.txt");
   EXPECT_EQ(reply.sfFile.parID, DirID());
@@ -106,29 +123,26 @@ TEST_F(StandardFileTest, OpenDialogListsTheAskedTypesAndNamesTheChosenFile) {
   EXPECT_FALSE(reply.sfReplacing);
   EXPECT_TRUE(capture.Reports().empty());
 
+  StandardFileReply cancelled;
+  FileDialogDriver none({""});
+  StandardGetFile(nullptr, 1, unknown, &cancelled);
+  EXPECT_EQ(none.Seen().filters, std::vector<std::string>{"All Files (*.*)"});
+
+  std::string tooLong(64, 'n');
+  WriteRaw(At(tooLong), "x");
   SFReply old;
-  FileDialogDriver every({"photo.pic"});
-  SFGetFile(Point{}, nullptr, nullptr, -1, nullptr, nullptr, &old);
-  EXPECT_EQ(
-      every.Seen().filters,
-      (std::vector<std::string>{"Text documents (*.TXT)", "Pictures (*.PIC)", "All Files (*.*)"}));
+  FileDialogDriver every({"secret.txt", tooLong, "photo.pic"});
+  SFGetFile(Point{}, nullptr, NoSecrets, -1, nullptr, nullptr, &old);
+  EXPECT_EQ(every.Seen().filters,
+            (std::vector<std::string>{"Text documents (*.TXT)", "Pictures (*.PIC)", "ASCII (*.ASC)",
+                                      "All Files (*.*)"}));
+  EXPECT_EQ(every.Seen().refusals, 2);
+  EXPECT_EQ(g_filtered, (std::vector<std::string>{"secret.txt/1", "photo.pic/0"}));
   ASSERT_TRUE(old.good);
   EXPECT_EQ(Text(old.fName), "photo.pic");
   EXPECT_EQ(old.fType, kPicture);
   EXPECT_EQ(old.vRefNum, WDRefNum());
   EXPECT_EQ(SaveDisk(), -reply.sfFile.vRefNum);
-}
-
-TEST_F(StandardFileTest, FilterProcedureAndOverlongNamesAreRefusedUntilAGoodChoice) {
-  std::string tooLong(64, 'n');
-  WriteRaw(At(tooLong), "x");
-  SFReply reply;
-  FileDialogDriver driver({"secret.txt", tooLong, "notes.txt"});
-  SFGetFile(Point{}, nullptr, NoSecrets, -1, nullptr, nullptr, &reply);
-  EXPECT_EQ(driver.Seen().refusals, 2);
-  ASSERT_TRUE(reply.good);
-  EXPECT_EQ(Text(reply.fName), "notes.txt");
-  EXPECT_EQ(g_filtered, (std::vector<std::string>{"secret.txt/1", "notes.txt/1"}));
 }
 
 TEST_F(StandardFileTest, SaveDialogShowsPromptAndNameAndAddsTheFilterExtension) {
@@ -146,7 +160,11 @@ TEST_F(StandardFileTest, SaveDialogShowsPromptAndNameAndAddsTheFilterExtension) 
   EXPECT_EQ(reply.sfFile.parID, DirID());
 }
 
-TEST_F(StandardFileTest, CancelLeavesAClearedReplyAndCustomPartsAreReported) {
+// Cancel clears the reply; the custom parts report themselves and run the
+// plain dialog. Over a dozen cancelled dialogs USER's windows and GDI's
+// objects stay flat (the shell fills its icon caches a few objects at a
+// time, late; a leak of one object a dialog would show twelve).
+TEST_F(StandardFileTest, CancelLeavesAClearedReplyAndNothingBehind) {
   SFReply reply;
   std::memset(&reply, 0x55, sizeof reply);
   FileDialogDriver cancel({""});
@@ -155,17 +173,20 @@ TEST_F(StandardFileTest, CancelLeavesAClearedReplyAndCustomPartsAreReported) {
   EXPECT_FALSE(reply.good);
   EXPECT_EQ(reply.fName[0], 0);
   EXPECT_EQ(capture.Reports(), std::vector<std::string>{"SFPPutFile"});
-
-  // The System 7 custom dialog reports itself and runs the plain one.
-  StandardFileReply standard;
-  std::memset(&standard, 0x55, sizeof standard);
-  FileDialogDriver again({""});
-  CustomGetFile(nullptr, -1, nullptr, &standard, 0, Point{}, nullptr, nullptr, nullptr, nullptr,
-                nullptr);
-  again.Seen();
-  EXPECT_FALSE(standard.sfGood);
-  EXPECT_EQ(standard.sfFile.name[0], 0);
-  EXPECT_EQ(capture.Reports(), (std::vector<std::string>{"SFPPutFile", "CustomGetFile"}));
+  int gdi = LiveGdiObjects(), windows = ThreadWindows();
+  for (int i = 0; i < 12; ++i) {
+    StandardFileReply standard;
+    std::memset(&standard, 0x55, sizeof standard);
+    FileDialogDriver again({""});
+    CustomGetFile(nullptr, -1, nullptr, &standard, 0, Point{}, nullptr, nullptr, nullptr, nullptr,
+                  nullptr);
+    again.Seen();
+    ASSERT_FALSE(standard.sfGood);
+    ASSERT_EQ(standard.sfFile.name[0], 0);
+  }
+  EXPECT_EQ(capture.Reports().back(), "CustomGetFile");
+  EXPECT_LE(LiveGdiObjects(), gdi + 8);
+  EXPECT_EQ(ThreadWindows(), windows);
 }
 
 // The open dialog closes every open file while it runs (another program may
@@ -192,30 +213,6 @@ TEST_F(StandardFileTest, OpenFilesAreParkedWhileTheOpenDialogRuns) {
   ASSERT_EQ(FSRead(refNum, &count, bytes), noErr);
   EXPECT_EQ(std::string(bytes, 3), "345");
   FSClose(refNum);
-}
-
-TEST_F(StandardFileTest, WindowsAndGdiObjectsStayFlatOverDialogCycles) {
-  auto cycle = [] {
-    SFReply reply;
-    FileDialogDriver driver({""});
-    SFPutFile(Point{}, nullptr, nullptr, nullptr, &reply);
-    driver.Seen();
-  };
-  cycle();
-  auto windows = [] {
-    int count = 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND, LPARAM n) -> BOOL { return ++*reinterpret_cast<int*>(n) > 0; },
-        reinterpret_cast<LPARAM>(&count));
-    return count;
-  };
-  int gdi = LiveGdiObjects(), before = windows();
-  for (int i = 0; i < 12; ++i) cycle();
-  // The shell fills its icon caches a few objects at a time, late; a leak of
-  // one object a dialog would show twelve.
-  EXPECT_LE(LiveGdiObjects(), gdi + 8);
-  EXPECT_EQ(windows(), before);
 }
 
 }  // namespace

@@ -17,6 +17,16 @@ BOOL CALLBACK AddHwnd(HWND w, LPARAM list) {
   return TRUE;
 }
 
+int g_foreignActivations = 0;
+
+// WM_ACTIVATEAPP(FALSE) reaches this thread's top-level windows only when a
+// window of another thread takes the activation.
+LRESULT CALLBACK CountForeignActivations(int code, WPARAM wParam, LPARAM lParam) {
+  const auto* m = reinterpret_cast<const CWPSTRUCT*>(lParam);
+  if (code == HC_ACTION && m->message == WM_ACTIVATEAPP && !m->wParam) ++g_foreignActivations;
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 LRESULT CALLBACK FrameWindowProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
   return DefFrameProcA(w, FindWindowExA(w, nullptr, "MDICLIENT", nullptr), msg, wParam, lParam);
 }
@@ -75,6 +85,26 @@ void WindowTest::SetUp() {
   InitGraf(&screen);
   InitWindows();
   Drain();
+  g_foreignActivations = 0;
+  activationHook =
+      SetWindowsHookExA(WH_CALLWNDPROC, CountForeignActivations, nullptr, GetCurrentThreadId());
+}
+
+void WindowTest::TearDown() {
+  if (activationHook) UnhookWindowsHookEx(activationHook);
+  SessionTest::TearDown();
+}
+
+int WindowTest::ForeignActivations() { return g_foreignActivations; }
+
+bool WindowTest::TakeBackActivation() {
+  DWORD process = 0;
+  GetWindowThreadProcessId(GetForegroundWindow(), &process);
+  if (process == GetCurrentProcessId()) return false;
+  WindowPtr front = FrontWindow();
+  SetForegroundWindow(front ? GetAncestor(KWE_GethWnd(front), GA_ROOT) : mainWindow);
+  Pump();
+  return true;
 }
 
 void MdiWindowTest::FillRecord(KWESessionRecord& r) {

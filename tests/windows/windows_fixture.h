@@ -46,6 +46,7 @@ void SendMouse(DWORD flags, POINT at = {});
 class WindowTest : public SessionTest {
  protected:
   void SetUp() override;
+  void TearDown() override;
 
   // A window with these bounds and procID, in front and visible by default.
   WindowPtr Make(SInt16 procID = documentProc, Rect bounds = {40, 40, 140, 200},
@@ -74,8 +75,16 @@ class WindowTest : public SessionTest {
   // The next mouseDown, as the application's event loop would get it.
   bool NextMouseDown(EventRecord* e);
   Footprint Now();
+  // Other programs (tests running beside these) take the activation now and
+  // then, which deactivates the front window as the user's click on their
+  // window would. ForeignActivations counts the times since SetUp;
+  // TakeBackActivation gives the activation back to the front window, as a
+  // click on it would, and says whether it had to.
+  int ForeignActivations();
+  bool TakeBackActivation();
 
   HWND mdiClient = nullptr;
+  HHOOK activationHook = nullptr;
 };
 
 // A frame window with an MDI client, in the session's MDI mode.
