@@ -13,6 +13,10 @@
 enum { teJustLeft = 0, teJustCenter = 1, teJustRight = -1, teFlushDefault = 0 };
 /* The longest text a record holds when text replaces its selection. */
 enum { teMaxLength = 32000 };
+/* A bit of a library-drawn record's active word: its text is measured and
+   drawn as "*" (the character conversion's password mode) while the record
+   keeps the real characters. */
+enum { kweTEPasswordFlag = 0x8000 };
 
 /* Win32's window handle type, named without <windows.h>, whose macros
    would rename Toolbox calls (SetPort, FindWindow) in the includer. */
@@ -44,7 +48,7 @@ typedef struct TERec {
   Point selPoint;
   SInt16 selStart;
   SInt16 selEnd;
-  SInt16 active; /* bit 0 active, bit 1 automatic scrolling */
+  SInt16 active; /* bit 0 active, bit 1 automatic scrolling, kweTEPasswordFlag */
   WordBreakProcPtr wordBreak;
   TEClickLoopProcPtr clikLoop;
   UInt32 clickTime;

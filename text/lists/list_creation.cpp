@@ -50,6 +50,9 @@ Shape ShapeFor(int rows, int columns, SInt16 theProc, UInt16 options, bool scrol
     }
   }
   if (theProc != 0 || s.grid) s.style |= LBS_OWNERDRAWFIXED;
+  // A list that fits keeps its scroll bars, disabled, as the Toolbox's
+  // lists do; the list boxes of Windows 3.0 (version word 3) lack the style.
+  if (TheSession().version.versionWord > 3) s.style |= LBS_DISABLENOSCROLL;
   return s;
 }
 

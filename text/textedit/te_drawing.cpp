@@ -6,6 +6,7 @@
 
 #include "Events.h"
 #include "Memory.h"
+#include "memory/character_conversion.h"
 #include "quickdraw/ports/port_attr.h"
 #include "text/textedit/te_internal.h"
 
@@ -23,6 +24,8 @@ PortScope::PortScope(TEHandle te) {
   face_ = port_->txFace;
   size_ = port_->txSize;
   mode_ = port_->txMode;
+  password_ = kwe::text::PasswordMode();
+  if (Password(r)) kwe::text::SetPasswordMode(true);
   if (IsStyled(r)) {
     styled_ = true;
     GetForeColor(&colour_);
@@ -36,6 +39,7 @@ PortScope::PortScope(TEHandle te) {
 
 PortScope::~PortScope() {
   if (!port_) return;
+  kwe::text::SetPasswordMode(password_);
   if (port_->txFont != font_) TextFont(font_);
   if (port_->txFace != face_) TextFace(face_);
   if (port_->txSize != size_) TextSize(size_);

@@ -34,6 +34,7 @@ inline UInt8* TextOf(const TERec* r) {
 }
 inline bool AutoView(const TERec* r) { return (r->active & 2) != 0; }
 inline bool Active(const TERec* r) { return (r->active & 1) != 0; }
+inline bool Password(const TERec* r) { return (r->active & kweTEPasswordFlag) != 0; }
 
 // Whether the character at is a break between words, by the record's
 // word-break procedure (the library's own is answered without a call).
@@ -65,7 +66,9 @@ int MeasureSpan(TEHandle te, int from, int to);
 
 // ---- The port (te_drawing.cpp) ----
 // Makes the record's port current with its font, face, size and mode, and
-// puts back the port and its text settings when it ends.
+// puts back the port and its text settings when it ends. A password
+// record's text is measured and drawn as "*" meanwhile: the character
+// conversion's password mode is on for the scope and back as it was after.
 class PortScope {
  public:
   explicit PortScope(TEHandle te);
@@ -79,6 +82,7 @@ class PortScope {
   SInt16 font_ = 0, size_ = 0, mode_ = 0;
   UInt8 face_ = 0;
   bool styled_ = false;
+  bool password_ = false;
   RGBColor colour_{};
 };
 // Sets the port's font, face and size (and colour when colour is set).

@@ -83,44 +83,18 @@ void Sweep(ListTest* t, ListHandle l, Model model, bool grid, unsigned seed) {
   }
 }
 
-TEST_F(ListTest, TextListCellsMatchItemsThroughEditScripts) {
-  // One column, then three columns in one list box that holds every cell.
-  for (unsigned seed = 1; seed <= 6; ++seed) {
-    int columns = seed <= 3 ? 1 : 3;
-    KWE_LSetSelFlags(0x0482);
-    ListHandle l = MakeList(columns, 5);
+// Seeds 1-3: a text list of one column; 4-6: three columns in one list box
+// that holds every cell; 7-10: a grid.
+TEST_F(ListTest, CellsMatchItemsThroughEditScripts) {
+  for (unsigned seed = 1; seed <= 10; ++seed) {
+    bool grid = seed > 6;
+    int columns = seed <= 3 ? 1 : 3, rows = grid ? 4 : 5;
+    KWE_LSetSelFlags(grid ? 0x0082 : 0x0482);
+    ListHandle l = MakeList(columns, rows);
     ASSERT_NE(l, nullptr);
-    Sweep(this, l, Model(size_t(columns), std::vector<std::string>(5)), false, seed);
+    Sweep(this, l, Model(size_t(columns), std::vector<std::string>(size_t(rows))), grid, seed);
     LDispose(l);
   }
-}
-
-TEST_F(ListTest, GridCellsFollowRowsAndColumnsThroughEditScripts) {
-  for (unsigned seed = 11; seed <= 14; ++seed) {
-    ListHandle l = MakeList(3, 4);
-    ASSERT_NE(l, nullptr);
-    Sweep(this, l, Model(3, std::vector<std::string>(4)), true, seed);
-    LDispose(l);
-  }
-}
-
-TEST_F(ListTest, CellsAreNumberedColumnByColumn) {
-  ListHandle l = MakeList(2, 3);
-  SetCell(l, At(1, 2), "last");
-  SetCell(l, At(0, 1), "b");
-  SInt16 offset = 0, length = 0;
-  LGetCellDataLocation(&offset, &length, At(1, 2), l);
-  // Index 5: the sixth entry of cellArray, after five cells of which one
-  // holds a byte.
-  EXPECT_EQ((**l).cellArray[5] & 0x7FFF, offset);
-  EXPECT_EQ(offset, 5 * 2 + 2 + 1);
-  EXPECT_EQ(length, 4);
-  EXPECT_EQ(std::string(*(**l).cells + offset, size_t(length)), "last");
-  Cell c = At(0, 0);
-  std::vector<std::string> order;
-  do order.push_back(std::to_string(c.h) + "," + std::to_string(c.v));
-  while (LNextCell(true, true, &c, l));
-  EXPECT_EQ(order, (std::vector<std::string>{"0,0", "1,0", "0,1", "1,1", "0,2", "1,2"}));
 }
 
 TEST_F(ListTest, SearchFindsTheFirstMatchingCellFromTheGivenOne) {
@@ -135,67 +109,70 @@ TEST_F(ListTest, SearchFindsTheFirstMatchingCellFromTheGivenOne) {
   for (const auto& k : cases) {
     Cell c = At(0, k.from);
     Boolean found = LSearch(k.key, SInt16(strlen(k.key)), nullptr, &c, l);
-    EXPECT_EQ(found != 0, k.found >= 0) << k.key << " from " << k.from;
-    if (k.found >= 0) {
-      EXPECT_EQ(c.v, k.found) << k.key << " from " << k.from;
-    }
+    EXPECT_EQ(found ? c.v : -1, k.found) << k.key << " from " << k.from;
   }
 }
 
-TEST_F(ListTest, BadCellCallsChangeNothing) {
-  ListHandle l = MakeList(1, 3);
+// Cells are numbered column by column (in 2 x 3, (1, 2) is index 5) and
+// LNextCell walks them row by row; calls outside dataBounds, null data,
+// negative lengths and a null list change nothing and read back nothing.
+TEST_F(ListTest, CellNumberingAndBadCellCalls) {
+  ListHandle l = MakeList(2, 3);
+  SetCell(l, At(1, 2), "last");
   SetCell(l, At(0, 1), "kept");
+  SInt16 offset = 0, length = 0;
+  LGetCellDataLocation(&offset, &length, At(1, 2), l);
+  EXPECT_EQ((**l).cellArray[5] & 0x7FFF, offset);
+  EXPECT_EQ(std::string(*(**l).cells + offset, size_t(length)), "last");
+  Cell c = At(0, 0);
+  std::string order;
+  do order += std::to_string(c.h) + std::to_string(c.v) + " ";
+  while (LNextCell(true, true, &c, l));
+  EXPECT_EQ(order, "00 10 01 11 02 12 ");
   std::vector<std::string> before = Items(KWE_GetHWNDFromListHandle(l));
-  LSetCell("x", 1, At(0, 3), l);   // past dataBounds
-  LSetCell("x", 1, At(1, 0), l);   // past the columns
-  LSetCell("x", 1, At(0, -1), l);  // before them
-  LSetCell("x", -1, At(0, 1), l);  // a negative length
+  for (Cell bad : {At(0, 3), At(2, 0), At(0, -1), At(-1, 0)}) {
+    LSetCell("x", 1, bad, l);
+    LAddToCell("x", 1, bad, l);
+    LClrCell(bad, l);
+    EXPECT_EQ(CellText(l, bad), "") << bad.h << "," << bad.v;
+    LGetCellDataLocation(&offset, &length, bad, l);
+    EXPECT_EQ(offset + length, 0) << bad.h << "," << bad.v;
+  }
+  LSetCell("x", -1, At(0, 1), l);
   LSetCell(nullptr, 1, At(0, 1), l);
   LSetCell("x", 1, At(0, 1), nullptr);
-  LAddToCell("x", 1, At(0, 9), l);
-  LClrCell(At(0, 9), l);
   EXPECT_EQ(Items(KWE_GetHWNDFromListHandle(l)), before);
-  EXPECT_EQ(CellText(l, At(0, 1)), "kept");
   char buffer[8] = "zzzzzzz";
-  SInt16 length = 0;
-  LGetCell(buffer, &length, At(0, 1), l);
-  EXPECT_EQ(length, 0);
-  length = 2;
-  LGetCell(buffer, &length, At(0, 1), l);
-  EXPECT_EQ(std::string(buffer, size_t(length)), "ke");
-  length = 8;
-  LGetCell(buffer, &length, At(0, 7), l);
-  EXPECT_EQ(length, 0);
-  SInt16 offset = 1;
-  LGetCellDataLocation(&offset, &length, At(5, 5), l);
-  EXPECT_EQ(offset, 0);
-  EXPECT_EQ(length, 0);
+  for (SInt16 asked : {0, -3, 2}) {
+    length = asked;
+    LGetCell(buffer, &length, At(0, 1), l);
+    EXPECT_EQ(std::string(buffer, size_t(std::max<SInt16>(length, 0))), asked > 0 ? "ke" : "");
+  }
   LDelRow(1, 7, l);
   LDelColumn(1, 3, l);
   EXPECT_EQ((**l).dataBounds.bottom, 3);
+  EXPECT_EQ((**l).dataBounds.right, 2);
   EXPECT_EQ(LAddRow(0, 0, l), 0);
   LDispose(nullptr);
 }
 
 TEST_F(ListTest, CellDataNeverPasses32767Bytes) {
   ListHandle l = MakeList(1, 4);
-  std::string big(30000, 'a');
-  SetCell(l, At(0, 0), big);
+  SetCell(l, At(0, 0), std::string(30000, 'a'));
   SetCell(l, At(0, 1), "small");
-  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>((**l).cells)), 4 * 2 + 30000 + 5);
+  const Size full = 4 * 2 + 30000 + 5;
   std::string more(2800, 'b');  // would make 32813 bytes
   SetCell(l, At(0, 2), more);
   LAddToCell(more.data(), SInt16(more.size()), At(0, 1), l);
   EXPECT_EQ(CellText(l, At(0, 2)), "");
   EXPECT_EQ(CellText(l, At(0, 1)), "small");
-  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>((**l).cells)), 4 * 2 + 30000 + 5);
-  std::string fits(32767 - (4 * 2 + 30000 + 5), 'c');
+  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>((**l).cells)), full);
+  std::string fits(size_t(32767 - full), 'c');
   SetCell(l, At(0, 3), fits);
   SInt16 offset = 0, length = 0;
   LGetCellDataLocation(&offset, &length, At(0, 3), l);
   EXPECT_EQ(length, SInt16(fits.size()));
-  // A row's two bytes no longer fit either.
-  LAddRow(1, 2, l);
+  LAddRow(1, 2, l);  // a row's two bytes no longer fit either
   EXPECT_EQ((**l).dataBounds.bottom, 4);
 }
 

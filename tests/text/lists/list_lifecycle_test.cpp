@@ -12,8 +12,9 @@ namespace {
 using namespace kwe_test;
 
 TEST_F(ListTest, EachShapeOfListGetsItsListBox) {
-  // The list box itself hides a scroll bar it has no use for, clearing its
-  // style bit, so only the kind of list box is compared.
+  // Every list keeps the scroll bars it has, disabled while everything fits,
+  // on every Windows since 3.0.
+  const bool keepsBars = (GetVersion() & 0xFFFF) > 3;
   const LONG kinds = LBS_OWNERDRAWFIXED | LBS_MULTICOLUMN | LBS_EXTENDEDSEL;
   struct {
     const char* name;
@@ -22,23 +23,31 @@ TEST_F(ListTest, EachShapeOfListGetsItsListBox) {
     bool hScroll;
     LONG style;
     int idMark, items;
+    bool vBar;
   } cases[] = {
-      {"text", 0x0082, 1, 6, false, 0, 0xFF00, 6},
-      {"text, several selected", 0x0002, 1, 6, false, LBS_EXTENDEDSEL, 0xFF00, 6},
-      {"grid", 0x0082, 3, 4, false, LBS_OWNERDRAWFIXED, 0xFE00, 4},
-      {"grid, sideways", 0x0082, 3, 4, true, LBS_OWNERDRAWFIXED, 0xFE00, 4},
-      {"no grid", 0x0482, 3, 4, false, LBS_MULTICOLUMN, 0xFF00, 12},
-      {"one row", 0x0082, 3, 1, false, LBS_MULTICOLUMN, 0xFF00, 3},
-      {"several columns", 0x0882, 1, 5, false, LBS_MULTICOLUMN, 0xFF00, 5},
-      {"text, sideways", 0x0082, 1, 5, true, LBS_MULTICOLUMN, 0xFF00, 5},
+      {"text", 0x0082, 1, 6, false, 0, 0xFF00, 6, true},
+      {"text, several selected", 0x0002, 1, 6, false, LBS_EXTENDEDSEL, 0xFF00, 6, true},
+      {"grid", 0x0082, 3, 4, false, LBS_OWNERDRAWFIXED, 0xFE00, 4, true},
+      {"grid, sideways", 0x0082, 3, 4, true, LBS_OWNERDRAWFIXED, 0xFE00, 4, true},
+      {"no grid", 0x0482, 3, 4, false, LBS_MULTICOLUMN, 0xFF00, 12, false},
+      {"one row", 0x0082, 3, 1, false, LBS_MULTICOLUMN, 0xFF00, 3, false},
+      {"several columns", 0x0882, 1, 5, false, LBS_MULTICOLUMN, 0xFF00, 5, false},
+      {"text, sideways", 0x0082, 1, 5, true, LBS_MULTICOLUMN, 0xFF00, 5, false},
   };
   for (const auto& k : cases) {
     KWE_LSetSelFlags(k.options);
     ListHandle l = MakeList(k.columns, k.rows, Rect{20, 20, 180, 220}, true, k.hScroll);
     ASSERT_NE(l, nullptr) << k.name;
     HWND box = KWE_GetHWNDFromListHandle(l);
+    LONG style = GetWindowLongA(box, GWL_STYLE);
     EXPECT_EQ(GetParent(box), KWE_GethWnd(window)) << k.name;
-    EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & kinds, k.style) << k.name;
+    EXPECT_EQ(style & kinds, k.style) << k.name;
+    EXPECT_EQ((style & LBS_DISABLENOSCROLL) != 0, keepsBars) << k.name;
+    SCROLLBARINFO bar{};
+    bar.cbSize = sizeof bar;
+    GetScrollBarInfo(box, OBJID_VSCROLL, &bar);
+    EXPECT_EQ(!(bar.rgstate[0] & STATE_SYSTEM_INVISIBLE), k.vBar && keepsBars) << k.name;
+    EXPECT_EQ((bar.rgstate[0] & STATE_SYSTEM_UNAVAILABLE) != 0, k.vBar && keepsBars) << k.name;
     EXPECT_EQ(GetDlgCtrlID(box), k.idMark | (**l).lReserved) << k.name;
     EXPECT_EQ(SendMessageA(box, LB_GETCOUNT, 0, 0), k.items) << k.name;
     EXPECT_EQ((**l).selFlags, SInt8(k.options & 0xFF)) << k.name;

@@ -4,8 +4,6 @@
 // them, and points and offsets map onto each other.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "OSUtils.h"
 #include "text/textedit/textedit_fixture.h"
 
@@ -31,6 +29,21 @@ class Display : public TextEditTest {
     return n;
   }
   int Cells(const Rect& r) { return ((r.bottom - r.top + 1) / 2) * ((r.right - r.left + 1) / 2); }
+  // Pixels of the band of rows from v that differ from the band from w, and
+  // that are not white, across the window's width.
+  int Differing(int v, int w, int height) { return Count(v, height, w); }
+  int Ink(int v, int height) { return Count(v, height, -1); }
+  int Count(int v, int height, int w) {
+    HDC dc = GetDC(Hwnd());
+    int n = 0;
+    for (int y = 0; y < height; ++y)
+      for (int h = 20; h < 380; ++h) {
+        COLORREF c = GetPixel(dc, h, v + y);
+        n += w < 0 ? c != RGB(255, 255, 255) : c != GetPixel(dc, h, w + y);
+      }
+    ReleaseDC(Hwnd(), dc);
+    return n;
+  }
 };
 
 const char kText[] = "The quick brown fox jumps over the lazy dog\rand keeps running far away";
@@ -39,22 +52,19 @@ TEST_F(Display, UpdatesDrawOnlyInsideTheirRectangleAndTheView) {
   Rect view{20, 20, 120, 220};
   TEHandle te = Record(view);
   SetText(te, kText);
-  struct Case {
-    Rect area;
-  } cases[] = {
-      {{0, 0, 300, 400}}, {{30, 40, 60, 120}}, {{10, 10, 40, 300}}, {{100, 200, 140, 260}}};
-  for (const Case& c : cases) {
+  Rect areas[] = {{0, 0, 300, 400}, {30, 40, 60, 120}, {10, 10, 40, 300}, {100, 200, 140, 260}};
+  for (const Rect& area : areas) {
     Black();
-    TEUpdate(&c.area, te);
-    Rect inside{std::max(c.area.top, view.top), std::max(c.area.left, view.left),
-                std::min(c.area.bottom, view.bottom), std::min(c.area.right, view.right)};
+    TEUpdate(&area, te);
+    Rect inside{std::max(area.top, view.top), std::max(area.left, view.left),
+                std::min(area.bottom, view.bottom), std::min(area.right, view.right)};
     for (int v = 0; v < 160; v += 3)
       for (int h = 0; h < 260; h += 3) {
         bool in = v >= inside.top && v < inside.bottom && h >= inside.left && h < inside.right;
         ASSERT_TRUE(in || Dark(h, v)) << "drawn outside at " << h << "," << v;
       }
     // Inside: the text on a fresh background, mostly light.
-    EXPECT_LT(DarkIn(inside), Cells(inside) / 2) << c.area.top << "," << c.area.left;
+    EXPECT_LT(DarkIn(inside), Cells(inside) / 2) << area.top << "," << area.left;
   }
 }
 
@@ -88,26 +98,8 @@ TEST_F(Display, HighlightAndCaretInvertAndComeBack) {
   EXPECT_EQ(DarkIn(firstLine), plain);
 }
 
-TEST_F(Display, PointsAndOffsetsMapOntoEachOther) {
-  for (unsigned seed = 1; seed <= 3; ++seed) {
-    std::mt19937 rng(seed);
-    TEHandle te = Record({20, 20, 200, SInt16(120 + rng() % 150)}, {20, 20, 200, 300});
-    TESetAlignment(SInt16(int(rng() % 3) - 1), te);
-    SetText(te, kText);
-    for (int offset = 0; offset <= (*te)->teLength; ++offset) {
-      Point p = TEGetPoint(SInt16(offset), te);
-      p.v = SInt16(p.v - 2);
-      int back = TEGetOffset(p, te);
-      // A soft line break stands for two places: the end of one line and
-      // the start of the next.
-      bool lineEnd = false;
-      for (int i = 1; i < (*te)->nLines; ++i) lineEnd |= (*te)->lineStarts[i] == offset;
-      ASSERT_TRUE(lineEnd || back == offset)
-          << back << " for " << offset << ", seed " << seed << " just " << (*te)->just;
-    }
-  }
-}
-
+// Clicks at the points TEGetPoint gives, in each alignment: a click puts the
+// caret there, Shift extends from the far end, a double click takes words.
 TEST_F(Display, ClicksSelectCharactersWordsAndExtend) {
   Rect view{20, 20, 120, 300};
   TEHandle te = Record(view);
@@ -126,12 +118,16 @@ TEST_F(Display, ClicksSelectCharactersWordsAndExtend) {
       {6, false, false, 6, 6},   {12, true, false, 6, 12},  {2, true, false, 2, 12},
       {11, false, true, 10, 15}, {17, false, true, 16, 19}, {50, false, false, 50, 50},
   };
-  for (const Case& c : cases) {
-    (*te)->clickTime = 0;
-    TEClick(at(c.offset), c.extend, te);
-    if (c.twice) TEClick(at(c.offset), false, te);
-    EXPECT_EQ((*te)->selStart, c.start) << c.offset;
-    EXPECT_EQ((*te)->selEnd, c.end) << c.offset;
+  for (SInt16 just : {teJustLeft, teJustCenter, teJustRight}) {
+    TESetAlignment(just, te);
+    for (const Case& c : cases) {
+      (*te)->clickTime = 0;
+      TEClick(at(c.offset), c.extend, te);
+      if (c.twice) TEClick(at(c.offset), false, te);
+      EXPECT_EQ((*te)->selStart, c.start) << c.offset << " just " << just;
+      EXPECT_EQ((*te)->selEnd, c.end) << c.offset << " just " << just;
+      EXPECT_EQ(TEGetOffset(at(c.offset), te), c.offset) << " just " << just;
+    }
   }
 }
 
@@ -140,18 +136,15 @@ TEST_F(Display, ScrollingMovesTheTextAndPinsAtTheBottom) {
   TEHandle te = Record(view);
   SetText(te, std::string(kText) + "\rthree\rfour\rfive\rsix\rseven\reight");
   TEUpdate(&view, te);
-  Rect top{20, 20, 30, 220};
-  EXPECT_GT(DarkIn(top), 0);
+  EXPECT_GT(DarkIn({20, 20, 30, 220}), 0);
   TEScroll(0, 30, te);
   EXPECT_EQ((*te)->destRect.top, 50);
-  Rect gap{20, 20, 48, 220};
-  EXPECT_EQ(DarkIn(gap), 0);
+  EXPECT_EQ(DarkIn({20, 20, 48, 220}), 0);
   TEScroll(0, -30, te);
-  TEPinScroll(0, -5000, te);
-  int bottom = (*te)->destRect.top + (*te)->lineHeight * (*te)->nLines;
-  EXPECT_EQ(bottom, view.bottom);
-  TEPinScroll(0, -10, te);
-  EXPECT_EQ((*te)->destRect.top + (*te)->lineHeight * (*te)->nLines, view.bottom);
+  for (SInt16 dv : {-5000, -10}) {
+    TEPinScroll(0, dv, te);
+    EXPECT_EQ((*te)->destRect.top + (*te)->lineHeight * (*te)->nLines, view.bottom) << dv;
+  }
   // Text that ends inside the view is not scrolled at all.
   TEHandle shortText = Record({100, 20, 200, 220});
   SetText(shortText, "one line");
@@ -174,10 +167,8 @@ TEST_F(Display, TextBoxDrawsInItsBoxOnly) {
   TETextBox(kText, sizeof kText - 1, &box, teJustCenter);
   EXPECT_LT(DarkIn(box), Cells(box) / 2);
   EXPECT_GT(DarkIn(box), 0);
-  Rect around{10, 10, 28, 200};
-  EXPECT_EQ(DarkIn(around), Cells(around));
-  Rect below{92, 10, 120, 200};
-  EXPECT_EQ(DarkIn(below), Cells(below));
+  for (Rect around : {Rect{10, 10, 28, 200}, Rect{92, 10, 120, 200}})
+    EXPECT_EQ(DarkIn(around), Cells(around));
 }
 
 // Macintosh Roman text reaches Windows through the library's character-set
@@ -198,26 +189,55 @@ TEST_F(Display, AccentedTextCrossesIntoAnsi) {
   SInt32 was = KWE_SystemValue(1, kTranslation, 0);
   DrawText(ansi.data(), 0, SInt16(ansi.size()));
   KWE_SystemValue(1, kTranslation, was);
-  HDC dc = GetDC(Hwnd());
-  int differing = 0, ink = 0;
-  for (int v = 0; v < (*te)->lineHeight; ++v)
-    for (int h = 20; h < 200; ++h) {
-      COLORREF reference = GetPixel(dc, h, 100 + v);
-      differing += GetPixel(dc, h, 20 + v) != reference;
-      ink += reference != RGB(255, 255, 255);
-    }
-  ReleaseDC(Hwnd(), dc);
-  EXPECT_GT(ink, 30);
-  EXPECT_EQ(differing, 0);
+  EXPECT_GT(Ink(100, (*te)->lineHeight), 30);
+  EXPECT_EQ(Differing(20, 100, (*te)->lineHeight), 0);
   TEHandle bound = Bound({150, 20, 176, 220}, ES_AUTOHSCROLL);
   SetText(bound, mac);
-  char text[32] = "";
-  GetWindowTextA(edit, text, sizeof text);
-  EXPECT_EQ(std::string(text), ansi);
+  EXPECT_EQ(RawText(edit), ansi);
   SendMessageA(edit, EM_SETSEL, 0, 0);
   SendMessageA(edit, WM_CHAR, 0xE8, 1);
   KWE_SethTEfromhWnd(bound, false);
   EXPECT_EQ(TextOf(bound), "\x8F" + mac) << "e grave typed into the control";
+}
+
+// A password record keeps its text but shows and measures a "*" for each
+// character: it looks exactly like a plain record holding the stars, and
+// text drawn after it (a plain record with the same secret) shows letters.
+TEST_F(Display, PasswordRecordsShowAndMeasureStarsOnly) {
+  const std::string secret = "lil itll fill", stars(secret.size(), '*');
+  const SInt16 n = SInt16(secret.size());
+  const int letters = TextWidth(secret.data(), 0, n);
+  ASSERT_LT(letters, TextWidth(stars.data(), 0, n));
+  for (bool styled : {false, true}) {
+    SCOPED_TRACE(styled ? "styled" : "plain");
+    Rect top{20, 20, 60, 380}, middle{70, 20, 110, 380}, low{120, 20, 160, 380};
+    TEHandle hidden = Record(top, top, styled), shown = Record(middle, middle, styled),
+             plain = Record(low, low, styled);
+    (*hidden)->active |= kweTEPasswordFlag;
+    SetText(hidden, secret);
+    SetText(shown, stars);
+    SetText(plain, secret);
+    TEActivate(hidden);  // the caret after the last star, in both
+    TEActivate(shown);
+    TEUpdate(&top, hidden);
+    TEUpdate(&middle, shown);
+    TEUpdate(&low, plain);
+    EXPECT_EQ(TextOf(hidden), secret);
+    int height = TEGetHeight(1, 1, shown);
+    EXPECT_GT(Ink(70, height), 30);
+    EXPECT_EQ(Differing(20, 70, height), 0);
+    EXPECT_GT(Differing(20, 120, height), 30);
+    EXPECT_EQ(TEGetPoint(n, hidden).h, TEGetPoint(n, shown).h);
+    EXPECT_EQ(TEGetPoint(n, plain).h, 20 + letters);
+    EXPECT_EQ(TextWidth(secret.data(), 0, n), letters) << "password mode left on";
+    // Lines break by the stars' widths: the letters fit where they do not.
+    for (TEHandle te : {hidden, plain}) {
+      (*te)->destRect.right = SInt16(20 + letters + 2);
+      TECalText(te);
+    }
+    EXPECT_EQ((*plain)->nLines, 1);
+    EXPECT_GT((*hidden)->nLines, 1);
+  }
 }
 
 }  // namespace

