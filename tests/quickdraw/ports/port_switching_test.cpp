@@ -37,10 +37,14 @@ TEST_F(PortSwitching, ClosingTheCurrentPortLeavesTheScreenPortDrawing) {
     GrafPort temporary;
     OpenPort(&temporary);
     ClosePort(&temporary);
-    if (i % 2) EXPECT_NE(KWE_GetCurrentDC(), nullptr) << "the screen's DC, taken on demand";
+    if (i % 2) {
+      EXPECT_NE(KWE_GetCurrentDC(), nullptr) << "the screen's DC, taken on demand";
+    }
     SetPort(&port);
   }
-  if (before >= 0) EXPECT_LE(LiveGdiObjects(), before + 2);
+  if (before >= 0) {
+    EXPECT_LE(LiveGdiObjects(), before + 2);
+  }
 }
 
 }  // namespace
