@@ -24,8 +24,16 @@ bool g_useRectForLine = false;
 // pixel once (once also in the XOR modes). Polyline takes its points as
 // given, so the DC's current position, shared by every port on the DC, is
 // neither read nor kept.
+// At 45 degrees the line itself runs one step further instead, which
+// leaves the driver one segment to set up rather than two.
 void StrokeThinLine(PortAttr& a, COLORREF colour, int h0, int v0, int h1, int v1) {
   if (!SelectGdiPen(a, colour, 1)) return;
+  int dh = h1 - h0, dv = v1 - v0;
+  if (dh == dv || dh == -dv) {
+    const POINT points[2] = {{h0, v0}, {h1 + (dh > 0 ? 1 : -1), v1 + (dv > 0 ? 1 : -1)}};
+    Polyline(a.hdc, points, 2);
+    return;
+  }
   const POINT points[3] = {{h0, v0}, {h1, v1}, {h1 + 1, v1}};
   Polyline(a.hdc, points, 3);
 }
