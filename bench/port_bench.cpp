@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kLines = 100000;
+constexpr int kPorts = 2000;
 constexpr int kRounds = 9;
 
 HWND MakeWindow(int x) {
@@ -72,6 +73,22 @@ int main() {
           MoveToEx(dc, i % 200, 10, nullptr);
           LineTo(dc, i % 200 + 50 - i % 37, 60 + i % 23);
         }
+      });
+
+  // A temporary port opened, closed while current and the window's port
+  // made current again, beside a memory DC made and deleted.
+  kwe_bench::CompareByRound(
+      "OpenPort + ClosePort vs CreateCompatibleDC/DeleteDC", kRounds, kPorts, 1e6, "us/port",
+      [&] {
+        for (int i = 0; i < kPorts; ++i) {
+          GrafPort temporary;
+          OpenPort(&temporary);
+          ClosePort(&temporary);
+          SetPort(&ports[0]);
+        }
+      },
+      [&] {
+        for (int i = 0; i < kPorts; ++i) DeleteDC(CreateCompatibleDC(nullptr));
       });
 
   for (int i = 0; i < 2; ++i) {

@@ -5,8 +5,9 @@
    Windows page (StartPage/EndPage), and the printing port a QuickDraw port
    drawing into the printer's DC at the record's resolution (72 dots per
    inch unless PrGeneral set another), scaled to the printer's own.
-   Documents print at once: bJDocLoop is always bDraftLoop and PrPicFile has
-   nothing left to do. */
+   PrintDefault chooses bDraftLoop: pages print as they are drawn and
+   PrPicFile has nothing to do. With bSpoolLoop the pages are recorded into
+   a spool file and PrPicFile prints them. */
 #ifndef KWE_PRINTING_H
 #define KWE_PRINTING_H
 

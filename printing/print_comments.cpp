@@ -52,7 +52,9 @@ std::string Number(double value) {
 }
 
 // The program's PostScript expects the LaserWriter's 72 dots per inch and
-// its transfer function; this puts both in place around it.
+// its transfer function; this puts both in place around it. A printer that
+// reduces or enlarges (its DEVMODE's scale s) gets the font at the
+// printer's dots per point over s, and the drawing scaled by s.
 void BeginPostScript(HDC dc) {
   Send(dc,
        "\r\ngsave 30 dict begin\r\n"
@@ -64,9 +66,11 @@ void BeginPostScript(HDC dc) {
        " length proc2 putinterval newproc cvx} def\r\n"
        "/Negative 0 _curtrans exec 1 _curtrans exec gt def\r\n"
        "Negative {/settransfer {{1 exch sub} catprocs _settrans} bind def} if\r\n");
-  double x = GetDeviceCaps(dc, LOGPIXELSX) / 72.0;
+  double s = PrintingScale() / 100.0;
+  double x = GetDeviceCaps(dc, LOGPIXELSX) / (s * 72.0);
   Send(dc, "currentfont [" + Number(x) + " 0 0 " + Number(x) + " 0 (M) stringwidth pop " +
                Number(x * -1.1) + " mul] makefont setfont\r\n");
+  if (PrintingScale() != 100) Send(dc, Number(s) + " " + Number(s) + " scale\r\n");
 }
 
 void SetLineWidth(Handle data) {

@@ -7,8 +7,11 @@
 
 namespace kwe::printing {
 
-// The DC of the document being printed, or null.
+// The DC of the document being printed, or null (also while spooling).
 HDC PrintingDC();
+// The printer's scale in percent (its DEVMODE's dmScale; 100 when unset),
+// whether the driver or the library applies it.
+int PrintingScale();
 // Picture comments the printer takes (PostScript pass-through, line width);
 // false when dc is not the printing DC or the comment is not the printer's.
 bool PassComment(HDC dc, SInt16 kind, SInt16 dataSize, Handle data);

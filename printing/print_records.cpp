@@ -14,7 +14,7 @@ PageGeometry CurrentGeometry(const TPrint& record) {
   if (!printer) return PageGeometry{};
   HDC ic = PrinterDC(*printer, record, true);
   if (!ic) return PageGeometry{};
-  PageGeometry g = GeometryOf(ic);
+  PageGeometry g = ScaledGeometryOf(ic, *printer, record);
   DeleteDC(ic);
   return g;
 }
@@ -39,6 +39,9 @@ KWE_API void KWE_CALL PrintDefault(THPrint hPrint) {
   r.prJob.iLstPage = iPrPgMax;
   r.prJob.iCopies = 1;
   r.prJob.fFromUsr = true;
+  // Pages go to the printer as they are drawn: Windows spools whole pages
+  // itself. A program that wants the spool loop sets bSpoolLoop.
+  r.prJob.bJDocLoop = bDraftLoop;
   FillRecord(r, CurrentGeometry(r));
 }
 
@@ -59,11 +62,14 @@ KWE_API Boolean KWE_CALL PrValidate(THPrint hPrint) {
     if (job.iFstPage >= iPrPgFst && job.iFstPage <= job.iLstPage && job.iLstPage <= iPrPgMax)
       r.prJob.iFstPage = job.iFstPage, r.prJob.iLstPage = job.iLstPage;
     if (job.iCopies >= 1 && job.iCopies <= 999) r.prJob.iCopies = job.iCopies;
+    if (job.bJDocLoop == bSpoolLoop) r.prJob.bJDocLoop = bSpoolLoop;
   } else {
     if (r.prJob.iCopies < 1) r.prJob.iCopies = 1;
     if (r.prJob.iFstPage < iPrPgFst) r.prJob.iFstPage = iPrPgFst;
     if (r.prJob.iLstPage < r.prJob.iFstPage || r.prJob.iLstPage > iPrPgMax)
       r.prJob.iLstPage = iPrPgMax;
+    // The two application loops of old drivers are printed as drafts.
+    if (r.prJob.bJDocLoop != bSpoolLoop) r.prJob.bJDocLoop = bDraftLoop;
     FillRecord(r, CurrentGeometry(r));
   }
   return std::memcmp(&before, &r, sizeof r) != 0;

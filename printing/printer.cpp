@@ -3,6 +3,7 @@
 #include <commdlg.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 #include "frame/low_memory.h"
@@ -15,6 +16,7 @@ namespace {
 // defaults.
 constexpr SInt16 kSettingsMark = 0x4B57;  // 'KW'
 constexpr int kDefaultResolution = 72;
+constexpr int kLeastScale = 1, kMostScale = 1000;  // percent, as drivers offer it
 
 bool g_open = false;
 Printer g_printer;
@@ -115,12 +117,35 @@ std::vector<BYTE> DevModeFor(const Printer& printer, const TPrint& record) {
   return mode;
 }
 
-HDC PrinterDC(const Printer& printer, const TPrint& record, bool forInformation) {
-  std::vector<BYTE> mode = DevModeFor(printer, record);
+namespace {
+
+HDC PrinterDCWith(const Printer& printer, std::vector<BYTE>& mode, bool forInformation) {
   auto* dm = mode.size() >= sizeof(DEVMODEA) ? reinterpret_cast<DEVMODEA*>(mode.data()) : nullptr;
   const char* driver = printer.driver.empty() ? nullptr : printer.driver.c_str();
   return forInformation ? CreateICA(driver, printer.device.c_str(), nullptr, dm)
                         : CreateDCA(driver, printer.device.c_str(), nullptr, dm);
+}
+
+}  // namespace
+
+HDC PrinterDC(const Printer& printer, const TPrint& record, bool forInformation) {
+  std::vector<BYTE> mode = DevModeFor(printer, record);
+  return PrinterDCWith(printer, mode, forInformation);
+}
+
+PageGeometry ScaledGeometryOf(HDC dc, const Printer& printer, const TPrint& record) {
+  PageGeometry g = GeometryOf(dc);
+  std::vector<BYTE> mode = DevModeFor(printer, record);
+  g.devModeScale = ScaleOf(mode);
+  if (g.devModeScale == 100) return g;
+  // The same printer unscaled: when its dots per inch are the same, the
+  // driver leaves the reduction to the program.
+  reinterpret_cast<DEVMODEA*>(mode.data())->dmScale = 100;
+  if (HDC unscaled = PrinterDCWith(printer, mode, true)) {
+    if (GetDeviceCaps(unscaled, LOGPIXELSX) == g.dpiX) g.scale = g.devModeScale;
+    DeleteDC(unscaled);
+  }
+  return g;
 }
 
 PageGeometry GeometryOf(HDC dc) {
@@ -140,15 +165,28 @@ PageGeometry GeometryOf(HDC dc) {
   return g;
 }
 
+int ScaleOf(const std::vector<BYTE>& devMode) {
+  if (devMode.size() < offsetof(DEVMODEA, dmScale) + sizeof(short)) return 100;
+  auto* dm = reinterpret_cast<const DEVMODEA*>(devMode.data());
+  if (!(dm->dmFields & DM_SCALE) || dm->dmScale < kLeastScale || dm->dmScale > kMostScale)
+    return 100;
+  return dm->dmScale;
+}
+
 bool IsPostScript(HDC dc) {
   int escape = POSTSCRIPT_PASSTHROUGH;
   return ExtEscape(dc, QUERYESCSUPPORT, sizeof escape, reinterpret_cast<LPCSTR>(&escape), 0,
                    nullptr) > 0;
 }
 
+// A printer that reduces by half shows the program a page twice as large:
+// the record's units stay its resolution's, and the printer's dots per unit
+// shrink by the scale.
 void FillRecord(TPrint& record, const PageGeometry& g) {
   int resH = record.prInfo.iHRes > 0 ? record.prInfo.iHRes : kDefaultResolution;
   int resV = record.prInfo.iVRes > 0 ? record.prInfo.iVRes : kDefaultResolution;
+  int unitsH = resH * 100, unitsV = resV * 100;
+  int dotsH = g.dpiX * g.scale, dotsV = g.dpiY * g.scale;
   // The Macintosh kind of device: 3 is a PostScript LaserWriter, which
   // applications test before sending PostScript comments; 1 an ImageWriter.
   SInt16 device = g.postScript ? 0x0300 : 0x0100;
@@ -159,15 +197,16 @@ void FillRecord(TPrint& record, const PageGeometry& g) {
   info.iVRes = Short(resV);
   // The page's origin is the printable area's corner, as on the printer DC;
   // the paper lies around it.
-  info.rPage = Rect{0, 0, Short(Scale(g.printableHeight, resV, g.dpiY)),
-                    Short(Scale(g.printableWidth, resH, g.dpiX))};
+  info.rPage = Rect{0, 0, Short(Scale(g.printableHeight, unitsV, dotsV)),
+                    Short(Scale(g.printableWidth, unitsH, dotsH))};
   record.rPaper =
-      Rect{Short(-Scale(g.offsetY, resV, g.dpiY)), Short(-Scale(g.offsetX, resH, g.dpiX)),
-           Short(Scale(g.paperHeight - g.offsetY, resV, g.dpiY)),
-           Short(Scale(g.paperWidth - g.offsetX, resH, g.dpiX))};
+      Rect{Short(-Scale(g.offsetY, unitsV, dotsV)), Short(-Scale(g.offsetX, unitsH, dotsH)),
+           Short(Scale(g.paperHeight - g.offsetY, unitsV, dotsV)),
+           Short(Scale(g.paperWidth - g.offsetX, unitsH, dotsH))};
+  // The sheet in the program's inches, as rPaper measures it.
   record.prStl.wDev = device;
-  record.prStl.iPageV = Short(Scale(g.paperHeight, iPrPgFract, g.dpiY));
-  record.prStl.iPageH = Short(Scale(g.paperWidth, iPrPgFract, g.dpiX));
+  record.prStl.iPageV = Short(Scale(g.paperHeight, iPrPgFract * 100, dotsV));
+  record.prStl.iPageH = Short(Scale(g.paperWidth, iPrPgFract * 100, dotsH));
   record.prStl.bPort = 0;
   record.prStl.feed = feedCut;
   record.prInfoPT = info;
@@ -184,9 +223,6 @@ void FillRecord(TPrint& record, const PageGeometry& g) {
   x.bUlShadow = 1;
   x.scan = scanTB;
   x.bXInfoX = 0;
-  // Printing is immediate: a spool loop would only leave PrPicFile to do
-  // what the pages already did.
-  record.prJob.bJDocLoop = bDraftLoop;
 }
 
 void SetPrintError(SInt16 error) { lowmem::At<SInt16>(lowmem::Slot::PrintErr) = error; }

@@ -21,6 +21,10 @@ struct PageGeometry {
   int printableWidth = 576, printableHeight = 756;  // HORZRES, VERTRES
   int paperWidth = 612, paperHeight = 792;          // PHYSICALWIDTH, PHYSICALHEIGHT
   int offsetX = 18, offsetY = 18;                   // PHYSICALOFFSETX, PHYSICALOFFSETY
+  // The DEVMODE's reduction or enlargement in percent, and the part of it
+  // the library applies: none when the driver reports dots per inch
+  // scaled already (Wine's PostScript driver does).
+  int devModeScale = 100, scale = 100;
   bool postScript = false;
 };
 
@@ -39,6 +43,11 @@ std::vector<BYTE> DevModeFor(const Printer& printer, const TPrint& record);
 // record sets it up; null on failure.
 HDC PrinterDC(const Printer& printer, const TPrint& record, bool forInformation);
 PageGeometry GeometryOf(HDC dc);
+// GeometryOf dc, a DC of printer for record, with the printer's scale.
+PageGeometry ScaledGeometryOf(HDC dc, const Printer& printer, const TPrint& record);
+// dmScale of a DEVMODE in percent: 100 when the field is unset or out of
+// the range drivers offer.
+int ScaleOf(const std::vector<BYTE>& devMode);
 // Whether the printer takes PostScript through the pass-through escape.
 bool IsPostScript(HDC dc);
 

@@ -165,6 +165,7 @@ std::string PrintPage() {
   WithUser({"ok"}, [&] { chosen = PrJobDialog(record); });
   int pages = 0;
   if (chosen) {
+    (**record).prJob.bJDocLoop = bSpoolLoop;  // the page is spooled, then printed
     TPPrPort port = PrOpenDoc(record, nullptr, nullptr);
     if (PrError() == noErr) {
       PrOpenPage(port, nullptr);
@@ -172,6 +173,9 @@ std::string PrintPage() {
       PrClosePage(port);
     }
     PrCloseDoc(port);
+    TPrStatus status;
+    if ((**record).prJob.bJDocLoop == bSpoolLoop && PrError() == noErr)
+      PrPicFile(record, nullptr, nullptr, nullptr, &status);
   }
   SInt16 err = PrError();
   char line[200];

@@ -16,12 +16,6 @@ namespace {
 
 constexpr SInt16 kPixPatInPenState = static_cast<SInt16>(0x8000);
 
-// The DC's current position follows the pen only while the pen is visible.
-void PlacePen(GrafPtr port, PortAttr& a) {
-  UpdateDevicePen(a);
-  if (port->pnVis >= 0 && a.hdc) MoveToEx(a.hdc, a.devicePenH, a.devicePenV, nullptr);
-}
-
 }  // namespace
 
 void DerivePenMode(PortAttr& a, SInt16 mode) {
@@ -32,10 +26,12 @@ void DerivePenMode(PortAttr& a, SInt16 mode) {
   a.dirty |= kPenDirty;
 }
 
+// Only the device pen moves: lines draw from explicit points, so the DC's
+// current position (which every port on the DC would share) is not kept.
 void MovePenTo(GrafPtr port, PortAttr& a, Point to) {
   port->pnLoc = to;
   RecordPolygonPoint(port, to);
-  PlacePen(port, a);
+  UpdateDevicePen(a);
 }
 
 }  // namespace kwe::quickdraw
@@ -176,5 +172,4 @@ KWE_API void KWE_CALL KWE_MoveFixedAmount(Boolean usePen, Fixed dh, Fixed dv) {
     a->devicePenH = 0;
     a->devicePenV = 0;
   }
-  if (port->pnVis >= 0 && a->hdc) MoveToEx(a->hdc, a->devicePenH, a->devicePenV, nullptr);
 }

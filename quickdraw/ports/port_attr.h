@@ -122,6 +122,9 @@ HDC CurrentDC();
 void SetCurrentDC(HDC dc);
 // Makes port current without the screen-DC bookkeeping of SetPort.
 void MakeCurrent(GrafPtr port);
+// Makes the screen port current; its DC (GetDC, a call to the window
+// server) is taken only when something asks for the current record or DC.
+void MakeScreenCurrentDeferringDC();
 GrafPtr ScreenPort();
 bool IsColourPort(GrafPtr port);
 inline CGrafPtr AsColour(GrafPtr port) { return reinterpret_cast<CGrafPtr>(port); }

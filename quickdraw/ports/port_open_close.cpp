@@ -210,7 +210,12 @@ void CloseAnyPort(GrafPtr port) {
     SetCurrentDC(nullptr);
     return;
   }
-  SetPort(remembered);
+  // A program that closes its current port usually sets another next:
+  // the screen's DC is not taken unless something draws there first.
+  if (remembered == screen && !Screen().dcHeld)
+    MakeScreenCurrentDeferringDC();
+  else
+    SetPort(remembered);
 }
 
 }  // namespace

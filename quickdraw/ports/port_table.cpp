@@ -14,6 +14,51 @@ bool g_internalSlotAllowed = false;
 GrafPtr g_currentPort = nullptr;
 PortAttr* g_currentAttr = nullptr;
 HDC g_currentDC = nullptr;
+bool g_screenDCDeferred = false;
+
+// Which port last became current on each DC that ports have shared lately
+// (the shared memory DC, a DC put under several ports): a port that comes
+// back to a DC another used since cannot trust what it last selected there.
+struct DCUser {
+  HDC dc = nullptr;
+  PortAttr* attr = nullptr;
+};
+constexpr int kDCUsers = 8;
+DCUser g_dcUsers[kDCUsers];
+int g_nextDCUser = 0;
+
+// Another port may have drawn into the DC: the port's own objects stay
+// its own, but each is selected and each DC setting made again when next
+// needed.
+void ForgetSelections(PortAttr& a) {
+  a.selectedRop2 = 0;
+  a.selectedBackgroundMode = 0;
+  a.selectedBkColorRef = CLR_INVALID;
+  a.selectedTextColorRef = CLR_INVALID;
+  a.selectedPenStyle = -1;
+  a.dirty = static_cast<UInt16>(a.dirty & ~(kPenSelected | kNullPenSelected));
+  a.brush = nullptr;
+}
+
+void NoteDCUser(PortAttr* a) {
+  if (!a || !a->hdc) return;
+  for (DCUser& u : g_dcUsers) {
+    if (u.dc != a->hdc) continue;
+    if (u.attr != a) ForgetSelections(*a);
+    u.attr = a;
+    return;
+  }
+  // A DC not seen lately: who used it meanwhile is not known.
+  ForgetSelections(*a);
+  g_dcUsers[g_nextDCUser] = DCUser{a->hdc, a};
+  g_nextDCUser = (g_nextDCUser + 1) % kDCUsers;
+}
+
+// The screen port became current without its DC: SetPort takes it now.
+void TakeDeferredScreenDC() {
+  g_screenDCDeferred = false;
+  SetPort(g_currentPort);
+}
 
 }  // namespace
 
@@ -28,14 +73,28 @@ PortAttr* AttrOf(GrafPtr port) {
 }
 
 GrafPtr CurrentPort() { return g_currentPort; }
-PortAttr* CurrentAttr() { return g_currentAttr; }
-HDC CurrentDC() { return g_currentDC; }
+PortAttr* CurrentAttr() {
+  if (g_screenDCDeferred) TakeDeferredScreenDC();
+  return g_currentAttr;
+}
+HDC CurrentDC() {
+  if (g_screenDCDeferred) TakeDeferredScreenDC();
+  return g_currentDC;
+}
 void SetCurrentDC(HDC dc) { g_currentDC = dc; }
+void MakeScreenCurrentDeferringDC() {
+  MakeCurrent(ScreenPort());
+  g_currentDC = nullptr;
+  g_screenDCDeferred = g_currentPort != nullptr;
+}
+
 GrafPtr ScreenPort() { return g_table[kScreenPortSlot] ? g_table[kScreenPortSlot]->port : nullptr; }
 
 void MakeCurrent(GrafPtr port) {
+  g_screenDCDeferred = false;
   g_currentPort = port;
   g_currentAttr = AttrOf(port);
+  NoteDCUser(g_currentAttr);
   lowmem::At<GrafPtr>(lowmem::Slot::ThePort) = port;
 }
 
@@ -66,6 +125,8 @@ void FreeAttr(int slot) {
   if (!a) return;
   g_table[slot] = nullptr;
   if (g_currentAttr == a) g_currentAttr = nullptr;
+  for (DCUser& u : g_dcUsers)
+    if (u.attr == a) u = DCUser{};
   a->~PortAttr();
   DisposePtr(reinterpret_cast<Ptr>(a));
 }

@@ -19,30 +19,26 @@ namespace {
 
 bool g_useRectForLine = false;
 
-// A one-pixel pen: GDI's own line from (h0, v0), where the DC's position
-// is, its last pixel added. A line at 45 degrees reaches its last pixel when
-// GDI's line runs one step further, which costs nothing; any other line gets
-// the pixel set directly in copy mode and otherwise drawn as a one-pixel
-// line. True when the DC's position is left at the end.
-bool StrokeThinLine(PortAttr& a, COLORREF colour, int h0, int v0, int h1, int v1) {
-  int width = a.onePixelPensOnly ? 1 : (a.devicePenWidth + a.devicePenHeight) / 2;
-  if (!SelectGdiPen(a, colour, width)) return false;
+// A one-pixel pen in one GDI call: Polyline leaves out the last pixel of
+// each segment, and a second segment one pixel long sets the line's end
+// pixel once (once also in the XOR modes). Polyline takes its points as
+// given, so the DC's current position, shared by every port on the DC, is
+// neither read nor kept.
+// At 45 degrees the line itself runs one step further instead, which
+// leaves the driver one segment to set up rather than two.
+void StrokeThinLine(PortAttr& a, COLORREF colour, int h0, int v0, int h1, int v1) {
+  if (!SelectGdiPen(a, colour, 1)) return;
   int dh = h1 - h0, dv = v1 - v0;
-  if (width <= 1 && std::abs(dh) == std::abs(dv)) {
-    LineTo(a.hdc, h1 + (dh > 0 ? 1 : -1), v1 + (dv > 0 ? 1 : -1));
-    return false;
+  if (dh == dv || dh == -dv) {
+    const POINT points[2] = {{h0, v0}, {h1 + (dh > 0 ? 1 : -1), v1 + (dv > 0 ? 1 : -1)}};
+    Polyline(a.hdc, points, 2);
+    return;
   }
-  LineTo(a.hdc, h1, v1);
-  if (a.penRop2 == R2_COPYPEN && width <= 1) {
-    SetPixelV(a.hdc, h1, v1, colour);
-    return true;
-  }
-  LineTo(a.hdc, h1 + 1, v1);
-  return false;
+  const POINT points[3] = {{h0, v0}, {h1, v1}, {h1 + 1, v1}};
+  Polyline(a.hdc, points, 3);
 }
 
-// True when the DC's position is left at the device pen.
-bool DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
+void DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
   int h0 = from.h, v0 = from.v, h1 = to.h, v1 = to.v;
   LocalToDevice(a, &h0, &v0);
   LocalToDevice(a, &h1, &v1);
@@ -52,7 +48,7 @@ bool DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
   bool widePen = a.devicePenWidth > 1 || a.devicePenHeight > 1;
   if (diagonal && (widePen || !(black || white)) && !a.onePixelPensOnly) {
     FillPenSweep(port, a, Outline{{h0, v0}, {h1, v1}});
-    return false;
+    return;
   }
   if (!diagonal) {  // the rectangle the pen sweeps
     PrepareAreaVerb(port, a, Verb::Paint);
@@ -60,11 +56,9 @@ bool DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
     r.right = r.left + std::abs(h1 - h0) + a.devicePenWidth;
     r.bottom = r.top + std::abs(v1 - v0) + a.devicePenHeight;
     FillDeviceRect(a, Verb::Paint, r);
-    return false;
+    return;
   }
-  // MoveTo and every line leave the DC at the device pen: the stroke starts
-  // from there.
-  return StrokeThinLine(a, white ? a.bkColorRef : a.fgColorRef, h0, v0, h1, v1);
+  StrokeThinLine(a, white ? a.bkColorRef : a.fgColorRef, h0, v0, h1, v1);
 }
 
 void StandardLine(Point end) {
@@ -76,10 +70,8 @@ void StandardLine(Point end) {
   port->pnLoc = end;
   RecordPolygonPoint(port, end);
   UpdateDevicePen(*a);
-  bool draws = port->pnSize.h != 0 && port->pnSize.v != 0 && PortDraws(port, *a);
-  bool placed = draws && DrawDeviceLine(port, *a, start, end);
-  if (!placed && a->hdc && port->pnVis >= 0)
-    MoveToEx(a->hdc, a->devicePenH, a->devicePenV, nullptr);
+  if (port->pnSize.h != 0 && port->pnSize.v != 0 && PortDraws(port, *a))
+    DrawDeviceLine(port, *a, start, end);
 }
 
 using LineProc = void(KWE_CALL*)(Point);

@@ -196,13 +196,13 @@ void FrameDeviceOutline(GrafPtr port, PortAttr& a, const Outline& path) {
   if (!SelectGdiPen(a, white ? a.bkColorRef : a.fgColorRef, 1)) return;
   Polyline(a.hdc, reinterpret_cast<const POINT*>(path.data()), static_cast<int>(path.size()));
   // Polyline leaves out the last point; a closed outline has it already.
+  // The DC's current position is not the pen's, so it is left alone.
   const OutlinePoint& first = path.front();
   const OutlinePoint& last = path.back();
   if (path.size() == 1 || last.x != first.x || last.y != first.y) {
-    MoveToEx(a.hdc, last.x, last.y, nullptr);
-    LineTo(a.hdc, last.x + 1, last.y);
+    const POINT end[2] = {{last.x, last.y}, {last.x + 1, last.y}};
+    Polyline(a.hdc, end, 2);
   }
-  MoveToEx(a.hdc, a.devicePenH, a.devicePenV, nullptr);
 }
 
 bool TakeHiliteRequest() {
