@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstring>
 #include <deque>
 #include <vector>
 
@@ -273,6 +274,32 @@ TEST_F(CopyBitsTest, MaskPicturesLetThroughOnlyTheirSetPixels) {
   CopyMask(&ink, &mask, &port.portBits, &s, nullptr, &d);
   CopyDeepMask(&ink, nullptr, &port.portBits, &s, &m, &d, 0, nullptr);
   EXPECT_EQ(BlackIn(0, 0, 32, 32), 0);
+}
+
+// Modes the pipeline cannot combine: its combining stage says so once a
+// copy and the pixels are copied without combining; GDI between two DCs
+// takes the mode's low four bits without a word.
+TEST_F(CopyBitsTest, ModesThePipelineCannotCombineCopyWithoutCombining) {
+  UInt8 ink[16], paper[16];
+  for (int i = 0; i < 16; ++i) ink[i] = UInt8(0x3C ^ i);
+  BitMap from{reinterpret_cast<Ptr>(ink), 2, R(0, 0, 16, 8)};
+  BitMap into{reinterpret_cast<Ptr>(paper), 2, R(0, 0, 16, 8)};
+  Rect all = R(0, 0, 16, 8);
+  for (SInt16 mode : {16, 20, 31, 40, 64 + 50, -3}) {
+    memset(paper, 0xFF, sizeof paper);
+    capture.Clear();
+    CopyBits(&from, &into, &all, &all, mode, nullptr);
+    ASSERT_EQ(capture.Reports().size(), 1u) << "mode " << mode;
+    EXPECT_NE(capture.Reports()[0].find("Undefined RGBCombineProc case"), std::string::npos);
+    EXPECT_EQ(memcmp(paper, ink, sizeof ink), 0) << "mode " << mode;
+  }
+  canvas.Clear();
+  Rect left = R(0, 0, 16, 8), right = R(20, 0, 36, 8);
+  CopyBits(&from, &port.portBits, &all, &left, srcCopy, nullptr);
+  capture.Clear();
+  CopyBits(&port.portBits, &port.portBits, &left, &right, 16 + srcCopy, nullptr);
+  EXPECT_TRUE(capture.Reports().empty());
+  EXPECT_EQ(canvas.Row(3, 0, 16), canvas.Row(3, 20, 36));
 }
 
 // What an application gets wrong: each call draws nothing and leaves the
