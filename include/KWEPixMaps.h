@@ -45,5 +45,25 @@ KWE_API OSErr KWE_CALL KWE_CopyBitsMacToDIB(PixMap* src, PixMap* dst, Rect srcRe
                                             SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
                                             RgnHandle maskRgn);
 KWE_API PixMapHandle KWE_CALL KWE_UnpackPixMap(Handle flat);
+/* Folds a library pixel map's Macintosh pixels into its own packed DIB.
+   flags: 0x02 a fresh DIB, the rows of rect (null: all) converted into it;
+   0x04 the DIB made but nothing converted; 0x08 a DDB made from the DIB as
+   well; 0x10 a 1- or 8-bit map not converted now is marked reversed
+   (0x0100); 0x20 a 4-bit map folds into a 4-bit DIB. A 1-bit DIB, and a
+   4-bit one with 0x20, holds complemented values and marks the map
+   reversed. 0x02 clears the Macintosh-pixels flag of a map without pixels
+   of its own (baseAddr 32767 or a port tag). False for a bitmap, a pixel
+   map that is not the library's, or when the DIB cannot be made. */
+KWE_API Boolean KWE_CALL KWE_FoldPixMap(PixMap* pm, Rect* rect, SInt16 flags);
+/* Writes a library pixel map's DIB pixels (or its DDB's) as Macintosh
+   pixels into dst's memory, whose bounds become the map's: flags 0x100 at
+   1 bit, 0x200 at 4, 0x400 at 8, else at dst's own depth. 0x10 maps
+   indexed values as they stand (undoing the fold's complement), otherwise
+   each colour goes to dst's nearest entry. Afterwards 0x40 lets go of the
+   map's DIB or DDB, and 0x01 also disposes of it. The reserved arguments
+   are not read. False for a map without a DIB or DDB, or a destination
+   without room for the pixels. */
+KWE_API Boolean KWE_CALL KWE_UnfoldPixMap(PixMap* pm, BitMap* dst, void* reserved1, void* reserved2,
+                                          SInt16 flags);
 
 #endif

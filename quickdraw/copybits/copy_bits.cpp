@@ -27,6 +27,15 @@ using BitsProc = void(KWE_CALL*)(const BitMap*, const Rect*, const Rect*, SInt16
 
 bool Empty(const Rect& r) { return r.right <= r.left || r.bottom <= r.top; }
 
+constexpr int kDitherBit = 64;
+
+// srcCopy to notPatBic (0 to 15) and blend to adMin (32 to 39), with or
+// without the dither bit.
+bool CombinesMode(int mode) {
+  int base = mode & ~kDitherBit;
+  return (base >= 0 && base <= 15) || (base >= 32 && base <= 39);
+}
+
 // Cuts src to within its bounds and dst to within its, moving the other
 // rectangle's edges in proportion so that the scale stays the same. False
 // when nothing is left.
@@ -191,6 +200,14 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
   }
   PipelineCopy copy{};
   copy.mode = mode;
+  // GDI takes any mode (by its low four bits); the pipeline's combining
+  // stage has only the logical and arithmetic modes, and copies without
+  // combining when it meets another.
+  bool byGdi = src.kind != SideKind::Memory && dst.kind == SideKind::Device;
+  if (!byGdi && !CombinesMode(mode)) {
+    Report(" Undefined RGBCombineProc case");
+    copy.mode = mode & kDitherBit;
+  }
   FillColours(copy);
   MaskPicture picture{maskBits, maskRect ? *maskRect : Rect{}, *dstRect};
   bool withPicture = maskRect && !Empty(*maskRect) && UsableMask(maskBits);

@@ -1,11 +1,12 @@
-// Colour tables and CopyBits through the DLL: tables and colour matching
-// against the main device, copies between memory pixel maps and onto a port
-// drawing into a DIB section, read back and compared with the reference
-// model of the pipeline.
+// CopyBits through the DLL: copies between memory pixel maps and onto a
+// port drawing into a DIB section, read back and compared with the
+// reference model of the pipeline.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstdio>
+#include <cstring>
+#include <deque>
 #include <vector>
 
 #include "KWEPorts.h"
@@ -18,6 +19,8 @@
 namespace {
 
 using namespace kwe_test;
+
+Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
 
 class CopyBitsTest : public PortTest {
  protected:
@@ -34,18 +37,28 @@ class CopyBitsTest : public PortTest {
     tables.push_back(h);
     return reinterpret_cast<CTabHandle>(h);
   }
-  // A pixel map over the image's bytes; a 1-bit image half the time as a
-  // plain bitmap.
-  PixMap MapOf(reference::Image& im, bool asBitMap) {
-    PixMap pm{};
-    pm.baseAddr = reinterpret_cast<Ptr>(im.bytes.data());
-    pm.rowBytes = static_cast<SInt16>(im.rowBytes | (asBitMap ? 0 : 0x8000));
-    pm.bounds = Rect{0, 0, SInt16(im.height), SInt16(im.width)};
-    pm.pixelSize = static_cast<SInt16>(im.depth);
-    pm.cmpCount = 1;
-    pm.cmpSize = static_cast<SInt16>(im.depth);
-    if (im.depth <= 8) pm.pmTable = TableOf(im.table, im.depth);  // one seed a depth
-    return pm;
+  // A pixel map over the image's bytes: a record of the application's own
+  // (a 1-bit image as a plain bitmap when asBitMap), or one NewPixMap made,
+  // with the library's fields after the published ones and the direct
+  // depths described as an application describes them.
+  const BitMap* MapOf(reference::Image& im, bool asBitMap, bool library = false, SInt32 seed = 0) {
+    PixMap* pm = &own.emplace_back();
+    if (library) {
+      PixMapHandle made = NewPixMap();
+      EXPECT_NE(made, nullptr);
+      made_.push_back(made);
+      pm = *made;
+      if (im.depth <= 8) DisposeCTable(pm->pmTable);  // replaced below
+    }
+    pm->baseAddr = reinterpret_cast<Ptr>(im.bytes.data());
+    pm->rowBytes = static_cast<SInt16>(im.rowBytes | (asBitMap ? 0 : 0x8000));
+    pm->bounds = Rect{0, 0, SInt16(im.height), SInt16(im.width)};
+    pm->pixelSize = static_cast<SInt16>(im.depth);
+    pm->pixelType = im.depth > 8 ? 16 : 0;
+    pm->cmpCount = im.depth > 8 ? 3 : 1;
+    pm->cmpSize = static_cast<SInt16>(im.depth == 32 ? 8 : im.depth == 16 ? 5 : im.depth);
+    if (im.depth <= 8) pm->pmTable = TableOf(im.table, seed ? seed : im.depth);  // one a depth
+    return reinterpret_cast<const BitMap*>(pm);
   }
   // The case's mask as a region in the destination's coordinates.
   RgnHandle MaskOf(const reference::Case& c, int width, int height) {
@@ -71,77 +84,38 @@ class CopyBitsTest : public PortTest {
     GetBackColor(&bk);
     c.bk = reference::Colour{bk.red, bk.green, bk.blue};
   }
+  // Case n between memory pixel maps, compared with the reference model.
+  void CopyInMemory(uint32_t n, int srcDepth, int dstDepth, uint64_t* sum) {
+    reference::Drawn want = reference::Make(n, srcDepth, dstDepth),
+                     got = reference::Make(n, srcDepth, dstDepth);
+    const reference::Case& c = got.c;
+    want.c.op = reference::Colour{0, 0, 0};  // the plain port's op colour
+    UseBackground(want.c);
+    reference::Copy(want.src, want.dst, want.c);
+    const BitMap* src = MapOf(got.src, got.src.depth == 1 && (n & 1), n % 3 == 0);
+    // Tables of the same colours but another seed are not the same table.
+    const BitMap* dst = MapOf(got.dst, got.dst.depth == 1 && (n & 2), n % 5 == 0,
+                              c.sameTable ? 0 : 100 + got.dst.depth);
+    RgnHandle mask = c.masked ? MaskOf(c, got.dst.width, got.dst.height) : nullptr;
+    Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);
+    CopyBits(src, dst, &s, &d, SInt16(c.mode), mask);
+    if (mask) DisposeRgn(mask);
+    ASSERT_EQ(got.dst.bytes, want.dst.bytes) << "case " << n << ": depth " << got.src.depth
+                                             << " to " << got.dst.depth << ", mode " << c.mode;
+    *sum = reference::Fold(*sum, got.dst.bytes);
+  }
   void TearDown() override {
     for (Handle h : tables) DisposeHandle(h);
+    for (PixMapHandle pm : made_) {
+      if ((**pm).pixelSize <= 8) (**pm).pmTable = nullptr;  // one of tables
+      DisposePixMap(pm);
+    }
     PortTest::TearDown();
   }
   std::vector<Handle> tables;
+  std::deque<PixMap> own;
+  std::vector<PixMapHandle> made_;
 };
-
-Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
-
-TEST_F(CopyBitsTest, ColourTablesAndMatchingAgainstTheMainDevice) {
-  const struct {
-    SInt16 id;
-    int size, entry;
-    RGBColor rgb;
-  } cases[] = {{1, 2, 1, {0, 0, 0}},
-               {4, 16, 6, {0, 0, 0xD4D4}},
-               {8, 256, 215, {0xEEEE, 0, 0}},
-               {20, 16, 15, {0, 0, 0}},
-               {40, 256, 1, {0xFEFE, 0xFEFE, 0xFEFE}}};
-  for (const auto& c : cases) {
-    CTabHandle t = GetCTable(c.id);
-    ASSERT_NE(t, nullptr) << c.id;
-    EXPECT_EQ((**t).ctSeed, c.id);
-    EXPECT_EQ((**t).ctSize, c.size - 1);
-    EXPECT_EQ((**t).ctTable[c.entry].rgb.blue, c.rgb.blue) << c.id;
-    EXPECT_EQ((**t).ctTable[c.entry].rgb.red, c.rgb.red) << c.id;
-    DisposeCTable(t);
-  }
-  EXPECT_EQ(GetCTable(3), nullptr);
-  DisposeCTable(nullptr);
-
-  RGBColor red{0xFFFF, 0, 0}, got{1, 1, 1};
-  EXPECT_EQ(Color2Index(&red), 35);
-  Index2Color(300, &got);
-  EXPECT_TRUE(got.red == 0 && got.green == 0 && got.blue == 0);
-  EXPECT_TRUE(RealColor(&red));
-  RGBColor odd{0x7000, 0x1000, 0xF000};
-  EXPECT_FALSE(RealColor(&odd));
-
-  // Searched and through the device's inverse table: the entry found is
-  // the nearest one (of the colour, or of its cell's middle).
-  CTabHandle device = GetCTable(8);
-  for (int pass = 0; pass < 2; ++pass) {
-    if (pass == 1) MakeITable(nullptr, nullptr, 5);
-    srand(7);
-    for (int step = 0; step < 300; ++step) {
-      RGBColor c{UInt16(rand() * 2), UInt16(rand() * 2), UInt16(rand() * 2)};
-      if (pass == 1)  // a cell's middle, where search and table agree
-        c = RGBColor{UInt16((c.red >> 11) * 8 * 257), UInt16((c.green >> 11) * 8 * 257),
-                     UInt16((c.blue >> 11) * 8 * 257)};
-      SInt32 index = Color2Index(&c);
-      Index2Color(index, &got);
-      long best = 1L << 30;
-      for (int i = 0; i < 256; ++i) {
-        const RGBColor& e = (**device).ctTable[i].rgb;
-        best = std::min(best, labs(long(e.red) - c.red) + labs(long(e.green) - c.green) +
-                                  labs(long(e.blue) - c.blue));
-      }
-      long mine = labs(long(got.red) - c.red) + labs(long(got.green) - c.green) +
-                  labs(long(got.blue) - c.blue);
-      ASSERT_EQ(mine, best) << "pass " << pass << " step " << step;
-    }
-  }
-  // GetSubTable: each entry's value becomes its nearest index in the target.
-  CTabHandle mine = GetCTable(4);
-  GetSubTable(mine, 5, device);
-  EXPECT_EQ((**mine).ctTable[0].value, 0);     // white
-  EXPECT_EQ((**mine).ctTable[15].value, 255);  // black
-  DisposeCTable(mine);
-  DisposeCTable(device);
-}
 
 // Cases of the reference sweep through the DLL: first between memory pixel
 // maps (every depth, scaled, masked), then onto the port's DIB section as a
@@ -150,22 +124,18 @@ TEST_F(CopyBitsTest, ColourTablesAndMatchingAgainstTheMainDevice) {
 TEST_F(CopyBitsTest, SeededSweepThroughTheDllMatchesTheReferenceModel) {
   uint64_t sum = reference::kFoldStart;
   for (uint32_t n = 5001; n <= 5600; ++n) {
-    reference::Drawn want = reference::Make(n), got = reference::Make(n);
-    const reference::Case& c = got.c;
-    want.c.op = reference::Colour{0, 0, 0};  // the plain port's op colour
-    UseBackground(want.c);
-    reference::Copy(want.src, want.dst, want.c);
-    PixMap src = MapOf(got.src, got.src.depth == 1 && (n & 1));
-    PixMap dst = MapOf(got.dst, got.dst.depth == 1 && (n & 2));
-    RgnHandle mask = c.masked ? MaskOf(c, got.dst.width, got.dst.height) : nullptr;
-    Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);
-    CopyBits(reinterpret_cast<BitMap*>(&src), reinterpret_cast<BitMap*>(&dst), &s, &d,
-             SInt16(c.mode), mask);
-    if (mask) DisposeRgn(mask);
-    ASSERT_EQ(got.dst.bytes, want.dst.bytes) << "case " << n << ": depth " << got.src.depth
-                                             << " to " << got.dst.depth << ", mode " << c.mode;
-    sum = reference::Fold(sum, got.dst.bytes);
+    CopyInMemory(n, 0, 0, &sum);
+    if (HasFatalFailure()) return;
   }
+  // Every pair of depths, a few cases each.
+  const int depths[] = {1, 2, 4, 8, 16, 32};
+  uint32_t pairCase = 7001;
+  for (int from : depths)
+    for (int to : depths)
+      for (int k = 0; k < 6; ++k, ++pairCase) {
+        CopyInMemory(pairCase, from, to, &sum);
+        if (HasFatalFailure()) return;
+      }
   int onPort = 0;
   for (uint32_t n = 6001; n <= 6400; ++n) {
     reference::Drawn want = reference::Make(n);
@@ -188,10 +158,10 @@ TEST_F(CopyBitsTest, SeededSweepThroughTheDllMatchesTheReferenceModel) {
         SetPixelV(canvas.Dc(), x, y, RGB(v >> 16, v >> 8 & 255, v & 255));
       }
     UseBackground(c);
-    PixMap src = MapOf(want.src, want.src.depth == 1 && (n & 1));
+    const BitMap* src = MapOf(want.src, want.src.depth == 1 && (n & 1));
     RgnHandle mask = c.masked ? MaskOf(c, want.dst.width, want.dst.height) : nullptr;
     Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);
-    CopyBits(reinterpret_cast<BitMap*>(&src), &port.portBits, &s, &d, SInt16(c.mode), mask);
+    CopyBits(src, &port.portBits, &s, &d, SInt16(c.mode), mask);
     if (mask) DisposeRgn(mask);
     reference::Copy(want.src, want.dst, c);
     for (int y = 0; y < want.dst.height; ++y)
@@ -304,6 +274,32 @@ TEST_F(CopyBitsTest, MaskPicturesLetThroughOnlyTheirSetPixels) {
   CopyMask(&ink, &mask, &port.portBits, &s, nullptr, &d);
   CopyDeepMask(&ink, nullptr, &port.portBits, &s, &m, &d, 0, nullptr);
   EXPECT_EQ(BlackIn(0, 0, 32, 32), 0);
+}
+
+// Modes the pipeline cannot combine: its combining stage says so once a
+// copy and the pixels are copied without combining; GDI between two DCs
+// takes the mode's low four bits without a word.
+TEST_F(CopyBitsTest, ModesThePipelineCannotCombineCopyWithoutCombining) {
+  UInt8 ink[16], paper[16];
+  for (int i = 0; i < 16; ++i) ink[i] = UInt8(0x3C ^ i);
+  BitMap from{reinterpret_cast<Ptr>(ink), 2, R(0, 0, 16, 8)};
+  BitMap into{reinterpret_cast<Ptr>(paper), 2, R(0, 0, 16, 8)};
+  Rect all = R(0, 0, 16, 8);
+  for (SInt16 mode : {16, 20, 31, 40, 64 + 50, -3}) {
+    memset(paper, 0xFF, sizeof paper);
+    capture.Clear();
+    CopyBits(&from, &into, &all, &all, mode, nullptr);
+    ASSERT_EQ(capture.Reports().size(), 1u) << "mode " << mode;
+    EXPECT_NE(capture.Reports()[0].find("Undefined RGBCombineProc case"), std::string::npos);
+    EXPECT_EQ(memcmp(paper, ink, sizeof ink), 0) << "mode " << mode;
+  }
+  canvas.Clear();
+  Rect left = R(0, 0, 16, 8), right = R(20, 0, 36, 8);
+  CopyBits(&from, &port.portBits, &all, &left, srcCopy, nullptr);
+  capture.Clear();
+  CopyBits(&port.portBits, &port.portBits, &left, &right, 16 + srcCopy, nullptr);
+  EXPECT_TRUE(capture.Reports().empty());
+  EXPECT_EQ(canvas.Row(3, 0, 16), canvas.Row(3, 20, 36));
 }
 
 // What an application gets wrong: each call draws nothing and leaves the

@@ -214,18 +214,21 @@ inline std::vector<Colour> TableFor(int depth) {
 }
 
 // Case number n of a sweep: its images and copy, all from the one seed.
+// Depths other than 0 replace the ones the seed draws.
 struct Drawn {
   Image src, dst;
   Case c;
 };
 
-inline Drawn Make(uint32_t n) {
+inline Drawn Make(uint32_t n, int srcDepth = 0, int dstDepth = 0) {
   std::mt19937 rng(n);
   const int depths[] = {1, 2, 4, 8, 16, 32};
   const int modes[] = {0, 1, 2, 3, 4, 5, 6, 7, 32, 33, 34, 35, 36, 37, 38, 39, 64, 64, 64};
   Drawn d;
   auto image = [&](Image& im) {
     im.depth = depths[rng() % 6];
+    int forced = &im == &d.src ? srcDepth : dstDepth;
+    if (forced) im.depth = forced;
     im.width = 1 + static_cast<int>(rng() % 23);
     im.height = 1 + static_cast<int>(rng() % 17);
     im.rowBytes = ((im.width * im.depth + 7) / 8 + static_cast<int>(rng() % 4) + 1) & ~1;
