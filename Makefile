@@ -3,12 +3,14 @@
 #                under Wine and Xvfb, and save its screenshot
 #   make test  - install what is missing, build, run every test
 #   make format - rewrite every C/C++ file as .clang-format says
+#   make soak  - the document editor under 10,000 random user actions
+#                (make test runs a shorter run of the same seed)
 #   make mutants - apply each fault of tests/mutants.txt in turn and say
 #                which ones the tests catch (slow; not part of make test)
 BUILD ?= $(CURDIR)/build
 export BUILD
 
-.PHONY: all deps build demo test bench mutants format clean
+.PHONY: all deps build demo test soak bench mutants format clean
 
 all: demo
 
@@ -23,6 +25,9 @@ demo: build
 
 test: build
 	@scripts/run-tests.sh
+
+soak: build
+	@KWE_SOAK_ACTIONS=10000 CTEST_ARGS="-R EditorSoak" scripts/run-tests.sh
 
 bench: build
 	@scripts/run-bench.sh

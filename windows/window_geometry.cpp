@@ -148,6 +148,19 @@ KWE_API void KWE_CALL ZoomWindow(WindowPtr theWindow, SInt16 partCode, Boolean f
     PlacePortRect(theWindow, d->userState, true);
     Peek(theWindow)->spareFlag = false;
   } else {
+    if (!Peek(theWindow)->spareFlag) {
+      // Zooming out from the user state keeps where the window stands now,
+      // also after the program's own MoveWindow and SizeWindow, which do
+      // not pass through the user's WM_MOVE and WM_SIZE.
+      HWND hwnd = HwndOf(theWindow);
+      POINT at{0, 0}, origin = ParentOrigin(hwnd);
+      RECT client;
+      ClientToScreen(hwnd, &at);
+      GetClientRect(hwnd, &client);
+      d->userState =
+          Rect{SInt16(at.y - origin.y), SInt16(at.x - origin.x),
+               SInt16(at.y - origin.y + client.bottom), SInt16(at.x - origin.x + client.right)};
+    }
     if (!kwe::ReadSystemValue(kSysValueStandardStateAtOnce) ||
         d->stdState.bottom <= d->stdState.top)
       d->stdState = StandardStateOf(theWindow);

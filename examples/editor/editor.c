@@ -7,6 +7,8 @@
    follow the selection; a modal Find dialog; and the event loop around
    WaitNextEvent, sleeping for the caret's blink. The one change from its
    Macintosh source is <MacWindows.h> for <Windows.h>. */
+#include "editor.h"
+
 #include <Controls.h>
 #include <Desk.h>
 #include <Dialogs.h>
@@ -30,68 +32,6 @@
 #include <ToolUtils.h>
 #include <Traps.h>
 #include <Types.h>
-
-#define rMenuBar 128
-#define rAboutAlert 128
-#define rErrorAlert 129
-#define rSaveChangesAlert 130
-#define rFindDialog 200
-#define rPrefsDialog 201
-#define rDocWindow 128
-
-#define mApple 128
-#define iAbout 1
-#define mFile 129
-#define iNew 1
-#define iOpen 2
-#define iClose 3
-#define iSave 4
-#define iSaveAs 5
-#define iQuit 7
-#define mEdit 130
-#define iUndo 1
-#define iCut 3
-#define iCopy 4
-#define iPaste 5
-#define iClear 6
-#define iSelectAll 8
-#define iFind 10
-#define iFindAgain 11
-#define iPreferences 13
-#define mFont 131
-#define mSize 132
-#define mStyle 133
-#define iPlain 1
-
-/* The Save Changes alert's buttons and the Find dialog's items. */
-#define iSaveButton 1
-#define iCancelButton 2
-#define iDontSaveButton 3
-#define iFindText 3
-#define iCaseSensitive 5
-#define iWrapAround 6
-#define iSizeList 4
-
-#define kScrollBarWidth 16
-#define kTextMargin 4
-#define kMaxDocWidth 1000
-#define kMaxTELength 32000
-#define kMaxDocuments 8
-#define kMinDocSize 100
-#define kStagger 20
-#define kCreator 'KEDT'
-
-/* Each document window's record begins with its WindowRecord, so that the
-   window pointer the Window Manager hands back is the document. */
-typedef struct {
-  WindowRecord docWindow;
-  TEHandle docTE;
-  ControlHandle docVScroll;
-  ControlHandle docHScroll;
-  Boolean docDirty;
-  Boolean docHasFile;
-  FSSpec docFile;
-} DocumentRecord, *DocumentPeek;
 
 /* Read by whoever wants to know how the program found its world. */
 Boolean gHasWaitNextEvent;
@@ -132,11 +72,12 @@ static void GetTEViewRect(WindowPtr window, Rect* view) {
   InsetRect(view, kTextMargin, kTextMargin);
 }
 
-/* The line at the top of the view, counted from 0: the most lines whose
-   height fits above it. A styled record measures a line's top by adding up
-   the lines before it, so the count is searched by halves rather than line
-   by line, which would make every keystroke at the end of a long text cost
-   the square of its lines. */
+/* The line at the top of the view, counted from 0: the first whole line
+   in it (after TESelView the text may stand part of a line lower). A
+   styled record measures a line's top by adding up the lines before it, so
+   the count is searched by halves rather than line by line, which would
+   make every keystroke at the end of a long text cost the square of its
+   lines. */
 static short TopLine(TEHandle te) {
   short above = (short)((*te)->viewRect.top - (*te)->destRect.top);
   short low = 0, high = (*te)->nLines;
@@ -147,6 +88,7 @@ static short TopLine(TEHandle te) {
     else
       high = (short)(mid - 1);
   }
+  if (low < (*te)->nLines && (low > 0 ? TEGetHeight(low, 1, te) : 0) < above) ++low;
   return low;
 }
 
@@ -187,11 +129,13 @@ static void AdjustScrollBars(WindowPtr window, Boolean needsResize) {
   if (doc == nil) return;
   HideControl(doc->docVScroll);
   HideControl(doc->docHScroll);
+  /* Each bar stops at the grow box: on Windows a bar's edge is not the
+     grow box's black line, and whichever drew last would show. */
   if (needsResize) {
     MoveControl(doc->docVScroll, (short)(r.right - kScrollBarWidth + 1), -1);
-    SizeControl(doc->docVScroll, kScrollBarWidth, (short)(r.bottom - r.top - kScrollBarWidth + 3));
+    SizeControl(doc->docVScroll, kScrollBarWidth, (short)(r.bottom - r.top - kScrollBarWidth + 2));
     MoveControl(doc->docHScroll, -1, (short)(r.bottom - kScrollBarWidth + 1));
-    SizeControl(doc->docHScroll, (short)(r.right - r.left - kScrollBarWidth + 3), kScrollBarWidth);
+    SizeControl(doc->docHScroll, (short)(r.right - r.left - kScrollBarWidth + 2), kScrollBarWidth);
   }
   AdjustScrollValues(doc);
   ShowControl(doc->docVScroll);
@@ -203,7 +147,19 @@ static void AdjustScrollBars(WindowPtr window, Boolean needsResize) {
 static void AdjustAfterEdit(DocumentPeek doc, Boolean dirtied) {
   TESelView(doc->docTE);
   AdjustScrollValues(doc);
+  AdjustTE(doc); /* the text stands on the scroll bar's line */
   if (dirtied) doc->docDirty = true;
+}
+
+/* A page of the vertical scroll bar: the lines below the top that fit in
+   the view, less one that stays in sight. A styled record's lineHeight is
+   -1 (each line has its own), so the lines are measured. */
+static short PageLines(DocumentPeek doc) {
+  TEHandle te = doc->docTE;
+  short viewHeight = (short)((*te)->viewRect.bottom - (*te)->viewRect.top);
+  short top = (short)(GetControlValue(doc->docVScroll) + 1), fit = 0;
+  while (top + fit <= (*te)->nLines && TEGetHeight(top + fit, top, te) <= viewHeight) ++fit;
+  return fit > 1 ? (short)(fit - 1) : 1;
 }
 
 /* The scroll bars' action: arrows move a line or a few pixels, the page
@@ -215,10 +171,7 @@ static pascal void ScrollAction(ControlHandle control, short part) {
   if (doc == nil || part == 0) return;
   te = doc->docTE;
   if (control == doc->docVScroll) {
-    short viewLines = (short)(((*te)->viewRect.bottom - (*te)->viewRect.top) / (*te)->lineHeight);
-    amount = (part == inUpButton || part == inDownButton)
-                 ? 1
-                 : (short)(viewLines > 1 ? viewLines - 1 : 1);
+    amount = (part == inUpButton || part == inDownButton) ? 1 : PageLines(doc);
   } else {
     short viewWidth = (short)((*te)->viewRect.right - (*te)->viewRect.left);
     amount = (part == inUpButton || part == inDownButton) ? 16 : (short)(viewWidth / 2);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
+#include <vector>
 
 namespace kwe_drive {
 namespace {
@@ -56,7 +57,126 @@ void DescribeWindows() {
   EnumThreadWindows(GetWindowThreadProcessId(MainWindow(), nullptr), DescribeWindow, 1);
 }
 
+// The markers the program's thread has taken from its queue; the hook runs
+// on that thread.
+std::atomic<WPARAM> g_markerSeen{0};
+WPARAM g_markerPosted = 0;
+const UINT g_marker = RegisterWindowMessageA("KWE driver marker");
+
+LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
+  const MSG* m = reinterpret_cast<const MSG*>(message);
+  if (code == HC_ACTION && removed == PM_REMOVE && m->message == g_marker) g_markerSeen = m->wParam;
+  return CallNextHookEx(nullptr, code, removed, message);
+}
+
+void PassMarker(const std::string& step) {
+  static HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, SeeMarker, nullptr,
+                                        GetWindowThreadProcessId(MainWindow(), nullptr));
+  Check(hook != nullptr, "the driver's hook is on the program's thread");
+  WPARAM serial = ++g_markerPosted;
+  PostMessageA(MainWindow(), g_marker, serial, 0);
+  WaitFor([serial] { return g_markerSeen >= serial; }, step + ": the program takes its input");
+}
+
+BOOL CALLBACK CountWindow(HWND, LPARAM count) {
+  ++*reinterpret_cast<int*>(count);
+  return TRUE;
+}
+
+BOOL CALLBACK CountProcessWindow(HWND window, LPARAM count) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process != GetCurrentProcessId()) return TRUE;
+  CountWindow(window, count);
+  EnumChildWindows(window, CountWindow, count);
+  return TRUE;
+}
+
+BOOL CALLBACK AddUpdateRegion(HWND window, LPARAM dirty) {
+  if (GetUpdateRect(window, nullptr, FALSE)) *reinterpret_cast<bool*>(dirty) = true;
+  return TRUE;
+}
+
+bool AnyUpdatePending() {
+  bool dirty = false;
+  DWORD thread = GetWindowThreadProcessId(MainWindow(), nullptr);
+  EnumThreadWindows(thread, AddUpdateRegion, reinterpret_cast<LPARAM>(&dirty));
+  EnumChildWindows(MainWindow(), AddUpdateRegion, reinterpret_cast<LPARAM>(&dirty));
+  return dirty;
+}
+
 }  // namespace
+
+void Settle(const std::string& step) {
+  PassMarker(step);
+  WaitFor([] { return !AnyUpdatePending(); }, step + ": the program draws its windows");
+  PassMarker(step);
+}
+
+void MouseTo(POINT at) {
+  INPUT in{};
+  in.type = INPUT_MOUSE;
+  int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+  in.mi.dx = (at.x * 65536 + width - 1) / width;
+  in.mi.dy = (at.y * 65536 + height - 1) / height;
+  in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  SendInput(1, &in, sizeof in);
+}
+
+void MouseButton(bool down) {
+  INPUT in{};
+  in.type = INPUT_MOUSE;
+  in.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+  SendInput(1, &in, sizeof in);
+}
+
+void Drag(POINT from, POINT to, const std::string& step) {
+  MouseTo(from);
+  MouseButton(true);
+  Settle(step);
+  MouseTo(to);
+  Sleep(60);
+  MouseButton(false);
+  Settle(step);
+}
+
+POINT FrameSpot(HWND window, LRESULT hit) {
+  RECT r;
+  GetWindowRect(window, &r);
+  int y = r.top + GetSystemMetrics(SM_CYFRAME) + GetSystemMetrics(SM_CYCAPTION) / 2;
+  for (int x = r.right - 2; x > r.left; x -= 2)
+    if (SendMessageA(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == hit) return POINT{x, y};
+  return POINT{-1, -1};
+}
+
+int CountProcessWindows() {
+  int count = 0;
+  EnumWindows(CountProcessWindow, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+std::vector<unsigned char> CaptureWindow(HWND window, SIZE* size) {
+  RECT r;
+  GetWindowRect(window, &r);
+  *size = SIZE{r.right - r.left, r.bottom - r.top};
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, size->cx, -size->cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HDC dc = GetWindowDC(window), memory = CreateCompatibleDC(dc);
+  HBITMAP image = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ old = SelectObject(memory, image);
+  BitBlt(memory, 0, 0, size->cx, size->cy, dc, 0, 0, SRCCOPY);
+  GdiFlush();
+  std::vector<unsigned char> rgb(size_t(size->cx) * size_t(size->cy) * 3);
+  const auto* bgrx = static_cast<const unsigned char*>(bits);
+  for (size_t i = 0; bgrx && i < rgb.size() / 3; ++i)
+    for (int c = 0; c < 3; ++c) rgb[i * 3 + c] = bgrx[i * 4 + 2 - c];
+  SelectObject(memory, old);
+  DeleteObject(image);
+  DeleteDC(memory);
+  ReleaseDC(window, dc);
+  return rgb;
+}
 
 bool StartScript(Script script) {
   std::atexit(Verdict);

@@ -41,4 +41,24 @@ void ClickClient(HWND window, int x, int y);
 COLORREF ClientPixel(HWND window, int x, int y);
 SIZE ClientSize(HWND window);
 
+// Waits until the program has taken every message posted to it so far,
+// drawn what that made it draw and come back for more: a marker message
+// seen by a hook on its thread, the windows' update regions empty, and a
+// second marker behind them.
+void Settle(const std::string& step);
+// Real mouse input (SendInput), in screen coordinates: what TrackControl,
+// TEClick and Windows' own frame loops read.
+void MouseTo(POINT at);
+void MouseButton(bool down);
+// Presses at from, moves to to and releases, settling in between.
+void Drag(POINT from, POINT to, const std::string& step);
+// A frame spot of window whose hit test is hit (HTCAPTION, HTMAXBUTTON,
+// HTCLOSE), in screen coordinates; {-1, -1} when the frame has none.
+POINT FrameSpot(HWND window, LRESULT hit);
+// The window's top-level and child windows of this process; what USER
+// still holds once the program's windows are closed.
+int CountProcessWindows();
+// The window's pixels as 8-bit RGB rows, frame and all.
+std::vector<unsigned char> CaptureWindow(HWND window, SIZE* size);
+
 }  // namespace kwe_drive

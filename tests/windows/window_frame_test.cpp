@@ -246,4 +246,18 @@ TEST_F(MdiWindowTest, DocumentsAreMdiChildrenAndKeepTheirMinimumSize) {
             std::make_pair(SInt16(150), SInt16(120)));
 }
 
+// The program's own MoveWindow and SizeWindow, then the zoom box out and in:
+// the window comes back where the program last put it, not where it was made.
+TEST_F(FrameInput, ZoomingInReturnsWhereTheProgramPutTheWindow) {
+  WindowPtr w = Make(zoomDocProc, {60, 40, 160, 200});
+  MoveWindow(w, 130, 90, false);
+  SizeWindow(w, 220, 120, true);
+  RECT placed = ClientInParent(w);
+  ZoomWindow(w, inZoomOut, false);
+  ZoomWindow(w, inZoomIn, false);
+  RECT back = ClientInParent(w);
+  EXPECT_TRUE(EqualRect(&placed, &back))
+      << back.left << "," << back.top << " " << back.right << "," << back.bottom;
+}
+
 }  // namespace

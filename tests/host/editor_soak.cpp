@@ -1,0 +1,325 @@
+// The document editor under a long run of random user actions: typing,
+// menu commands, clicks in windows and their scroll bars, title-bar drags,
+// close and zoom boxes, files opened again, and whatever dialog or alert
+// that brings up answered with one of its buttons. The run is replayable:
+// KWE_SOAK_SEED and KWE_SOAK_ACTIONS (default 27 and 400; `make soak` runs
+// 10,000) choose it, and every failure names the seed and the action.
+// After a warm-up that opens the most windows the editor opens, chooses
+// every menu command once and closes every window (Windows' first-use
+// caches, such as each common dialog's, are made then), USER's windows and
+// GDI's objects are counted; after the run and closing every window again
+// the windows, fonts and brushes are back to that count. An idle program
+// must sleep: its thread's CPU time over a second of WaitNextEvent stays
+// under 150 ms (Wine's own work on the thread takes some tens; a program
+// that polls takes most of the second), with no window and with a
+// blinking caret. KWE_SOAK_TRACE=1 prints each action and the GDI
+// objects after it.
+#include <winternl.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <random>
+
+#include "KWEWindows.h"
+#include "editor.h"
+#include "host/program_driver.h"
+
+namespace {
+
+using namespace kwe_drive;
+
+constexpr int kApple = 0, kFile = 1, kEdit = 2, kFont = 3, kSize = 4, kStyle = 5;
+
+struct Soak {
+  unsigned seed = 27;
+  int actions = 400;
+  int step = 0;
+  std::string what;  // the action under way, for the failure messages
+  std::mt19937 random;
+  std::string folder;
+} g;
+
+int Pick(int n) { return int(g.random() % unsigned(n)); }
+
+std::string Where() {
+  return "seed " + std::to_string(g.seed) + ", action " + std::to_string(g.step) + " (" + g.what +
+         ")";
+}
+
+// GDI objects of this process: all of them, and the fonts and brushes the
+// library makes for its ports. Windows counts them for GetGuiResources;
+// Wine answers 0 there, but keeps Windows' table of GDI handles that the
+// process block points to, whose used entries have a type.
+struct GdiCount {
+  int all = 0, fonts = 0, brushes = 0;
+};
+
+GdiCount GdiObjects() {
+  GdiCount count;
+  struct Entry {
+    UINT64 object;
+    ULONG owner;
+    USHORT unique;
+    UCHAR type, flags;
+    UINT64 user;
+  };
+  using Query = NTSTATUS(WINAPI*)(HANDLE, PROCESSINFOCLASS, PVOID, ULONG, PULONG);
+  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQueryInformationProcess")));
+  PROCESS_BASIC_INFORMATION basic{};
+  if (!query || query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr))
+    return count;
+  const size_t tableOffset = sizeof(void*) == 8 ? 0xF8 : 0x94;
+  auto* peb = reinterpret_cast<const unsigned char*>(basic.PebBaseAddress);
+  const auto* table = *reinterpret_cast<const Entry* const*>(peb + tableOffset);
+  std::map<int, int> types;
+  for (int i = 0; table && i < 0x10000; ++i)
+    if (table[i].type) ++count.all, ++types[table[i].type];
+  count.fonts = types[0x0A];
+  count.brushes = types[0x10];
+  if (DWORD n = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) count.all = int(n);
+  if (std::getenv("KWE_SOAK_TRACE"))
+    std::printf("  gdi: %d (%d device contexts, %d regions, %d bitmaps, %d fonts, %d brushes)\n",
+                count.all, types[1], types[4], types[5], count.fonts, count.brushes);
+  return count;
+}
+
+// The program's thread's CPU time, in milliseconds.
+double ProgramCpuMs() {
+  HANDLE thread =
+      OpenThread(THREAD_QUERY_INFORMATION, FALSE, GetWindowThreadProcessId(MainWindow(), nullptr));
+  FILETIME created, ended, kernel, user;
+  GetThreadTimes(thread, &created, &ended, &kernel, &user);
+  CloseHandle(thread);
+  auto ms = [](FILETIME t) {
+    return double(UINT64(t.dwHighDateTime) << 32 | t.dwLowDateTime) / 1e4;
+  };
+  return ms(kernel) + ms(user);
+}
+
+std::vector<HWND> Documents() {
+  std::vector<HWND> documents;
+  for (HWND w : LibraryWindows())
+    if (!ChildWithText(w, "OK") && !ChildWithText(w, "Cancel")) documents.push_back(w);
+  return documents;
+}
+
+void Type(const std::string& text) {
+  for (char c : text) PostMessageA(MainWindow(), WM_CHAR, WPARAM(static_cast<unsigned char>(c)), 1);
+}
+
+void PostFrameClick(HWND w, LRESULT hit) {
+  POINT spot = FrameSpot(w, hit);
+  if (spot.x < 0) return;
+  SetCursorPos(spot.x, spot.y);
+  PostMessageA(w, WM_NCLBUTTONDOWN, WPARAM(hit), MAKELPARAM(spot.x, spot.y));
+  PostMessageA(w, WM_LBUTTONUP, 0, 0);
+}
+
+POINT RandomPointIn(HWND w) {
+  RECT r;
+  GetWindowRect(w, &r);
+  return POINT{r.left + 4 + Pick(std::max(1, int(r.right - r.left) - 8)),
+               r.top + 4 + Pick(std::max(1, int(r.bottom - r.top) - 8))};
+}
+
+// A dialog or alert, answered as a user might: one of its buttons, and
+// sometimes the common file dialog answered with a file to open.
+bool AnswerWhatIsUp() {
+  if (HWND common = FindWindowA("#32770", nullptr); common && IsWindowVisible(common)) {
+    HWND field = GetDlgItem(common, edt1);
+    if (!field)
+      if (HWND combo = GetDlgItem(common, cmb13))
+        field = FindWindowExA(combo, nullptr, "Edit", nullptr);
+    char title[64] = "";
+    GetWindowTextA(common, title, sizeof title);
+    bool open = std::string(title).find("Open") != std::string::npos;
+    if (open && field && Pick(2)) {
+      std::string path = g.folder + "\\doc" + std::to_string(Pick(3)) + ".txt";
+      SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+      PostMessageA(common, WM_COMMAND, IDOK, 0);
+    } else {
+      PostMessageA(common, WM_COMMAND, IDCANCEL, 0);
+    }
+    return true;
+  }
+  for (HWND w : LibraryWindows()) {
+    std::vector<HWND> buttons;
+    for (const char* name : {"OK", "Cancel", "Don't Save", "Find"})
+      if (HWND b = ChildWithText(w, name)) buttons.push_back(b);
+    if (buttons.empty()) continue;
+    if (HWND field = FindWindowExA(w, nullptr, "Edit", nullptr); field && Pick(2))
+      SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("line"));
+    HWND b = buttons[size_t(Pick(int(buttons.size())))];
+    PostMessageA(w, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(b), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(b));
+    return true;
+  }
+  return false;
+}
+
+void SettleAndAnswer() {
+  for (int round = 0; round < 20; ++round) {
+    Settle(Where());
+    if (!AnswerWhatIsUp()) return;
+  }
+  Check(false, Where() + ": dialogs keep coming");
+}
+
+const int kMenuItems[][2] = {{kApple, 0}, {kFile, 0},  {kFile, 1},  {kFile, 2},  {kFile, 3},
+                             {kFile, 4},  {kEdit, 0},  {kEdit, 2},  {kEdit, 3},  {kEdit, 4},
+                             {kEdit, 5},  {kEdit, 7},  {kEdit, 9},  {kEdit, 10}, {kEdit, 12},
+                             {kFont, 0},  {kSize, -1}, {kStyle, -1}};
+
+void RandomAction() {
+  if (std::getenv("KWE_SOAK_TRACE")) std::printf("action %d\n", g.step), std::fflush(stdout);
+  std::vector<HWND> documents = Documents();
+  HWND target = documents.empty() ? nullptr : documents[size_t(Pick(int(documents.size())))];
+  switch (int kind = Pick(10); target ? kind : kind % 3) {
+    case 0: {
+      std::string text;
+      for (int n = 1 + Pick(8); n > 0; --n)
+        text += Pick(8) == 0 ? '\r' : Pick(10) == 0 ? '\b' : char(' ' + Pick(95));
+      g.what = "type " + std::to_string(text.size()) + " characters";
+      Type(text);
+      break;
+    }
+    case 1:
+    case 2: {
+      const int* item = kMenuItems[Pick(int(std::size(kMenuItems)))];
+      int position = item[1] >= 0 ? item[1] : Pick(6);
+      if (item[0] == kFont)
+        position = Pick(GetMenuItemCount(GetSubMenu(GetMenu(MainWindow()), kFont)));
+      g.what = "menu " + std::to_string(item[0]) + " item " + std::to_string(position);
+      ChooseMenuItem(item[0], position);
+      break;
+    }
+    case 3:
+    case 4:
+    case 5: {
+      POINT at = RandomPointIn(target);
+      g.what = "click at " + std::to_string(at.x) + "," + std::to_string(at.y);
+      MouseTo(at);
+      MouseButton(true);
+      if (Pick(3) == 0) MouseTo(RandomPointIn(target));  // a drag: a selection, a thumb
+      MouseButton(false);
+      break;
+    }
+    case 6: {
+      POINT grab = FrameSpot(target, HTCAPTION);
+      if (grab.x < 0) return;
+      POINT to{grab.x + Pick(121) - 60, grab.y + Pick(81) - 40};
+      g.what = "drag the title bar to " + std::to_string(to.x) + "," + std::to_string(to.y);
+      Drag(grab, to, Where());
+      break;
+    }
+    case 7:
+      g.what = "close box";
+      PostFrameClick(target, HTCLOSE);
+      break;
+    case 8:
+      g.what = "zoom box";
+      PostFrameClick(target, HTMAXBUTTON);
+      break;
+    default:
+      g.what = "open a file";
+      ChooseMenuItem(kFile, 1);
+      break;
+  }
+  if (std::getenv("KWE_SOAK_TRACE")) std::printf("  %s\n", g.what.c_str()), std::fflush(stdout);
+  SettleAndAnswer();
+  if (std::getenv("KWE_SOAK_TRACE")) GdiObjects();
+  Check(IsWindow(MainWindow()), Where() + ": the program still runs");
+}
+
+void CloseEverything() {
+  g.what = "close every window";
+  for (int round = 0; round < 40 && !Documents().empty(); ++round) {
+    ChooseMenuItem(kFile, 2);  // Close
+    Settle(Where());
+    for (HWND w : LibraryWindows())
+      if (HWND b = ChildWithText(w, "Don't Save"))
+        PostMessageA(w, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(b), BN_CLICKED),
+                     reinterpret_cast<LPARAM>(b));
+    SettleAndAnswer();
+  }
+  Check(Documents().empty() && gDocumentCount == 0, Where() + ": every window closes");
+}
+
+void CheckIdle(const std::string& state) {
+  Settle(state);
+  Sleep(500);  // what the last input set going (a caption redrawn) ends
+  double before = ProgramCpuMs();
+  Sleep(1000);
+  double used = ProgramCpuMs() - before;
+  Check(used < 60,
+        state + ": the idle program used " + std::to_string(int(used)) + " ms of CPU in a second");
+}
+
+void Script() {
+  if (const char* seed = std::getenv("KWE_SOAK_SEED"))
+    g.seed = unsigned(std::strtoul(seed, nullptr, 10));
+  if (const char* n = std::getenv("KWE_SOAK_ACTIONS")) g.actions = std::atoi(n);
+  std::printf("soak: seed %u, %d actions (KWE_SOAK_SEED, KWE_SOAK_ACTIONS)\n", g.seed, g.actions);
+  std::fflush(stdout);
+  g.random.seed(g.seed);
+  char temp[MAX_PATH];
+  GetTempPathA(MAX_PATH, temp);
+  g.folder = std::string(temp) + "kwe_soak_" + std::to_string(GetCurrentProcessId());
+  CreateDirectoryA(g.folder.c_str(), nullptr);
+  for (int i = 0; i < 3; ++i) {
+    std::ofstream out(g.folder + "\\doc" + std::to_string(i) + ".txt", std::ios::binary);
+    for (int line = 0; line < 20 * (i + 1); ++line)
+      out << "line " << line << " of doc " << i << "\r";
+  }
+  WaitFor([] { return MainWindow() && !Documents().empty(); }, "the editor opens its first window");
+  // The common dialogs list the current folder, and Windows caches an icon
+  // for each kind of file they show: the folder of the documents shows the
+  // same three all through.
+  SetCurrentDirectoryA(g.folder.c_str());
+
+  // The warm-up: as many documents as the editor opens, then every menu
+  // command once over them, answered as the random run answers; then every
+  // window closed, and the counts taken. (Wine keeps the device contexts of
+  // its window-DC cache, which grows to the most windows ever open at once.)
+  for (int i = 0; i < kMaxDocuments; ++i) {
+    g.what = "warm-up: a new window";
+    ChooseMenuItem(kFile, 0);
+    SettleAndAnswer();
+  }
+  for (const auto& item : kMenuItems) {
+    g.what = "warm-up: menu " + std::to_string(item[0]) + " item " + std::to_string(item[1]);
+    ChooseMenuItem(item[0], std::max(item[1], 0));
+    SettleAndAnswer();
+  }
+  CloseEverything();
+  int windows = CountProcessWindows();
+  GdiCount gdi = GdiObjects();
+  for (g.step = 1; g.step <= g.actions; ++g.step) RandomAction();
+  CloseEverything();
+  g.what = "after the run";
+  int windowsNow = CountProcessWindows();
+  GdiCount gdiNow = GdiObjects();
+  Check(windowsNow == windows, Where() + ": USER holds as many windows as after the warm-up: " +
+                                   std::to_string(windowsNow) + ", then " +
+                                   std::to_string(windows));
+  Check(gdiNow.fonts == gdi.fonts && gdiNow.brushes == gdi.brushes,
+        Where() + ": the fonts and brushes of the closed ports are gone: " +
+            std::to_string(gdiNow.fonts) + " fonts and " + std::to_string(gdiNow.brushes) +
+            " brushes, then " + std::to_string(gdi.fonts) + " and " + std::to_string(gdi.brushes));
+  // All GDI objects, for the record: the common file dialogs' caches keep
+  // a varying number of device contexts, regions and bitmaps beyond the
+  // warm-up, so the total is printed rather than held to the count.
+  std::printf("soak: %d GDI objects after the warm-up, %d after the run\n", gdi.all, gdiNow.all);
+  CheckIdle("with no window");
+  ChooseMenuItem(kFile, 0);  // New
+  CheckIdle("with a window and its blinking caret");
+  Finished();
+  ChooseMenuItem(kFile, 6);  // Quit: the new window is unchanged
+}
+
+const bool g_started = StartScript(Script);
+
+}  // namespace
