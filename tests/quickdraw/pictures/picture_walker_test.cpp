@@ -153,7 +153,7 @@ TEST(PictureWalker, UnknownOpcodesAreSkippedBySize) {
       {0x0073, {0, 14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 2}},  // InvertPoly is read past
       {0x0075, {0, 10, 0, 0, 0, 0, 0, 0, 0, 0}},
       {0x007A, {}},
-      {0x0081, {0, 12, 0, 0, 0, 0, 0, 5, 0, 5, 1, 2}},  // PaintRgn: not drawn
+      {0x0085, {0, 12, 0, 0, 0, 0, 0, 5, 0, 5, 1, 2}},  // a reserved region verb
       {0x008A, {}},
       {0x0092, {0, 2, 1, 1}},
       {0x00A5, {0, 4, 1, 2, 3, 4}},
@@ -277,7 +277,7 @@ TEST(PictureWalker, TruncatedAndGarbledPicturesEndCleanly) {
   p.Word(0x0009).Fill(8, 0xAA);
   p.Word(0x0081).Word(36).Rect(0, 0, 20, 20).Word(0).Word(0).Word(10).Word(0x7FFF);
   p.Word(10).Word(0).Word(20).Word(0x7FFF).Word(20).Word(10).Word(20).Word(0x7FFF).Word(0x7FFF);
-  p.Word(0x0014).Word(1).Fill(8, 0x0F).Word(0x8002).Rect(0, 0, 2, 8).Fill(12);
+  p.Word(0x0014).Word(1).Fill(8, 0x0F).Word(0x8002).Rect(0, 0, 2, 8).Fill(16);
   p.Word(0).Word(2).Word(1).Word(2).Fill(12).Long(0).Word(0).Word(1).Fill(16, 0x80);
   p.Byte(0x5A).Byte(0xA5).Byte(0x33).Byte(0xCC);
   p.Word(0x0070).Word(18).Rect(0, 0, 9, 9).Word(1).Word(1).Word(8).Word(8);
