@@ -87,8 +87,25 @@ int main(int argc, char** argv) {
   direct.Word(0x009A).Long(0xFF).PixMap(32, 3, 16, 3).Rect(0, 0, 4, 16).Rect(0, 0, 4, 16).Word(0);
   for (int row = 0; row < 4; ++row) direct.Byte(3).Byte(0xF1).Word(0x7C1F);
   direct.End();
-  bool ok = Write(dir, "empty", empty) && Write(dir, "shapes", shapes) &&
-            Write(dir, "text", text) && Write(dir, "version1", v1) &&
-            Write(dir, "indexed", pixels) && Write(dir, "direct", direct);
+  // Regions in their lines (a clip and a painted one), an RGB pen pattern
+  // and a full 2-bit fill pattern with its colour table.
+  Picture regions;
+  regions.Header();
+  for (int op : {0x0001, 0x0081}) {
+    regions.Word(op).Word(36).Rect(0, 0, 20, 20).Word(0).Word(0).Word(10).Word(0x7FFF);
+    regions.Word(10).Word(0).Word(20).Word(0x7FFF).Word(20).Word(10).Word(20).Word(0x7FFF);
+    regions.Word(0x7FFF);
+  }
+  regions.Word(0x0013).Word(2).Long(0).Long(0).Word(0xFFFF).Word(0x8000).Word(0);
+  regions.Word(0x0014).Word(1).Long(0x0F0F0F0F).Long(0xF0F0F0F0).Word(0x8002).Rect(0, 0, 8, 8);
+  regions.Word(0).Word(0).Long(0).Long(72u << 16).Long(72u << 16).Word(0).Word(2).Word(1).Word(2);
+  regions.Long(0).Long(0).Long(0).Long(0).Word(0).Word(3);
+  for (int i = 0; i < 4; ++i) regions.Word(i).Word(i * 0x5555).Word(0).Word(0xFFFF - i * 0x5555);
+  for (int row = 0; row < 8; ++row) regions.Byte(0x1B).Byte(0xE4);
+  regions.Word(0x0034).Rect(2, 2, 18, 18).End();
+  bool ok = Write(dir, "regions", regions) && Write(dir, "empty", empty) &&
+            Write(dir, "shapes", shapes) && Write(dir, "text", text) &&
+            Write(dir, "version1", v1) && Write(dir, "indexed", pixels) &&
+            Write(dir, "direct", direct);
   return ok ? 0 : 1;
 }

@@ -38,6 +38,12 @@ KWE_API void KWE_CALL PicComment(SInt16 kind, SInt16 dataSize, Handle dataHandle
    recording state is kept and restored by ClosePicture), and playback
    keeps the port's drawing state around a nested DrawPicture. */
 KWE_API void KWE_CALL KWE_AllowPictStatePush(Boolean allow);
+/* A picture for the scrap: a 10-byte header (size, frame (0, 0, height,
+   width)) and a packed DIB of rect's size, 8 bits with the system palette
+   on a palette screen, else 24. The current port's drawing until
+   ClosePicture goes into the DIB; DrawPicture draws it as a bitmap. 0 for
+   an empty rect. */
+KWE_API PicHandle KWE_CALL KWE_OpenScrapPict(const Rect* rect);
 
 /* --- Masks and seed fill over 1-bit rows (rows of `words` 16-bit words). */
 /* Sets in dst every white pixel of src that can be reached from

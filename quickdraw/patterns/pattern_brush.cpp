@@ -12,9 +12,29 @@
 namespace kwe::quickdraw {
 namespace {
 
+// A brush of a monochrome DDB (16-bit rows) reaches an enhanced metafile
+// misread, every other row black, so the pattern goes in as a 1-bit DIB
+// (32-bit rows, bottom-up) with its two colours in the table: 1 bits, the
+// Macintosh's foreground, take fg. Palette-relative colours have no RGB to
+// put in a table and keep the DDB brush, which takes the DC's text and
+// background colours.
 HBRUSH MakeBrush(const Pattern& pat, COLORREF fg, COLORREF bk) {
   if (PatternIsSolid(pat, 0xFF)) return CreateSolidBrush(fg);
   if (PatternIsSolid(pat, 0x00)) return CreateSolidBrush(bk);
+  if ((fg | bk) >> 24 == 0) {
+    struct {
+      BITMAPINFOHEADER header;
+      RGBQUAD colours[2];
+      DWORD rows[8];
+    } dib{};
+    dib.header = BITMAPINFOHEADER{sizeof dib.header, 8, 8, 1, 1, BI_RGB, 0, 0, 0, 2, 0};
+    for (int i = 0; i < 2; ++i) {
+      COLORREF c = i ? fg : bk;
+      dib.colours[i] = RGBQUAD{GetBValue(c), GetGValue(c), GetRValue(c), 0};
+    }
+    for (int i = 0; i < 8; ++i) dib.rows[7 - i] = pat.pat[i];  // the first byte of each row
+    if (HBRUSH brush = CreateDIBPatternBrushPt(&dib, DIB_RGB_COLORS)) return brush;
+  }
   WORD rows[8];  // monochrome bitmap rows are 16-bit aligned
   for (int i = 0; i < 8; ++i) rows[i] = static_cast<WORD>(static_cast<UInt8>(~pat.pat[i]));
   HBITMAP bits = CreateBitmap(8, 8, 1, 1, rows);

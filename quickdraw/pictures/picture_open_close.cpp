@@ -39,8 +39,14 @@ void WriteSizeAndFrame(UInt8* p, uint16_t size, const Rect& frame) {
   PutBE16(p + 8, static_cast<uint16_t>(frame.right));
 }
 
+// Another picture may be opened on a port that records only when pushing
+// is allowed.
+bool MayOpen(GrafPtr port) { return port && CurrentAttr() && (!port->picSave || g_allowPush); }
+
+}  // namespace
+
 // The port's state that playback starts from, and the pen hidden.
-PicHandle StartRecording(GrafPtr port, Handle pic) {
+RecordState& StartRecording(GrafPtr port, Handle pic) {
   RecordState s;
   s.port = port;
   s.pic = pic;
@@ -49,14 +55,23 @@ PicHandle StartRecording(GrafPtr port, Handle pic) {
   g_states.push_back(s);
   port->picSave = pic;
   HidePen();
-  return reinterpret_cast<PicHandle>(pic);
+  return g_states.back();
 }
 
-// Another picture may be opened on a port that records only when pushing
-// is allowed.
-bool MayOpen(GrafPtr port) { return port && CurrentAttr() && (!port->picSave || g_allowPush); }
+// Version opcode, version 2, header opcode, then the header: version -1,
+// the frame as Fixed left, top, right, bottom, and a reserved long.
+void PutOpenPictureHeader(const Rect& frame) {
+  UInt8 header[30] = {0x00, 0x11, 0x02, 0xFF, 0x0C, 0x00, 0xFF, 0xFF, 0xFF, 0xFF};
+  const SInt16 edges[4] = {frame.left, frame.top, frame.right, frame.bottom};
+  for (int i = 0; i < 4; ++i) PutBE32(header + 10 + 4 * i, static_cast<uint32_t>(edges[i]) << 16);
+  PutPictureBytes(header, sizeof header);
+}
 
-}  // namespace
+Handle RecordingTarget(GrafPtr port) {
+  RecordState* s = port ? StateOf(port) : nullptr;
+  if (s && s->opcodes) return s->opcodes;
+  return port ? port->picSave : nullptr;
+}
 
 RecordState* StateOf(GrafPtr port) {
   for (auto it = g_states.rbegin(); it != g_states.rend(); ++it)
@@ -90,14 +105,9 @@ KWE_API PicHandle KWE_CALL OpenPicture(const Rect* picFrame) {
   Handle pic = NewHandle(10);
   if (!pic) return nullptr;
   WriteSizeAndFrame(reinterpret_cast<UInt8*>(*pic), 10, *picFrame);
-  PicHandle result = StartRecording(port, pic);
-  // Version opcode, version 2, header opcode, then the header: version -1,
-  // the frame as Fixed left, top, right, bottom, and a reserved long.
-  UInt8 header[30] = {0x00, 0x11, 0x02, 0xFF, 0x0C, 0x00, 0xFF, 0xFF, 0xFF, 0xFF};
-  const SInt16 edges[4] = {picFrame->left, picFrame->top, picFrame->right, picFrame->bottom};
-  for (int i = 0; i < 4; ++i) PutBE32(header + 10 + 4 * i, static_cast<uint32_t>(edges[i]) << 16);
-  PutPictureBytes(header, sizeof header);
-  return result;
+  StartRecording(port, pic);
+  PutOpenPictureHeader(*picFrame);
+  return reinterpret_cast<PicHandle>(pic);
 }
 
 KWE_API PicHandle KWE_CALL OpenCPicture(const OpenCPicParams* params) {
@@ -114,7 +124,8 @@ KWE_API PicHandle KWE_CALL OpenCPicture(const OpenCPicParams* params) {
   const Rect& r = params->srcRect;
   const SInt16 edges[4] = {r.top, r.left, r.bottom, r.right};
   for (int i = 0; i < 4; ++i) PutBE16(p + 28 + 2 * i, static_cast<uint16_t>(edges[i]));
-  return StartRecording(port, pic);
+  StartRecording(port, pic);
+  return reinterpret_cast<PicHandle>(pic);
 }
 
 // The end opcode (after a pad byte when the length is odd), then picSize
@@ -123,8 +134,10 @@ KWE_API PicHandle KWE_CALL OpenCPicture(const OpenCPicParams* params) {
 KWE_API void KWE_CALL ClosePicture(void) {
   GrafPtr port = CurrentPort();
   if (!port || !port->picSave) return;
-  Handle pic = port->picSave;
+  Handle scrap = port->picSave;
   RecordState* s = StateOf(port);
+  Handle pic = RecordingTarget(port);
+  Rect scrapRect = s ? s->scrapRect : Rect{};
   if (*pic) {
     const UInt8 end[3] = {0x00, 0x00, 0xFF};
     long size = GetHandleSize(pic);
@@ -138,6 +151,7 @@ KWE_API void KWE_CALL ClosePicture(void) {
   port->picSave = s ? s->outerPic : nullptr;
   if (s) g_states.erase(g_states.begin() + (s - g_states.data()));
   ShowPen();
+  if (pic != scrap) FinishScrapPicture(scrap, pic, scrapRect);
 }
 
 KWE_API void KWE_CALL KillPicture(PicHandle myPicture) {
@@ -155,7 +169,7 @@ KWE_API void KWE_CALL KWE_AllowPictStatePush(Boolean allow) { g_allowPush = allo
 KWE_API void KWE_CALL StdPutPic(const void* dataPtr, SInt16 byteCount) {
   GrafPtr port = CurrentPort();
   if (!port || !dataPtr || byteCount <= 0) return;
-  Handle pic = port->picSave;
+  Handle pic = RecordingTarget(port);
   if (!pic || !*pic) return;
   long size = GetHandleSize(pic);
   SetHandleSize(pic, size + byteCount);

@@ -12,15 +12,20 @@
 #include "Fonts.h"
 #include "Memory.h"
 #include "Quickdraw.h"
+#include "QuickdrawColour.h"
 #include "frame/low_memory.h"
 #include "quickdraw/copybits/raster_ops.h"
 #include "quickdraw/patterns/port_patterns.h"
+#include "quickdraw/pictures/picture_state.h"
 #include "quickdraw/pictures/picture_walker.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/regions/region_record.h"
+#include "quickdraw/text/text_rotation.h"
 
 namespace kwe::pictures {
 namespace {
 
+using quickdraw::AsColour;
 using quickdraw::CurrentAttr;
 using quickdraw::CurrentPort;
 using quickdraw::IsColourPort;
@@ -58,10 +63,87 @@ SInt16 Clamp(int64_t v) { return static_cast<SInt16>(std::clamp<int64_t>(v, -327
 
 bool Empty(const Rect& r) { return r.bottom <= r.top || r.right <= r.left; }
 
+// The pixel patterns a picture makes, disposed once the port has its own
+// patterns back.
+struct PatternStore {
+  std::vector<PixPatHandle> made;
+  PatternStore() = default;
+  PatternStore(const PatternStore&) = delete;
+  PatternStore& operator=(const PatternStore&) = delete;
+  ~PatternStore() {
+    for (PixPatHandle pp : made) DisposePixPat(pp);
+  }
+};
+
+// Pixels of 16 and 32 bits come big-endian in a picture and are held in
+// the processor's order.
+void SwapPixels(uint8_t* row, size_t rowBytes, int depth) {
+  if (depth != 16 && depth != 32) return;
+  size_t step = static_cast<size_t>(depth / 8);
+  for (size_t at = 0; at + step <= rowBytes; at += step) std::reverse(row + at, row + at + step);
+}
+
+// A full pixel pattern of the picture's: its map, colours and rows. A map
+// whose sizes disagree with its rows draws as its old-style pattern (the
+// brush maker refuses it).
+PixPatHandle MakePixelPattern(const PatternImage& image) {
+  PixPatHandle pp = NewPixPat();
+  if (!pp) return nullptr;
+  std::memcpy((*pp)->pat1Data.pat, image.pat, 8);
+  Handle table = reinterpret_cast<Handle>((**(*pp)->patMap).pmTable);
+  Size tableBytes =
+      static_cast<Size>(8 + sizeof(ColorSpec) * std::max<size_t>(1, image.colours.size()));
+  if (table) SetHandleSize(table, tableBytes);
+  Handle data = (*pp)->patData;
+  SetHandleSize(data, static_cast<Size>(image.rows.size()));
+  if (!table || GetHandleSize(table) != tableBytes ||
+      GetHandleSize(data) != static_cast<Size>(image.rows.size())) {
+    DisposePixPat(pp);
+    return nullptr;
+  }
+  PixMap& m = **(*pp)->patMap;
+  m.rowBytes = static_cast<SInt16>(image.rowBytes | 0x8000);
+  m.bounds = Rect{image.bounds.top, image.bounds.left, image.bounds.bottom, image.bounds.right};
+  m.pixelType = image.pixelType;
+  m.pixelSize = image.pixelSize;
+  m.cmpCount = image.cmpCount;
+  m.cmpSize = image.cmpSize;
+  ColorTable& t = **reinterpret_cast<CTabHandle>(table);
+  t.ctSeed = GetCTSeed();
+  t.ctFlags = 0;
+  t.ctSize = static_cast<SInt16>(image.colours.size() - 1);
+  for (size_t i = 0; i < image.colours.size(); ++i) {
+    const PicRGB& c = image.colours[i];
+    t.ctTable[i] = ColorSpec{static_cast<SInt16>(i), RGBColor{c.red, c.green, c.blue}};
+  }
+  if (!image.rows.empty()) std::memcpy(*data, image.rows.data(), image.rows.size());
+  size_t rowBytes = static_cast<size_t>(image.rowBytes);
+  for (size_t at = 0; rowBytes && at + rowBytes <= image.rows.size(); at += rowBytes)
+    SwapPixels(reinterpret_cast<uint8_t*>(*data) + at, rowBytes, image.pixelSize);
+  (*pp)->patXValid = -1;
+  return pp;
+}
+
+// A colour port fills with a pixel pattern for the length of one call, as
+// FillCRect does.
+class PixelFill {
+ public:
+  PixelFill(GrafPtr port, PixPatHandle pp) : port_(AsColour(port)), saved_(port_->fillPixPat) {
+    port_->fillPixPat = pp;
+  }
+  ~PixelFill() { port_->fillPixPat = saved_; }
+  PixelFill(const PixelFill&) = delete;
+  PixelFill& operator=(const PixelFill&) = delete;
+
+ private:
+  CGrafPtr port_;
+  PixPatHandle saved_;
+};
+
 class Player : public PictureSink {
  public:
-  Player(GrafPtr port, const Rect& dst, RgnHandle callerClip)
-      : port_(port), dst_(dst), callerClip_(callerClip) {}
+  Player(GrafPtr port, const Rect& dst, RgnHandle callerClip, PatternStore& store)
+      : port_(port), dst_(dst), callerClip_(callerClip), store_(store) {}
 
   void Frame(const PicRect& f) override {
     src_ = Rect{f.top, f.left, f.bottom, f.right};
@@ -70,8 +152,9 @@ class Player : public PictureSink {
     ::PenSize(ScaleH(1), ScaleV(1));  // the pen playback starts with, scaled
   }
 
-  void Clip(const PicRect& box) override {
+  void Clip(const PicRect& box, const std::vector<PicRect>& rects) override {
     clip_ = Rect{box.top, box.left, box.bottom, box.right};
+    clipRects_ = rects;
     ApplyClip();
   }
 
@@ -84,6 +167,18 @@ class Player : public PictureSink {
       PenPat(&pat);
     else
       fill_ = pat;
+    if (which == 2) fillPP_ = nullptr;
+  }
+  void RGBPattern(int which, const PicRGB& c) override {
+    PixPatHandle pp = IsColourPort(port_) ? NewPixPat() : nullptr;
+    if (!pp) return;
+    RGBColor rgb{c.red, c.green, c.blue};
+    MakeRGBPat(pp, &rgb);
+    Install(which, pp);
+  }
+  void PixelPattern(int which, const PatternImage& image) override {
+    if (PixPatHandle pp = IsColourPort(port_) ? MakePixelPattern(image) : nullptr)
+      Install(which, pp);
   }
 
   void TextFont(int16_t font) override {
@@ -108,6 +203,12 @@ class Player : public PictureSink {
   void Origin(int16_t dh, int16_t dv) override {
     OffsetRect(&src_, dh, dv);
     OffsetRect(&clip_, dh, dv);
+    for (PicRect& r : clipRects_) {
+      r.left = static_cast<int16_t>(r.left + dh);
+      r.right = static_cast<int16_t>(r.right + dh);
+      r.top = static_cast<int16_t>(r.top + dv);
+      r.bottom = static_cast<int16_t>(r.bottom + dv);
+    }
     if (!Empty(clip_)) ApplyClip();
   }
   void TextSize(int16_t size) override {
@@ -205,8 +306,33 @@ class Player : public PictureSink {
     if (verb == 0) FramePoly(poly);
     if (verb == 1) PaintPoly(poly);
     if (verb == 2) ErasePoly(poly);
-    if (verb == 4) FillPoly(poly, &fill_);
+    if (verb == 4 && fillPP_) {
+      PixelFill scope(port_, fillPP_);
+      StdPoly(4, poly);
+    } else if (verb == 4) {
+      FillPoly(poly, &fill_);
+    }
     DisposeHandle(reinterpret_cast<Handle>(poly));
+  }
+
+  void Region(int verb, const PicRect&, const std::vector<PicRect>& rects) override {
+    RgnHandle rgn = RegionOf(rects);
+    if (!rgn) return;
+    switch (verb) {
+      case 0: FrameRgn(rgn); break;
+      case 1: PaintRgn(rgn); break;
+      case 2: EraseRgn(rgn); break;
+      case 3: InvertRgn(rgn); break;
+      case 4:
+        if (fillPP_) {
+          PixelFill scope(port_, fillPP_);
+          StdRgn(4, rgn);
+        } else {
+          FillRgn(rgn, &fill_);
+        }
+        break;
+    }
+    DisposeRgn(rgn);
   }
 
   void Pixels(const PixelBand& band) override;
@@ -247,12 +373,45 @@ class Player : public PictureSink {
     return Clamp(std::max<int64_t>(1, v * Height(dst_) / Height(src_)));
   }
 
+  // Background and pen pixel patterns go into a colour port; the fill
+  // pattern is kept for the fill verbs.
+  void Install(int which, PixPatHandle pp) {
+    store_.made.push_back(pp);
+    if (which == 0)
+      BackPixPat(pp);
+    else if (which == 1)
+      PenPixPat(pp);
+    else
+      fillPP_ = pp;
+  }
+
+  // A region of the rectangles, mapped onto the destination; null when
+  // memory or GDI runs out.
+  RgnHandle RegionOf(const std::vector<PicRect>& rects) const {
+    std::vector<uint8_t> data(sizeof(RGNDATAHEADER) + sizeof(RECT) * rects.size());
+    auto* header = reinterpret_cast<RGNDATAHEADER*>(data.data());
+    *header = RGNDATAHEADER{sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(rects.size()),
+                            0, RECT{}};
+    auto* list = reinterpret_cast<RECT*>(data.data() + sizeof(RGNDATAHEADER));
+    for (size_t i = 0; i < rects.size(); ++i) {
+      Rect m = Map(rects[i]);
+      list[i] = RECT{m.left, m.top, m.right, m.bottom};
+    }
+    HRGN shape = ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()),
+                                 reinterpret_cast<const RGNDATA*>(data.data()));
+    RgnHandle rgn = shape ? NewRgn() : nullptr;
+    if (rgn && !quickdraw::SetRegionFromWin32(rgn, shape)) {
+      DisposeRgn(rgn);
+      rgn = nullptr;
+    }
+    if (shape) DeleteObject(shape);
+    return rgn;
+  }
+
   // The picture's clip never reaches past the caller's.
   void ApplyClip() {
-    Rect m = Map(PicRect{clip_.top, clip_.left, clip_.bottom, clip_.right});
-    RgnHandle rgn = NewRgn();
+    RgnHandle rgn = RegionOf(clipRects_);
     if (!rgn) return;
-    RectRgn(rgn, &m);
     SectRgn(rgn, callerClip_, rgn);
     SetClip(rgn);
     DisposeRgn(rgn);
@@ -264,7 +423,14 @@ class Player : public PictureSink {
       case 1: PaintRect(r); break;
       case 2: EraseRect(r); break;
       case 3: InvertRect(r); break;
-      case 4: FillRect(r, &fill_); break;
+      case 4:
+        if (fillPP_) {
+          PixelFill scope(port_, fillPP_);
+          StdRect(4, r);
+        } else {
+          FillRect(r, &fill_);
+        }
+        break;
     }
   }
   void RoundRectVerb(int verb, const Rect* r) {
@@ -273,7 +439,14 @@ class Player : public PictureSink {
       case 1: PaintRoundRect(r, oval_.h, oval_.v); break;
       case 2: EraseRoundRect(r, oval_.h, oval_.v); break;
       case 3: InvertRoundRect(r, oval_.h, oval_.v); break;
-      case 4: FillRoundRect(r, oval_.h, oval_.v, &fill_); break;
+      case 4:
+        if (fillPP_) {
+          PixelFill scope(port_, fillPP_);
+          StdRRect(4, r, oval_.h, oval_.v);
+        } else {
+          FillRoundRect(r, oval_.h, oval_.v, &fill_);
+        }
+        break;
     }
   }
   void OvalVerb(int verb, const Rect* r) {
@@ -282,7 +455,14 @@ class Player : public PictureSink {
       case 1: PaintOval(r); break;
       case 2: EraseOval(r); break;
       case 3: InvertOval(r); break;
-      case 4: FillOval(r, &fill_); break;
+      case 4:
+        if (fillPP_) {
+          PixelFill scope(port_, fillPP_);
+          StdOval(4, r);
+        } else {
+          FillOval(r, &fill_);
+        }
+        break;
     }
   }
   void ArcVerb(int verb, const Rect* r, SInt16 start, SInt16 arc) {
@@ -291,15 +471,25 @@ class Player : public PictureSink {
       case 1: PaintArc(r, start, arc); break;
       case 2: EraseArc(r, start, arc); break;
       case 3: InvertArc(r, start, arc); break;
-      case 4: FillArc(r, start, arc, &fill_); break;
+      case 4:
+        if (fillPP_) {
+          PixelFill scope(port_, fillPP_);
+          StdArc(4, r, start, arc);
+        } else {
+          FillArc(r, start, arc, &fill_);
+        }
+        break;
     }
   }
 
   GrafPtr port_;
   Rect dst_;
   RgnHandle callerClip_;
+  PatternStore& store_;
   Rect src_{0, 0, 1, 1};
   Rect clip_{};
+  std::vector<PicRect> clipRects_;
+  PixPatHandle fillPP_ = nullptr;
   ::Pattern fill_{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
   Point oval_{0, 0};
   std::vector<std::pair<int16_t, int16_t>> fonts_;
@@ -358,8 +548,15 @@ class SavedPortState {
     bkOld_ = port->bkColor;
     back_ = quickdraw::BackPatternOf(port);
     fill_ = quickdraw::FillPatternOf(port);
+    if (IsColourPort(port)) {
+      CGrafPtr c = quickdraw::AsColour(port);
+      pixPats_[0] = c->bkPixPat;
+      pixPats_[1] = c->pnPixPat;
+      pixPats_[2] = c->fillPixPat;
+    }
     clip_ = NewRgn();
     if (clip_) GetClip(clip_);
+    rotating_ = quickdraw::TextRotationActive(port);
   }
   ~SavedPortState() {
     SetPenState(&pen_);
@@ -377,10 +574,19 @@ class SavedPortState {
     }
     BackPat(&back_);
     quickdraw::SetFillPattern(port_, fill_);
+    // Pixel patterns the application had installed come back as they were.
+    if (IsColourPort(port_)) {
+      CGrafPtr c = quickdraw::AsColour(port_);
+      if (pixPats_[0] && pixPats_[0] != c->bkPixPat) BackPixPat(pixPats_[0]);
+      if (pixPats_[1] && pixPats_[1] != c->pnPixPat) PenPixPat(pixPats_[1]);
+      if (pixPats_[2]) c->fillPixPat = pixPats_[2];
+    }
     if (clip_) {
       SetClip(clip_);
       DisposeRgn(clip_);
     }
+    // A picture that turned its text and never said RotateEnd.
+    if (!rotating_ && quickdraw::TextRotationActive(port_)) quickdraw::EndTextRotation();
   }
   SavedPortState(const SavedPortState&) = delete;
   SavedPortState& operator=(const SavedPortState&) = delete;
@@ -395,7 +601,9 @@ class SavedPortState {
   RGBColor fg_{}, bk_{};
   SInt32 fgOld_, bkOld_;
   ::Pattern back_, fill_;
+  PixPatHandle pixPats_[3] = {};
   RgnHandle clip_ = nullptr;
+  bool rotating_ = false;
 };
 
 // Playback starts from the state recording assumed.
@@ -433,7 +641,12 @@ KWE_API void KWE_CALL DrawPicture(PicHandle myPicture, const Rect* dstRect) {
   GrafPtr port = CurrentPort();
   Handle pic = reinterpret_cast<Handle>(myPicture);
   if (!pic || !*pic || !dstRect || !port || !CurrentAttr()) return;
+  if (IsScrapDib(pic)) {
+    if (!Empty(*dstRect)) DrawScrapDib(pic, *dstRect);
+    return;
+  }
   if (GetHandleSize(pic) < 10 || Empty((*myPicture)->picFrame) || Empty(*dstRect)) return;
+  PatternStore patterns;  // outlives saved, which puts the port's own back
   SavedPortState saved(port);
   if (!saved.Clip()) return;
   StartState();
@@ -443,7 +656,7 @@ KWE_API void KWE_CALL DrawPicture(PicHandle myPicture, const Rect* dstRect) {
   if (port->grafProcs && port->grafProcs->getPicProc)
     get = reinterpret_cast<GetProc>(port->grafProcs->getPicProc);
   GetProcSource source(get);
-  Player player(port, *dstRect, saved.Clip());
+  Player player(port, *dstRect, saved.Clip(), patterns);
   WalkPicture(source, player);
   g_play = outer;
 }

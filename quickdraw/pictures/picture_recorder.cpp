@@ -23,11 +23,9 @@ namespace {
 using quickdraw::AsColour;
 using quickdraw::IsColourPort;
 
-bool SamePattern(const Pattern& a, const Pattern& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 bool SameRGB(const RGBColor& a, const RGBColor& b) {
   return a.red == b.red && a.green == b.green && a.blue == b.blue;
 }
-bool SameRect(const Rect& a, const Rect& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 // The bytes of one drawing call. Every opcode starts on an even offset
 // (the stream does, and data of odd length gets a pad byte).
@@ -76,11 +74,26 @@ class Burst {
   std::vector<uint8_t> bytes_;
 };
 
-void PutPattern(Burst& b, uint16_t op, const Pattern& now, Pattern* last) {
-  if (SamePattern(now, *last)) return;
-  b.Op(op);
-  b.Bytes(now.pat, 8);
-  *last = now;
+// which: 0 background, 1 pen, 2 fill. A colour port's pixel pattern goes
+// in as a pixel pattern opcode, anything else as its old-style pattern.
+void PutPattern(GrafPtr port, RecordState& s, Burst& b, int which) {
+  static const uint16_t oldOps[3] = {0x0002, 0x0009, 0x000A};
+  std::vector<uint8_t> now;
+  if (IsColourPort(port)) {
+    CGrafPtr c = AsColour(port);
+    now = PixPatBytes(which == 0 ? c->bkPixPat : which == 1 ? c->pnPixPat : c->fillPixPat);
+  }
+  bool pixel = !now.empty();
+  if (!pixel) {
+    Pattern pat = which == 0   ? quickdraw::BackPatternOf(port)
+                  : which == 1 ? quickdraw::PenPatternOf(port)
+                               : quickdraw::FillPatternOf(port);
+    now.assign(pat.pat, pat.pat + 8);
+  }
+  if (now == s.patterns[which]) return;
+  b.Op(static_cast<uint16_t>(pixel ? 0x0012 + which : oldOps[which]));
+  b.Bytes(now.data(), now.size());
+  s.patterns[which] = std::move(now);
 }
 
 // Colours, origin and clip: what every opcode is drawn with.
@@ -117,13 +130,11 @@ void SyncCommon(GrafPtr port, RecordState& s, Burst& b) {
     s.origin = origin;
   }
   if (port->clipRgn && *port->clipRgn) {
-    ::Rect box = (**port->clipRgn).rgnBBox;
-    if (!s.clipKnown || !SameRect(box, s.clip)) {
+    std::vector<uint8_t> clip = RegionBytes(port->clipRgn);
+    if (!clip.empty() && clip != s.clip) {
       b.Op(0x0001);
-      b.Word(10);  // the region's box: playback clips to the box
-      b.Rect(box);
-      s.clip = box;
-      s.clipKnown = true;
+      b.Bytes(clip.data(), clip.size());
+      s.clip = std::move(clip);
     }
   }
 }
@@ -144,11 +155,11 @@ void SyncVerb(GrafPtr port, RecordState& s, Burst& b, int verb) {
       b.Word(static_cast<uint16_t>(port->pnMode));
       s.pnMode = port->pnMode;
     }
-    PutPattern(b, 0x0009, quickdraw::PenPatternOf(port), &s.pnPat);
+    PutPattern(port, s, b, 1);
   } else if (verb == 2) {
-    PutPattern(b, 0x0002, quickdraw::BackPatternOf(port), &s.bkPat);
+    PutPattern(port, s, b, 0);
   } else if (verb == 4) {
-    PutPattern(b, 0x000A, quickdraw::FillPatternOf(port), &s.fillPat);
+    PutPattern(port, s, b, 2);
   }
 }
 
@@ -278,16 +289,15 @@ void RecordPoly(GrafPtr port, int verb, PolyHandle poly) {
   b.Put();
 }
 
-// The library's regions are not the Macintosh scan-line encoding, and a
-// player draws no region anyway: the region goes in as its box.
 void RecordRgn(GrafPtr port, int verb, RgnHandle rgn) {
-  if (!Recording(port) || !rgn || !*rgn) return;
+  if (!Recording(port)) return;
+  std::vector<uint8_t> region = RegionBytes(rgn);
+  if (region.empty()) return;
   RecordState& s = *StateOf(port);
   Burst b;
   SyncVerb(port, s, b, verb);
   b.Op(static_cast<uint16_t>(0x0080 + verb));
-  b.Word(10);
-  b.Rect((**rgn).rgnBBox);
+  b.Bytes(region.data(), region.size());
   b.Put();
 }
 
@@ -326,12 +336,23 @@ void RecordComment(GrafPtr port, SInt16 kind, SInt16 size, Handle data) {
 }
 
 // A 1-bit bitmap in application memory, rows packed when they are 8 bytes
-// or longer (PackBitsRect), else as they are (BitsRect).
+// or longer (PackBitsRect), else as they are (BitsRect); any other source
+// (a pixel map, a port's or GWorld's bits behind a DC) as its pixels read
+// back (DirectBitsRect).
 void RecordBits(GrafPtr port, const BitMap* src, const Rect& srcRect, const Rect& dstRect,
                 SInt16 mode) {
-  if (!Recording(port) || !src || (src->rowBytes & 0x8000) ||
-      reinterpret_cast<uintptr_t>(src->baseAddr) <= 0xFFFF)
+  if (!Recording(port) || !src) return;
+  if ((src->rowBytes & 0x8000) || reinterpret_cast<uintptr_t>(src->baseAddr) <= 0xFFFF) {
+    std::vector<uint8_t> direct = DirectBitsBytes(src, srcRect, dstRect, mode);
+    if (direct.empty()) return;
+    RecordState& s = *StateOf(port);
+    Burst b;
+    SyncCommon(port, s, b);
+    b.Op(0x009A);
+    b.Bytes(direct.data(), direct.size());
+    b.Put();
     return;
+  }
   int rowBytes = src->rowBytes & 0x3FFF;
   int height = src->bounds.bottom - src->bounds.top;
   if (rowBytes == 0 || height <= 0) return;

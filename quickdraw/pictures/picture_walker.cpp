@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "memory/pack_bits.h"
 #include "quickdraw/pictures/picture_reader.h"
+#include "quickdraw/pictures/region_codec.h"
 
 namespace kwe::pictures {
 
@@ -162,7 +164,7 @@ class Walker {
   }
 
   // 0x0012-0x0014: a pixel pattern; an RGB one gives its colour, a full
-  // one its old-style pattern (its pixels are read past).
+  // one its old-style pattern, then its pixel map, colour table and rows.
   bool PixPat(int which) {
     int16_t type = in_.S16();
     uint8_t pat[8];
@@ -172,31 +174,45 @@ class Walker {
       return true;
     }
     sink_.Pattern(which, pat);
-    return ReadPatternPixels(in_);
+    PatternImage image;
+    std::memcpy(image.pat, pat, sizeof pat);
+    if (!ReadPatternPixels(image)) return false;
+    if (!in_.Ended()) sink_.PixelPattern(which, image);
+    return true;
   }
 
-  // A full pixel pattern: pixel map (rowBytes, bounds and the rest), colour
-  // table, then its packed rows.
-  bool ReadPatternPixels(Reader& in) {
-    // Written as a PackBitsRect body without rectangles and mode: feed the
-    // reader a synthetic form by reading the fields here.
-    uint16_t rowWord = in.U16();
-    int rowBytes = rowWord & 0x3FFF;
-    PicRect bounds = in.Rect();
-    in.Skip(36);
-    in.Skip(6);
-    int16_t size = in.S16();
+  // A pixel map without its base address, the colour table, then the rows,
+  // packed as PackBitsRect packs them. Patterns are small: at most 64 rows
+  // of 512 bytes.
+  bool ReadPatternPixels(PatternImage& image) {
+    image.rowBytes = in_.U16() & 0x3FFF;
+    image.bounds = in_.Rect();
+    in_.Skip(2 + 2 + 4 + 4 + 4);  // pmVersion, packType, packSize, hRes, vRes
+    image.pixelType = in_.S16();
+    image.pixelSize = in_.S16();
+    image.cmpCount = in_.S16();
+    image.cmpSize = in_.S16();
+    in_.Skip(4 + 4 + 4 + 4 + 2);  // planeBytes, pmTable, pmReserved; seed, flags
+    int16_t size = in_.S16();
     if (size < -1 || size > 255) return false;
-    in.Skip(8LL * (size + 1));
-    int height = bounds.bottom - bounds.top;
-    if (height < 0 || height > 64) return false;
-    for (int y = 0; y < height && !in.Ended(); ++y) {
+    for (int i = 0; i <= size && !in_.Ended(); ++i) {
+      in_.U16();
+      image.colours.push_back(in_.RGB());
+    }
+    int height = image.bounds.bottom - image.bounds.top;
+    if (height < 0 || height > 64 || image.rowBytes > 512) return false;
+    size_t rowBytes = static_cast<size_t>(image.rowBytes);
+    image.rows.assign(rowBytes * height, 0);
+    std::vector<uint8_t> packed;
+    for (int y = 0; y < height && !in_.Ended(); ++y) {
+      uint8_t* row = image.rows.data() + rowBytes * y;
       if (rowBytes < 8) {
-        in.Skip(rowBytes);
-      } else {
-        int n = rowBytes > 250 ? in.U16() : in.U8();
-        in.Skip(n);
+        in_.Bytes(row, rowBytes);
+        continue;
       }
+      packed.resize(rowBytes > 250 ? in_.U16() : in_.U8());
+      if (!packed.empty() && in_.Bytes(packed.data(), packed.size()))
+        packbits::Unpack(packed.data(), packed.size(), row, rowBytes);
     }
     return true;
   }
@@ -232,15 +248,24 @@ class Walker {
     if (!in_.Ended()) sink_.Poly(verb, points);
   }
 
-  void Region(bool clip) {
+  // A region record: size word (counting itself and the box), box, then
+  // its lines; data that cannot be read leaves the box.
+  void Region(int verb, bool clip) {
     uint16_t size = in_.U16();
     if (size < 10) {
       in_.Skip(size >= 2 ? size - 2u : 0u);
       return;
     }
     PicRect box = in_.Rect();
-    in_.Skip(size - 10u);
-    if (clip && !in_.Ended()) sink_.Clip(box);
+    std::vector<uint8_t> data(size - 10u);
+    if (!data.empty()) in_.Bytes(data.data(), data.size());
+    if (in_.Ended()) return;
+    std::vector<PicRect> rects;
+    if (data.empty() || !DecodeRegion(data.data(), data.size(), &rects)) rects = {box};
+    if (clip)
+      sink_.Clip(box, rects);
+    else if (verb <= 4)
+      sink_.Region(verb, box, rects);
   }
 
   void Shape(ShapeKind kind, uint16_t op) {
@@ -251,7 +276,7 @@ class Walker {
       return;
     }
     if (kind == ShapeKind::Rgn) {
-      Region(false);
+      Region(verb, false);
       return;
     }
     if (verb > 4) {  // reserved: the rectangle's 8 bytes (arcs 12, same 4)
@@ -269,7 +294,7 @@ class Walker {
 
   bool Execute(uint16_t op) {
     switch (op) {
-      case 0x0001: Region(true); return true;
+      case 0x0001: Region(0, true); return true;
       case 0x0002: Pattern(0); return true;
       case 0x0003: sink_.TextFont(in_.S16()); return true;
       case 0x0004: sink_.TextFace(in_.U8()); return true;

@@ -57,6 +57,18 @@ struct PixelBand {
   const uint32_t* pixels = nullptr;
 };
 
+// A full pixel pattern (type 1): its old-style pattern, its pixel map's
+// shape and colour table, and its rows unpacked (rowBytes each, as the
+// picture holds them: direct pixels big-endian).
+struct PatternImage {
+  uint8_t pat[8] = {};
+  int rowBytes = 0;
+  PicRect bounds;
+  int16_t pixelType = 0, pixelSize = 1, cmpCount = 1, cmpSize = 1;
+  std::vector<PicRGB> colours;  // by position
+  std::vector<uint8_t> rows;
+};
+
 // What a picture asks for. Every method does nothing unless overridden.
 class PictureSink {
  public:
@@ -64,9 +76,12 @@ class PictureSink {
   // The frame the picture's coordinates live in (picFrame, widened by the
   // resolution of an extended version 2 header).
   virtual void Frame(const PicRect&) {}
-  virtual void Clip(const PicRect&) {}
+  // A region's rectangles: its box alone for a rectangle, or for data that
+  // cannot be read.
+  virtual void Clip(const PicRect& /*box*/, const std::vector<PicRect>&) {}
   virtual void Pattern(int /*0 back, 1 pen, 2 fill*/, const uint8_t (&)[8]) {}
   virtual void RGBPattern(int, const PicRGB&) {}
+  virtual void PixelPattern(int, const PatternImage&) {}
   virtual void TextFont(int16_t) {}
   virtual void TextFace(uint8_t) {}
   virtual void TextMode(int16_t) {}
@@ -88,6 +103,7 @@ class PictureSink {
   virtual void FontName(int16_t, const std::string&) {}
   virtual void Shape(ShapeKind, int, const PicRect&, int16_t, int16_t) {}
   virtual void Poly(int, const std::vector<PicPoint>&) {}
+  virtual void Region(int /*verb*/, const PicRect& /*box*/, const std::vector<PicRect>&) {}
   virtual void Pixels(const PixelBand&) {}
   virtual void Comment(int16_t, const std::vector<uint8_t>&) {}
 };

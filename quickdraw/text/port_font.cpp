@@ -10,6 +10,7 @@
 #include "frame/system_values.h"
 #include "quickdraw/ports/transfer_modes.h"
 #include "quickdraw/text/font_list.h"
+#include "quickdraw/text/text_rotation.h"
 
 namespace kwe::quickdraw {
 namespace {
@@ -63,6 +64,11 @@ LOGFONTA LogFontOf(GrafPtr port, const PortAttr& a) {
     lf.lfOrientation = size->orientation;
     lf.lfOutPrecision = size->outPrecision;
     lf.lfClipPrecision = size->clipPrecision;
+  }
+  // Text the RotateBegin comment turned: only outline fonts turn.
+  if (int escapement = TextEscapementOf(port)) {
+    lf.lfEscapement = lf.lfOrientation = escapement;
+    lf.lfOutPrecision = OUT_TT_ONLY_PRECIS;
   }
   lf.lfWeight = (port->txFace & bold) ? FW_BOLD : FW_NORMAL;
   lf.lfItalic = (port->txFace & italic) ? 1 : 0;

@@ -12,6 +12,7 @@
 #include "quickdraw/text/port_font.h"
 #include "quickdraw/text/text_ink.h"
 #include "quickdraw/text/text_measuring.h"
+#include "quickdraw/text/text_rotation.h"
 
 namespace kwe::quickdraw {
 namespace {
@@ -96,6 +97,17 @@ void DrawThroughMask(PortAttr& a, const ConvertedText& t, int h, int v, RECT box
 
 void DrawConverted(GrafPtr port, PortAttr& a, const ConvertedText& t, int inkMode) {
   int h = a.devicePenH, v = a.devicePenV;
+  // Turned text: its origin turned about the centre, drawn with its
+  // colours and no box erased behind it.
+  if (TextEscapementOf(port)) {
+    int centreH, centreV;
+    TextRotationCentre(&centreH, &centreV);
+    LocalToDevice(a, &centreH, &centreV);
+    TurnTextOrigin(port, centreH, centreV, &h, &v);
+    SelectTextColours(a);
+    Output(a.hdc, h, v, t);
+    return;
+  }
   const TEXTMETRICA& tm = a.textMetrics;
   RECT box{h - 1, v - tm.tmAscent - 1, h + t.deviceWidth + 9, v + tm.tmDescent + 1};
   if (inkMode == kInkCopy) EraseTextBox(port, a, box);

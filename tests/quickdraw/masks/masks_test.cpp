@@ -34,58 +34,44 @@ bool Bit(const UInt8* rows, int rowBytes, int x, int y) {
   return rows[y * rowBytes + x / 8] & (0x80 >> (x % 8));
 }
 
-TEST_F(Masks, SeedFillAndCalcMaskOnApplicationRows) {
+// A ring through every mask call: SeedFill from its centre gives the
+// inside, CalcMask and CalcCMask the disc (ring and inside), and
+// KWE_CreateMask the disc with calc, the ring itself without, and the disc
+// as a region.
+TEST_F(Masks, RingThroughEveryMaskCall) {
   Ring ring;
-  std::vector<UInt8> inside(4 * 32, 0), mask(4 * 32, 0);
+  std::vector<UInt8> inside(4 * 32, 0), disc(4 * 32, 0), colour(4 * 32, 0);
   SeedFill(ring.rows.data(), inside.data(), 4, 4, 32, 2, 16, 16);
-  CalcMask(ring.rows.data(), mask.data(), 4, 4, 32, 2);
-  struct Case {
-    int x, y;
-    bool filled, masked;
-  } cases[] = {{16, 16, true, true},
-               {13, 16, true, true},
-               {8, 16, false, true},
-               {2, 2, false, false},
-               {30, 30, false, false}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(Bit(inside.data(), 4, c.x, c.y), c.filled) << c.x << "," << c.y;
-    EXPECT_EQ(Bit(mask.data(), 4, c.x, c.y), c.masked) << c.x << "," << c.y;
-  }
-  // Rows shorter than the words asked for are refused, not overrun.
+  CalcMask(ring.rows.data(), disc.data(), 4, 4, 32, 2);
+  BitMap dst{reinterpret_cast<Ptr>(colour.data()), 4, Rect{0, 0, 32, 32}};
+  RGBColor seed{0x1234, 0, 0xFFFF};
+  CalcCMask(&ring.bits, &dst, &ring.bits.bounds, &dst.bounds, &seed, nullptr, 0);
+  Handle calc = KWE_CreateMask(&ring.bits, true, false);
+  Handle pixels = KWE_CreateMask(&ring.bits, false, false);
+  RgnHandle region = reinterpret_cast<RgnHandle>(KWE_CreateMask(&ring.bits, true, true));
+  ASSERT_TRUE(calc && pixels && region);
+  EXPECT_EQ(GetHandleSize(calc), 4 * 32);
+  for (int y = 0; y < 32; ++y)
+    for (int x = 0; x < 32; ++x) {
+      bool onRing = Bit(ring.rows.data(), 4, x, y), inDisc = Bit(disc.data(), 4, x, y);
+      int d = (x - 16) * (x - 16) + (y - 16) * (y - 16);
+      ASSERT_EQ(Bit(inside.data(), 4, x, y), d < 64) << x << "," << y;
+      ASSERT_EQ(inDisc, d <= 100) << x << "," << y;
+      ASSERT_EQ(Bit(colour.data(), 4, x, y), inDisc) << x << "," << y;
+      ASSERT_EQ(Bit(reinterpret_cast<UInt8*>(*calc), 4, x, y), inDisc) << x << "," << y;
+      ASSERT_EQ(Bit(reinterpret_cast<UInt8*>(*pixels), 4, x, y), onRing) << x << "," << y;
+      ASSERT_EQ(PtInRgn(Point{SInt16(y), SInt16(x)}, region), inDisc) << x << "," << y;
+    }
+  DisposeHandle(calc);
+  DisposeHandle(pixels);
+  DisposeRgn(region);
+  // Rows shorter than the words asked for are refused, not overrun; empty
+  // and missing bitmaps make no mask.
   std::vector<UInt8> untouched(4 * 32, 0);
   SeedFill(ring.rows.data(), untouched.data(), 2, 4, 32, 2, 1, 1);
   CalcMask(ring.rows.data(), untouched.data(), 4, 2, 32, 2);
   EXPECT_EQ(untouched, std::vector<UInt8>(4 * 32, 0));
-}
-
-TEST_F(Masks, CalcCMaskAndCreateMaskGiveTheDisc) {
-  Ring ring;
-  std::vector<UInt8> out(4 * 32, 0);
-  BitMap dst{reinterpret_cast<Ptr>(out.data()), 4, Rect{0, 0, 32, 32}};
-  RGBColor seed{0x1234, 0, 0xFFFF};
-  CalcCMask(&ring.bits, &dst, &ring.bits.bounds, &dst.bounds, &seed, nullptr, 0);
-  EXPECT_TRUE(Bit(out.data(), 4, 16, 16));
-  EXPECT_TRUE(Bit(out.data(), 4, 8, 16));
-  EXPECT_FALSE(Bit(out.data(), 4, 2, 2));
-
-  Handle disc = KWE_CreateMask(&ring.bits, true, false);
-  Handle pixels = KWE_CreateMask(&ring.bits, false, false);
-  RgnHandle region = reinterpret_cast<RgnHandle>(KWE_CreateMask(&ring.bits, true, true));
-  ASSERT_NE(disc, nullptr);
-  ASSERT_NE(pixels, nullptr);
-  ASSERT_NE(region, nullptr);
-  EXPECT_EQ(GetHandleSize(disc), 4 * 32);
-  for (int y = 0; y < 32; ++y)
-    for (int x = 0; x < 32; ++x) {
-      bool expected = Bit(out.data(), 4, x, y);
-      ASSERT_EQ(Bit(reinterpret_cast<UInt8*>(*disc), 4, x, y), expected) << x << "," << y;
-      ASSERT_EQ(Bit(reinterpret_cast<UInt8*>(*pixels), 4, x, y), Bit(ring.rows.data(), 4, x, y));
-      ASSERT_EQ(PtInRgn(Point{SInt16(y), SInt16(x)}, region), expected) << x << "," << y;
-    }
-  DisposeHandle(disc);
-  DisposeHandle(pixels);
-  DisposeRgn(region);
-  BitMap empty{reinterpret_cast<Ptr>(out.data()), 4, Rect{5, 5, 5, 40}};
+  BitMap empty{reinterpret_cast<Ptr>(untouched.data()), 4, Rect{5, 5, 5, 40}};
   EXPECT_EQ(KWE_CreateMask(&empty, true, false), nullptr);
   EXPECT_EQ(KWE_CreateMask(nullptr, true, true), nullptr);
 }

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "quickdraw/pictures/region_codec.h"
+
 namespace {
 
 using namespace kwe::pictures;
@@ -52,7 +54,20 @@ struct Log : PictureSink {
   void Frame(const PicRect& f) override {
     Add("frame " + std::to_string(f.right - f.left) + "x" + std::to_string(f.bottom - f.top));
   }
-  void Clip(const PicRect& r) override { Add("clip " + std::to_string(r.bottom)); }
+  void Clip(const PicRect& r, const std::vector<PicRect>& rects) override {
+    Add("clip " + std::to_string(r.bottom) + " n" + std::to_string(rects.size()));
+  }
+  void Region(int verb, const PicRect&, const std::vector<PicRect>& rects) override {
+    std::string t = "rgn " + std::to_string(verb);
+    for (const PicRect& r : rects)
+      t += " " + std::to_string(r.left) + "," + std::to_string(r.top) + "," +
+           std::to_string(r.right) + "," + std::to_string(r.bottom);
+    Add(t);
+  }
+  void PixelPattern(int which, const PatternImage& image) override {
+    Add("ppat " + std::to_string(which) + " " + std::to_string(image.pixelSize) + " c" +
+        std::to_string(image.colours.size()) + " r" + std::to_string(image.rows.size()));
+  }
   void Shape(ShapeKind k, int verb, const PicRect& r, int16_t a, int16_t b) override {
     Add("shape " + std::to_string(int(k)) + "/" + std::to_string(verb) + " " +
         std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
@@ -138,7 +153,7 @@ TEST(PictureWalker, UnknownOpcodesAreSkippedBySize) {
       {0x0073, {0, 14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 2}},  // InvertPoly is read past
       {0x0075, {0, 10, 0, 0, 0, 0, 0, 0, 0, 0}},
       {0x007A, {}},
-      {0x0081, {0, 12, 0, 0, 0, 0, 0, 5, 0, 5, 1, 2}},  // PaintRgn: not drawn
+      {0x0085, {0, 12, 0, 0, 0, 0, 0, 5, 0, 5, 1, 2}},  // a reserved region verb
       {0x008A, {}},
       {0x0092, {0, 2, 1, 1}},
       {0x00A5, {0, 4, 1, 2, 3, 4}},
@@ -260,6 +275,11 @@ TEST(PictureWalker, TruncatedAndGarbledPicturesEndCleanly) {
   Bytes p = Header(2);
   p.Word(0x0001).Word(10).Rect(0, 0, 50, 50);
   p.Word(0x0009).Fill(8, 0xAA);
+  p.Word(0x0081).Word(36).Rect(0, 0, 20, 20).Word(0).Word(0).Word(10).Word(0x7FFF);
+  p.Word(10).Word(0).Word(20).Word(0x7FFF).Word(20).Word(10).Word(20).Word(0x7FFF).Word(0x7FFF);
+  p.Word(0x0014).Word(1).Fill(8, 0x0F).Word(0x8002).Rect(0, 0, 2, 8).Fill(16);
+  p.Word(0).Word(2).Word(1).Word(2).Fill(12).Long(0).Word(0).Word(1).Fill(16, 0x80);
+  p.Byte(0x5A).Byte(0xA5).Byte(0x33).Byte(0xCC);
   p.Word(0x0070).Word(18).Rect(0, 0, 9, 9).Word(1).Word(1).Word(8).Word(8);
   p.Word(0x0028).Word(5).Word(5).Byte(3).Byte('a').Byte('b').Byte('c');
   p.Word(0x00A1).Word(200).Word(8).Long(1).Long(2);
@@ -283,6 +303,64 @@ TEST(PictureWalker, TruncatedAndGarbledPicturesEndCleanly) {
     Walk(m, &log);
     EXPECT_LE(log.pixels.size(), 1u << 20) << "seed " << seed << " step " << step;
   }
+}
+
+// The region of two squares meeting at a corner, as the Macintosh encodes
+// it: each line lists where the inside flips against the line above.
+TEST(RegionCodec, TwoSquaresEncodeAsHandChecked) {
+  std::vector<PicRect> rects = {{0, 0, 10, 10}, {10, 10, 20, 20}};
+  Bytes expected;
+  expected.Word(0).Word(0).Word(10).Word(0x7FFF);
+  expected.Word(10).Word(0).Word(20).Word(0x7FFF);
+  expected.Word(20).Word(10).Word(20).Word(0x7FFF).Word(0x7FFF);
+  EXPECT_EQ(EncodeRegion(rects), expected.b);
+  EXPECT_TRUE(EncodeRegion({{0, 0, 10, 10}}).empty()) << "a rectangle is its box alone";
+  Log log;
+  Bytes p = Header(2);
+  p.Word(0x0081).Word(int(10 + expected.b.size())).Rect(0, 0, 20, 20);
+  p.b.insert(p.b.end(), expected.b.begin(), expected.b.end());
+  p.Word(0x0083).Word(10).Rect(1, 2, 3, 4).Word(0x00FF);
+  EXPECT_EQ(Walk(p, &log), WalkEnd::EndOpcode);
+  EXPECT_EQ(log.s, "frame 200x100;rgn 1 0,0,10,10 10,10,20,20;rgn 3 2,1,4,3;");
+}
+
+// Random shapes on a grid, as banded rectangles of their row runs, come
+// back from their encoding covering the same pixels; lines cut short, lines
+// that do not go down and too many rectangles are refused.
+TEST(RegionCodec, RandomShapesRoundTripAndBadDataIsRefused) {
+  const unsigned seed = 611;
+  std::mt19937 random(seed);
+  for (int step = 0; step < 300; ++step) {
+    int size = 1 + random() % 24, density = random() % 100;
+    std::vector<bool> inside(size_t(size) * size);
+    for (size_t i = 0; i < inside.size(); ++i) inside[i] = int(random() % 100) < density;
+    std::vector<PicRect> rows;
+    for (int y = 0; y < size; ++y)
+      for (int x = 0; x < size;) {
+        if (!inside[size_t(y) * size + x] && ++x) continue;
+        int start = x;
+        while (x < size && inside[size_t(y) * size + x]) ++x;
+        rows.push_back({int16_t(y), int16_t(start), int16_t(y + 1), int16_t(x)});
+      }
+    std::vector<uint8_t> data = EncodeRegion(rows);
+    std::vector<PicRect> back;
+    if (rows.size() < 2) continue;
+    ASSERT_TRUE(DecodeRegion(data.data(), data.size(), &back))
+        << "seed " << seed << " step " << step;
+    std::vector<bool> drawn(inside.size());
+    for (const PicRect& r : back)
+      for (int y = r.top; y < r.bottom; ++y)
+        for (int x = r.left; x < r.right; ++x)
+          drawn[size_t(y) * size + x] = !drawn[size_t(y) * size + x];
+    ASSERT_EQ(drawn, inside) << "seed " << seed << " step " << step;
+    size_t needed = back.size();
+    EXPECT_FALSE(DecodeRegion(data.data(), data.size() - 2, &back)) << "step " << step;
+    EXPECT_FALSE(DecodeRegion(data.data(), data.size(), &back, needed - 1)) << "step " << step;
+  }
+  Bytes upwards;
+  upwards.Word(5).Word(0).Word(4).Word(0x7FFF).Word(3).Word(0).Word(4).Word(0x7FFF).Word(0x7FFF);
+  std::vector<PicRect> back;
+  EXPECT_FALSE(DecodeRegion(upwards.b.data(), upwards.b.size(), &back));
 }
 
 }  // namespace

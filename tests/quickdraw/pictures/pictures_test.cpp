@@ -7,19 +7,25 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <vector>
 
 #include "Fonts.h"
+#include "KWEPorts.h"
 #include "Memory.h"
+#include "QDOffscreen.h"
 #include "Quickdraw.h"
+#include "QuickdrawColour.h"
 #include "quickdraw/regions/region_canvas.h"
 
 namespace {
 
 using namespace kwe_test;
 using Bytes = std::vector<uint8_t>;
+
+struct ColourExtras;
 
 class Pictures : public PortTest {
  protected:
@@ -37,6 +43,7 @@ class Pictures : public PortTest {
     Rect all{0, 0, 256, 256};
     ClipRect(&all);
   }
+  void ExpectSceneReplays(unsigned seed, const ColourExtras* extras);
   std::vector<uint32_t> Pixels() {
     std::vector<uint32_t> p;
     for (int y = 0; y < 256; ++y)
@@ -228,9 +235,31 @@ TEST_F(Pictures, TextRecordsItsFontNameOnce) {
   KillPicture(pic);
 }
 
+// What a colour port's scene draws with beyond a plain port's: an RGB and
+// a full pixel pattern, and a GWorld to copy from.
+struct ColourExtras {
+  PixPatHandle patterns[2];
+  GWorldPtr gw;
+  const BitMap* dst;
+};
+
+// A region that is no rectangle: an oval, or two overlapping rectangles.
+RgnHandle RandomRegion(std::mt19937& random, const Rect& r) {
+  if (random() % 2) {
+    RgnHandle rgn = NewRgn();
+    OpenRgn();
+    FrameOval(&r);
+    CloseRgn(rgn);
+    return rgn;
+  }
+  Rect other = r;
+  OffsetRect(&other, SInt16(r.right - r.left) / 2, SInt16(r.bottom - r.top) / 2);
+  return RegionOf({r, other});
+}
+
 // One random drawing call of a scene, the same whether it is drawn or
 // recorded.
-void RandomCall(std::mt19937& random) {
+void RandomCall(std::mt19937& random, const ColourExtras* extras = nullptr) {
   static const Pattern patterns[] = {{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}},
                                      {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}},
                                      {{0x88, 0x22, 0x88, 0x22, 0x88, 0x22, 0x88, 0x22}},
@@ -242,7 +271,7 @@ void RandomCall(std::mt19937& random) {
   r.bottom = SInt16(r.top + 4 + random() % 60);
   r.right = SInt16(r.left + 4 + random() % 60);
   const Pattern& pat = patterns[random() % 4];
-  switch (random() % 12) {
+  switch (random() % (extras ? 17 : 14)) {
     case 0: PenSize(SInt16(1 + random() % 4), SInt16(1 + random() % 4)); break;
     case 1: PenMode(modes[random() % 5]); break;
     case 2: PenPat(&pat); break;
@@ -307,35 +336,146 @@ void RandomCall(std::mt19937& random) {
       ClipRect(&clip);
       break;
     }
+    case 12: {
+      RgnHandle rgn = RandomRegion(random, r);
+      int verb = random() % 5;
+      if (verb == 0) FrameRgn(rgn);
+      if (verb == 1) PaintRgn(rgn);
+      if (verb == 2) EraseRgn(rgn);
+      if (verb == 3) InvertRgn(rgn);
+      if (verb == 4) FillRgn(rgn, &pat);
+      DisposeRgn(rgn);
+      break;
+    }
+    case 13: {
+      Rect big{r.top, r.left, SInt16(r.bottom + 60), SInt16(r.right + 60)};
+      RgnHandle rgn = RandomRegion(random, big);
+      SetClip(rgn);
+      DisposeRgn(rgn);
+      break;
+    }
+    case 14: {
+      PixPatHandle pp = extras->patterns[random() % 2];
+      if (random() % 2)
+        PenPixPat(pp);
+      else
+        BackPixPat(pp);
+      break;
+    }
+    case 15: FillCRect(&r, extras->patterns[random() % 2]); break;
+    case 16: {
+      Rect from{SInt16(random() % 20), SInt16(random() % 20), 0, 0};
+      from.bottom = SInt16(from.top + 4 + random() % 20);
+      from.right = SInt16(from.left + 4 + random() % 20);
+      const BitMap* src = reinterpret_cast<const BitMap*>(*GetGWorldPixMap(extras->gw));
+      Rect to{r.top, r.left, SInt16(r.top + from.bottom - from.top),
+              SInt16(r.left + from.right - from.left)};
+      CopyBits(src, extras->dst, &from, &to, srcCopy, nullptr);
+      break;
+    }
   }
 }
 
-TEST_F(Pictures, SeededScenesPlayBackPixelForPixel) {
+// Seed's scene of 40 calls drawn directly, then recorded (drawing
+// nothing) and played back: the same pixels.
+void Pictures::ExpectSceneReplays(unsigned seed, const ColourExtras* extras) {
   Rect frame{0, 0, 256, 256};
-  for (unsigned seed = 1; seed <= 24; ++seed) {
-    std::mt19937 direct(seed), recorded(seed);
-    canvas.Clear();
-    Reset();
-    for (int i = 0; i < 40; ++i) RandomCall(direct);
-    std::vector<uint32_t> expected = Pixels();
-
-    canvas.Clear();
-    Reset();
-    PicHandle pic = OpenPicture(&frame);
-    ASSERT_NE(pic, nullptr);
-    for (int i = 0; i < 40; ++i) RandomCall(recorded);
-    ClosePicture();
-    EXPECT_EQ(Pixels(), std::vector<uint32_t>(256 * 256, kWhite))
-        << "recording drew; seed " << seed;
-    Reset();
-    DrawPicture(pic, &frame);
-    std::vector<uint32_t> played = Pixels();
-    int wrong = 0, first = -1;
-    for (int i = 0; i < 256 * 256; ++i)
-      if (played[i] != expected[i]) wrong++, first = first < 0 ? i : first;
-    EXPECT_EQ(wrong, 0) << "seed " << seed << ", first at " << first % 256 << "," << first / 256;
-    KillPicture(pic);
+  std::mt19937 direct(seed), recorded(seed);
+  canvas.Clear();
+  Reset();
+  for (int i = 0; i < 40; ++i) RandomCall(direct, extras);
+  std::vector<uint32_t> expected = Pixels();
+  canvas.Clear();
+  Reset();
+  PicHandle pic = OpenPicture(&frame);
+  ASSERT_NE(pic, nullptr);
+  for (int i = 0; i < 40; ++i) RandomCall(recorded, extras);
+  ClosePicture();
+  // CopyBits draws while a picture records, as it does on the Macintosh.
+  if (!extras) {
+    EXPECT_EQ(Pixels(), std::vector<uint32_t>(256 * 256, kWhite)) << "drew; seed " << seed;
   }
+  Reset();
+  DrawPicture(pic, &frame);
+  std::vector<uint32_t> played = Pixels();
+  int wrong = 0, first = -1;
+  for (int i = 0; i < 256 * 256; ++i)
+    if (played[i] != expected[i]) wrong++, first = first < 0 ? i : first;
+  EXPECT_EQ(wrong, 0) << "seed " << seed << ", first at " << first % 256 << "," << first / 256
+                      << " " << std::hex << (first >= 0 ? played[first] : 0) << " not "
+                      << (first >= 0 ? expected[first] : 0);
+  KillPicture(pic);
+}
+
+TEST_F(Pictures, SeededScenesPlayBackPixelForPixel) {
+  for (unsigned seed = 1; seed <= 24; ++seed) ExpectSceneReplays(seed, nullptr);
+}
+
+// A colour port over the same canvas: RGB and full pixel patterns for the
+// pen, the background and FillCRect, and copies from a GWorld (its pixels
+// read back into the picture), besides everything a plain port draws.
+class ColourPictures : public Pictures {
+ protected:
+  void SetUp() override {
+    Pictures::SetUp();
+    OpenCPort(&cport);
+    KWE_SwaphDC(canvas.Dc(), true);
+    Rect bounds{0, 0, 24, 24};
+    ASSERT_EQ(NewGWorld(&extras.gw, 32, &bounds, nullptr, nullptr, 0), noErr);
+    SetGWorld(extras.gw, nullptr);
+    const RGBColor stripes[] = {
+        {0xFFFF, 0, 0}, {0, 0x8000, 0}, {0, 0, 0xFFFF}, {0xFFFF, 0xFFFF, 0}};
+    for (int i = 0; i < 4; ++i) {
+      Rect band{0, SInt16(6 * i), 24, SInt16(6 * i + 6)};
+      RGBForeColor(&stripes[i]);
+      PaintRect(&band);
+    }
+    SetPort(reinterpret_cast<GrafPtr>(&cport));
+    RGBColor teal{0, 0x8080, 0x8080};
+    extras.patterns[0] = NewPixPat();
+    MakeRGBPat(extras.patterns[0], &teal);
+    extras.patterns[1] = FourColourPattern();
+    extras.dst = &reinterpret_cast<GrafPtr>(&cport)->portBits;
+  }
+  void TearDown() override {
+    DisposePixPat(extras.patterns[0]);
+    DisposePixPat(extras.patterns[1]);
+    DisposeGWorld(extras.gw);
+    CloseCPort(&cport);
+    SetPort(&port);
+    Pictures::TearDown();
+  }
+  // 8 by 8, 2 bits a pixel: diagonal bands of four colours.
+  static PixPatHandle FourColourPattern() {
+    PixPatHandle pp = NewPixPat();
+    PixMapHandle map = (*pp)->patMap;
+    Handle table = reinterpret_cast<Handle>((*map)->pmTable);
+    SetHandleSize(table, 8 + 4 * sizeof(ColorSpec));
+    SetHandleSize((*pp)->patData, 16);
+    PixMap& m = **map;
+    m.rowBytes = SInt16(2 | 0x8000);
+    m.bounds = Rect{0, 0, 8, 8};
+    m.pixelSize = m.cmpSize = 2;
+    m.cmpCount = 1;
+    ColorTable& t = **m.pmTable;
+    t.ctSize = 3;
+    const RGBColor colours[] = {
+        {0xFFFF, 0xFFFF, 0xFFFF}, {0xFFFF, 0, 0}, {0, 0, 0xFFFF}, {0, 0, 0}};
+    for (int i = 0; i < 4; ++i) t.ctTable[i] = ColorSpec{SInt16(i), colours[i]};
+    for (int y = 0; y < 8; ++y)
+      for (int x = 0; x < 8; ++x) {
+        UInt8& byte = reinterpret_cast<UInt8*>(*(*pp)->patData)[y * 2 + x / 4];
+        byte = UInt8(byte | (((x + y) / 2 % 4) << (6 - 2 * (x % 4))));
+      }
+    (*pp)->patXValid = -1;
+    return pp;
+  }
+  CGrafPort cport{};
+  ColourExtras extras{};
+};
+
+TEST_F(ColourPictures, SeededScenesPlayBackPixelForPixel) {
+  for (unsigned seed = 1; seed <= 16; ++seed) ExpectSceneReplays(seed, &extras);
 }
 
 // At twice the frame's size, shapes land on the doubled rectangles and
@@ -395,22 +535,34 @@ Handle HandleOf(const Bytes& b) {
 }
 
 // Version 1: byte opcodes, no padding; an unknown version 2 opcode is read
-// past by its size; PaintRgn draws nothing and the next opcode still plays.
+// past by its size; a region whose lines cannot be read draws as its box,
+// and the next opcode still plays.
 TEST_F(Pictures, HandMadePicturesPlay) {
   struct Case {
     const char* name;
     Bytes bytes;
+    int black;
   };
   const Bytes frame = {0, 0, 0, 0, 0, 0, 100, 0, 100, 0};
   const Bytes v2 = Concat({frame, {0x00, 0x11, 0x02, 0xFF, 0x0C, 0x00}, Bytes(24, 0)});
   const Case cases[] = {
-      {"version 1", Concat({frame, {0x11, 0x01, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0xFF}})},
-      {"unknown opcode", Concat({v2,
-                                 {0x00, 0xD7, 0, 0, 0, 3, 1, 2, 3, 0},
-                                 {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}})},
-      {"region", Concat({v2,
-                         {0x00, 0x81, 0x00, 0x0A, 0, 0, 0, 0, 0, 90, 0, 90},
-                         {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}})},
+      {"version 1", Concat({frame, {0x11, 0x01, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0xFF}}), 400},
+      {"unknown opcode",
+       Concat({v2,
+               {0x00, 0xD7, 0, 0, 0, 3, 1, 2, 3, 0},
+               {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}}),
+       400},
+      {"rectangular region",
+       Concat({v2,
+               {0x00, 0x83, 0x00, 0x0A, 0, 0, 0, 0, 0, 5, 0, 5},
+               {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}}),
+       400 + 100},
+      {"region whose lines lie",
+       Concat({v2,
+               {0x00, 0x83, 0x00, 0x0E, 0, 0, 0, 0, 0, 5, 0, 5},
+               {0x00, 0x09, 0x00, 0x03},
+               {0x00, 0x31, 0, 10, 0, 10, 0, 20, 0, 20, 0x00, 0xFF}}),
+       400 + 100},
   };
   Rect dst{0, 0, 200, 200};
   for (const Case& c : cases) {
@@ -418,7 +570,7 @@ TEST_F(Pictures, HandMadePicturesPlay) {
     Reset();
     Handle h = HandleOf(c.bytes);
     DrawPicture(reinterpret_cast<PicHandle>(h), &dst);
-    EXPECT_EQ(BlackIn(0, 0, 256, 256), 20 * 20) << c.name;
+    EXPECT_EQ(BlackIn(0, 0, 256, 256), c.black) << c.name;
     EXPECT_EQ(canvas.Pixel(20, 20), kBlack) << c.name;
     EXPECT_EQ(canvas.Pixel(39, 39), kBlack) << c.name;
     DisposeHandle(h);
@@ -512,6 +664,151 @@ TEST_F(Pictures, BadPicturesAndNestingStayClean) {
   KillPicture(outer);
 }
 
+// The scrap picture: a picture header and a packed DIB, white, that the
+// drawing until ClosePicture reaches (nothing reaches the port meanwhile);
+// DrawPicture draws it as the bitmap it is.
+TEST_F(Pictures, ScrapPictureHoldsTheDrawingAsADib) {
+  Reset();
+  Rect empty{10, 10, 10, 40}, rect{10, 20, 40, 60};
+  EXPECT_EQ(KWE_OpenScrapPict(&empty), nullptr);
+  PicHandle scrap = KWE_OpenScrapPict(&rect);
+  ASSERT_NE(scrap, nullptr);
+  EXPECT_EQ(port.picSave, reinterpret_cast<Handle>(scrap));
+  EXPECT_EQ(OpenPicture(&rect), nullptr) << "the port records already";
+  Rect ink{20, 30, 30, 40};  // 10 down and 10 across into the picture
+  PaintRect(&ink);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 0) << "the pen is hidden while it records";
+  ClosePicture();
+  EXPECT_EQ(port.picSave, nullptr);
+  EXPECT_EQ(port.pnVis, 0);
+
+  const UInt8* bytes = reinterpret_cast<const UInt8*>(*scrap);
+  const Rect& frame = (**scrap).picFrame;
+  EXPECT_EQ(frame.bottom, 30);
+  EXPECT_EQ(frame.right, 40);
+  BITMAPINFOHEADER header;
+  std::memcpy(&header, bytes + 10, sizeof header);
+  EXPECT_EQ(header.biWidth, 40);
+  EXPECT_EQ(header.biHeight, 30);
+  EXPECT_EQ(header.biXPelsPerMeter, 2800);
+  ASSERT_EQ(header.biBitCount, 24) << "a true-colour screen";
+  const UInt32 rowBytes = (40 * 3 + 3) / 4 * 4;
+  EXPECT_EQ(header.biSizeImage, rowBytes * 30);
+  EXPECT_EQ(GetHandleSize(reinterpret_cast<Handle>(scrap)), Size(10 + 40 + rowBytes * 30));
+  // Bottom-up rows: picture row y is DIB row 29 - y.
+  auto dibBlack = [&](int x, int y) {
+    const UInt8* p = bytes + 50 + (29 - y) * rowBytes + 3 * x;
+    return p[0] == 0 && p[1] == 0 && p[2] == 0;
+  };
+  int black = 0;
+  for (int y = 0; y < 30; ++y)
+    for (int x = 0; x < 40; ++x) {
+      bool inside = y >= 10 && y < 20 && x >= 10 && x < 20;
+      EXPECT_EQ(dibBlack(x, y), inside) << x << "," << y;
+      black += dibBlack(x, y);
+    }
+  EXPECT_EQ(black, 100);
+
+  Rect dst{100, 100, 160, 180};  // twice the size
+  DrawPicture(scrap, &dst);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 400);
+  ExpectInk("scrap drawn", {{120, 120}, {139, 139}}, {{119, 119}, {140, 140}});
+  KillPicture(scrap);
+}
+
+// RotateBegin turns the text that follows by its angle, clockwise about
+// the centre RotateCenter set, until RotateEnd; in a picture as on the
+// screen.
+TEST_F(Pictures, RotationCommentsTurnTextWhenPlayed) {
+  Reset();
+  TextFont(times);
+  TextSize(24);
+  auto inkBox = [&] {
+    RECT box{256, 256, -1, -1};
+    for (int y = 0; y < 256; ++y)
+      for (int x = 0; x < 256; ++x)
+        if (canvas.Pixel(x, y) != kWhite)
+          box = RECT{std::min<LONG>(box.left, x), std::min<LONG>(box.top, y),
+                     std::max<LONG>(box.right, x + 1), std::max<LONG>(box.bottom, y + 1)};
+    return box;
+  };
+  auto comment = [](SInt16 kind, std::initializer_list<SInt16> words) {
+    Handle data = NewHandleClear(Size(2 * words.size()));
+    std::memcpy(*data, words.begin(), 2 * words.size());
+    PicComment(kind, SInt16(2 * words.size()), data);
+    DisposeHandle(data);
+  };
+  Rect frame{0, 0, 256, 256};
+  for (SInt16 angle : {0, 90, 180}) {
+    canvas.Clear();
+    PicHandle pic = OpenPicture(&frame);
+    MoveTo(128, 128);
+    comment(202, {0, 0, 0, 0});  // the centre at the pen
+    comment(200, {0, angle});
+    DrawString(P("WWWWWW"));
+    comment(201, {});
+    ClosePicture();
+    DrawPicture(pic, &frame);
+    RECT box = inkBox();
+    int wide = box.right - box.left, tall = box.bottom - box.top;
+    if (angle == 90) {
+      EXPECT_GT(tall, 2 * wide) << "runs down";
+      EXPECT_GE(box.top, 120);
+      EXPECT_LE(box.right, 136) << "its top to the right of the centre";
+    } else {
+      EXPECT_GT(wide, 2 * tall) << angle;
+      EXPECT_TRUE(angle == 180 ? box.right <= 129 : box.left >= 127) << angle << " runs its way";
+    }
+    KillPicture(pic);
+  }
+  canvas.Clear();
+  MoveTo(10, 100);
+  DrawString(P("WWWWWW"));
+  RECT box = inkBox();
+  EXPECT_GT(box.right - box.left, 2 * (box.bottom - box.top)) << "unturned after playback";
+}
+
+// Patterns drawn into an enhanced metafile (how 'PICT' reaches other
+// programs) play back as they are drawn directly.
+TEST_F(Pictures, PatternFillsPlayBackFromAnEnhancedMetafile) {
+  const Pattern patterns[] = {{{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}},
+                              {{0x88, 0x22, 0x88, 0x22, 0x88, 0x22, 0x88, 0x22}},
+                              {{0x80, 0x40, 0x20, 0x10, 0x08, 0x04, 0x02, 0x01}},
+                              {{0xFF, 0x00, 0xF0, 0x0F, 0x33, 0xCC, 0x01, 0xFE}}};
+  for (const Pattern& pat : patterns) {
+    Reset();
+    canvas.Clear();
+    Rect r{0, 0, 256, 256};  // the whole canvas: the metafile plays back unscaled
+    FillRect(&r, &pat);
+    std::vector<uint32_t> direct = Pixels();
+    canvas.Clear();
+    HDC metafile = CreateEnhMetaFileA(canvas.Dc(), nullptr, nullptr, nullptr);
+    ASSERT_NE(metafile, nullptr);
+    KWE_SwaphDC(metafile, true);
+    FillRect(&r, &pat);
+    KWE_SwaphDC(canvas.Dc(), true);
+    HENHMETAFILE finished = CloseEnhMetaFile(metafile);
+    ENHMETAHEADER head;
+    GetEnhMetaFileHeader(finished, sizeof head, &head);
+    RECT at{head.rclBounds.left, head.rclBounds.top, head.rclBounds.right + 1,
+            head.rclBounds.bottom + 1};
+    PlayEnhMetaFile(canvas.Dc(), finished, &at);
+    DeleteEnhMetaFile(finished);
+    std::vector<uint32_t> played = Pixels();
+    EXPECT_EQ(canvas.Rows(0, 8, 0, 16),
+              [&] {
+                std::string s;
+                for (int y = 0; y < 8; ++y) {
+                  for (int x = 0; x < 16; ++x) s += direct[y * 256 + x] == 0 ? '#' : '.';
+                  s += '|';
+                }
+                return s;
+              }())
+        << "pattern " << int(pat.pat[0]) << "," << int(pat.pat[1]);
+    EXPECT_EQ(played, direct);
+  }
+}
+
 TEST_F(Pictures, RecordDrawKillCyclesKeepGdiObjectsFlat) {
   Reset();
   Rect frame{0, 0, 100, 100}, r{10, 10, 60, 60};
@@ -523,6 +820,11 @@ TEST_F(Pictures, RecordDrawKillCyclesKeepGdiObjectsFlat) {
     ClosePicture();
     DrawPicture(pic, &frame);
     KillPicture(pic);
+    PicHandle scrap = KWE_OpenScrapPict(&r);
+    PaintOval(&r);
+    ClosePicture();
+    DrawPicture(scrap, &frame);
+    KillPicture(scrap);
   };
   for (int i = 0; i < 50; ++i) cycle();
   int before = LiveGdiObjects();
