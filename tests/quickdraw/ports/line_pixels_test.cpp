@@ -21,29 +21,10 @@ constexpr int kSize = 256;
 
 // A 32-bit top-down DIB whose pixels are read straight from memory: the
 // sweeps below look at millions of them.
-class Surface {
+class Surface : public Canvas {
  public:
-  Surface() {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, kSize, -kSize, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    dc_ = CreateCompatibleDC(nullptr);
-    bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    pixels_ = static_cast<uint32_t*>(bits);
-    old_ = SelectObject(dc_, bitmap_);
-  }
-  ~Surface() {
-    SelectObject(dc_, old_);
-    DeleteObject(bitmap_);
-    DeleteDC(dc_);
-  }
-  HDC Dc() const { return dc_; }
-  void Fill(uint32_t colour, const RECT& r = kAll) {
-    GdiFlush();
-    for (int y = r.top; y < r.bottom; ++y)
-      for (int x = r.left; x < r.right; ++x) pixels_[y * kSize + x] = colour;
-  }
-  bool Black(int x, int y) const { return (pixels_[y * kSize + x] & 0xFFFFFF) == 0; }
+  Surface() : Canvas(kSize) {}
+  void Fill(uint32_t colour, const RECT& r = kAll) { Canvas::Fill(colour, r); }
   // The first pixel of r where two surfaces differ, as "x,y", or "".
   std::string FirstDifference(const Surface& other, const RECT& r = kAll) const {
     GdiFlush();
@@ -53,12 +34,6 @@ class Surface {
     return "";
   }
   static constexpr RECT kAll{0, 0, kSize, kSize};
-
- private:
-  HDC dc_;
-  HBITMAP bitmap_;
-  HGDIOBJ old_;
-  uint32_t* pixels_;
 };
 
 // GDI's line from (h0, v0) to (h1, v1) with the end pixel added, in black

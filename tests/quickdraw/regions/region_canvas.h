@@ -53,10 +53,14 @@ class Canvas {
     GdiFlush();
     return pixels_[y * size_ + x] & 0xFFFFFF;
   }
-  void Clear() {
+  void Clear() { Fill(kWhite, RECT{0, 0, size_, size_}); }
+  // Written straight into the DIB: sweeps fill and read millions of pixels.
+  void Fill(uint32_t colour, const RECT& r) {
     GdiFlush();
-    for (int i = 0; i < size_ * size_; ++i) pixels_[i] = 0xFFFFFF;
+    for (int y = r.top; y < r.bottom; ++y)
+      for (int x = r.left; x < r.right; ++x) pixels_[y * size_ + x] = colour;
   }
+  bool Black(int x, int y) const { return (pixels_[y * size_ + x] & 0xFFFFFF) == 0; }
   // The black pixels of row y, as a string of '#' and '.'.
   std::string Row(int y, int from, int to) const {
     std::string s;
