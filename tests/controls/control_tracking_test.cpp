@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "controls/controls_fixture.h"
+#include "support/scroll_bar_aim.h"
 
 namespace {
 
@@ -32,24 +33,6 @@ void KWE_CALL Scroll(ControlHandle c, SInt16 part) {
 
 class Tracking : public ControlsOnTop {
  protected:
-  // Where a user aims at a part of a vertical bar, in screen coordinates.
-  POINT Aim(HWND bar, SInt16 part) {
-    SCROLLBARINFO info{};
-    info.cbSize = sizeof info;
-    GetScrollBarInfo(bar, OBJID_CLIENT, &info);
-    RECT r;
-    GetWindowRect(bar, &r);
-    int x = (r.left + r.right) / 2, arrow = info.dxyLineButton;
-    int thumbTop = r.top + info.xyThumbTop, thumbBottom = r.top + info.xyThumbBottom;
-    switch (part) {
-      case inUpButton: return POINT{x, r.top + arrow / 2};
-      case inDownButton: return POINT{x, r.bottom - arrow / 2 - 1};
-      case inPageUp: return POINT{x, (r.top + arrow + thumbTop) / 2};
-      case inPageDown: return POINT{x, (thumbBottom + r.bottom - arrow) / 2};
-      default: return POINT{x, (thumbTop + thumbBottom) / 2};
-    }
-  }
-
   // Presses at from, moves to to, holds for holdMs and releases, from a
   // second thread, while the application's loop runs; the part
   // TrackControl answered (-1: no mouseDown reached a control).

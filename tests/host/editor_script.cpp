@@ -18,10 +18,12 @@
 #include "host/golden_image.h"
 #include "host/program_driver.h"
 #include "png_writer.h"
+#include "support/scroll_bar_aim.h"
 
 namespace {
 
 using namespace kwe_drive;
+using kwe_test::Aim;
 
 constexpr int kApple = 0, kFile = 1, kEdit = 2, kSize = 4, kStyle = 5;
 constexpr COLORREF kWhite = RGB(255, 255, 255);
@@ -175,19 +177,6 @@ HWND VerticalBar() {
   for (HWND child = GetWindow(g.notes, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
     if (GetWindowLongA(child, GWL_STYLE) & SBS_VERT) return child;
   return nullptr;
-}
-
-// Where a user aims at the vertical scroll bar's down arrow or page-down
-// area, in screen coordinates.
-POINT Aim(HWND bar, SInt16 part) {
-  SCROLLBARINFO info{};
-  info.cbSize = sizeof info;
-  GetScrollBarInfo(bar, OBJID_CLIENT, &info);
-  RECT r;
-  GetWindowRect(bar, &r);
-  int x = (r.left + r.right) / 2, arrow = info.dxyLineButton;
-  if (part == inDownButton) return POINT{x, r.bottom - arrow / 2 - 1};
-  return POINT{x, (r.top + info.xyThumbBottom + r.bottom - arrow) / 2};
 }
 
 void Click(POINT at, const std::string& step) {
