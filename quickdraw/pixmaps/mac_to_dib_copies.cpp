@@ -70,9 +70,9 @@ using namespace kwe::quickdraw;
 KWE_API OSErr KWE_CALL KWE_CopyBitsMacToDIB(PixMap* src, PixMap* dst, Rect srcRect, Rect dstRect,
                                             SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
                                             RgnHandle maskRgn) {
-  if (!src || !dst || dst->pmVersion != kLibraryPixMapVersion || dst->rowBytes >= 0)
-    return paramErr;
-  auto& lib = *reinterpret_cast<LibraryPixMap*>(dst);
+  LibraryPixMap* record = LibraryRecordOf(dst);
+  if (!src || !record) return paramErr;
+  auto& lib = *record;
   if (!(lib.flags & kDibPixelsFlag) || !lib.dib || !*lib.dib || !lib.dibBits) return paramErr;
   if (!Inside(srcRect, src->bounds) || !Inside(dstRect, dst->bounds)) return paramErr;
   HLock(lib.dib);

@@ -34,11 +34,6 @@ constexpr SInt16 kFoldToDib = 0x02, kFoldNoPixels = 0x04, kFoldToDdb = 0x08,
 constexpr SInt16 kUnfoldRelease = 0x01, kUnfoldByIndex = 0x10, kUnfoldForget = 0x40;
 constexpr SInt16 kUnfoldOneBit = 0x100, kUnfoldFourBits = 0x200, kUnfoldEightBits = 0x400;
 
-LibraryPixMap* LibraryOf(PixMap* pm) {
-  if (!pm || pm->rowBytes >= 0 || pm->pmVersion != kLibraryPixMapVersion) return nullptr;
-  return reinterpret_cast<LibraryPixMap*>(pm);
-}
-
 bool HasMacPixels(const PixMap& pm) { return reinterpret_cast<uintptr_t>(pm.baseAddr) > 0xFFFF; }
 
 // The DIB's colour j: the pixel map's entry j, or entry n - 1 - j reversed.
@@ -231,7 +226,7 @@ bool Unfold(const Source& s, BitMap* dst, int depth, bool byIndex) {
 using namespace kwe::quickdraw;
 
 KWE_API Boolean KWE_CALL KWE_FoldPixMap(PixMap* pm, Rect* rect, SInt16 flags) {
-  LibraryPixMap* lib = LibraryOf(pm);
+  LibraryPixMap* lib = LibraryRecordOf(pm);
   if (!lib) return false;
   if (flags & (kFoldToDib | kFoldToDdb)) return Fold(*pm, *lib, rect, flags);
   if ((flags & kFoldMarkReversed) && (pm->pixelSize == 1 || pm->pixelSize == 8))
@@ -241,7 +236,7 @@ KWE_API Boolean KWE_CALL KWE_FoldPixMap(PixMap* pm, Rect* rect, SInt16 flags) {
 
 KWE_API Boolean KWE_CALL KWE_UnfoldPixMap(PixMap* pm, BitMap* dst, void* /*reserved1*/,
                                           void* /*reserved2*/, SInt16 flags) {
-  LibraryPixMap* lib = LibraryOf(pm);
+  LibraryPixMap* lib = LibraryRecordOf(pm);
   if (!lib || !dst) return false;
   Source s;
   bool fromDib = (lib->flags & kDibPixelsFlag) && lib->dib && *lib->dib;

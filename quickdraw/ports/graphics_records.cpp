@@ -21,6 +21,11 @@ bool IsLibraryPixMap(PixMapHandle pm) {
          GetHandleSize(reinterpret_cast<Handle>(pm)) >= static_cast<Size>(sizeof(LibraryPixMap));
 }
 
+LibraryPixMap* LibraryRecordOf(PixMap* pm) {
+  if (!pm || pm->rowBytes >= 0 || pm->pmVersion != kLibraryPixMapVersion) return nullptr;
+  return reinterpret_cast<LibraryPixMap*>(pm);
+}
+
 PixMapHandle MakePixMap(HDC dc) {
   Handle h = NewHandleClear(sizeof(LibraryPixMap));
   if (!h) return nullptr;

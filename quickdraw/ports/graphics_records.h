@@ -48,6 +48,9 @@ constexpr UInt16 kDdbPixelsFlag = 0x0040;
 // A library pixel map: NewPixMap's (pmVersion 0xC000, a handle of the
 // library record's size).
 bool IsLibraryPixMap(PixMapHandle pm);
+// The library's record behind a pixel map the program passes by pointer
+// (pmVersion 0xC000 and rowBytes' top bit set); null for any other.
+LibraryPixMap* LibraryRecordOf(PixMap* pm);
 
 // A pixel map of the depth of dc, covering the screen, with no pixels; null
 // when memory is short.
