@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Memory.h"
+#include "quickdraw/pixmaps/pixel_conversion.h"
 
 namespace kwe::quickdraw {
 namespace {
@@ -65,7 +66,7 @@ HBRUSH MakeColourPatternBrush(PixPatHandle pp, Pattern* pat, RGBColor* fg, RGBCo
     return nullptr;
 
   int dibDepth = depth == 2 ? 4 : depth;
-  int dibRow = (width * dibDepth + 31) / 32 * 4;
+  int dibRow = DibRowBytes(width, dibDepth);
   int paletteSize = dibDepth <= 8 ? 1 << dibDepth : 0;
   std::vector<BYTE> dib(sizeof(BITMAPINFOHEADER) + paletteSize * sizeof(RGBQUAD) +
                         size_t(dibRow) * height);

@@ -12,6 +12,7 @@
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "quickdraw/pictures/picture_state.h"
+#include "quickdraw/pixmaps/pixel_conversion.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/ports/screen_state.h"
 
@@ -38,7 +39,7 @@ DibShape ShapeOf(const Rect& r) {
     s.bits = 8;
     s.colours = 256;
   }
-  s.rowBytes = static_cast<size_t>((s.width * s.bits + 31) / 32 * 4);
+  s.rowBytes = static_cast<size_t>(quickdraw::DibRowBytes(s.width, s.bits));
   return s;
 }
 
@@ -54,7 +55,7 @@ bool IsScrapDib(Handle pic) {
       h.biCompression != BI_RGB || (h.biBitCount != 8 && h.biBitCount != 24))
     return false;
   size_t colours = h.biBitCount == 8 ? 256 : 0;
-  size_t rowBytes = static_cast<size_t>((h.biWidth * h.biBitCount + 31) / 32 * 4);
+  size_t rowBytes = static_cast<size_t>(quickdraw::DibRowBytes(h.biWidth, h.biBitCount));
   size_t need = kPictureHeader + sizeof(BITMAPINFOHEADER) + colours * sizeof(RGBQUAD) +
                 rowBytes * static_cast<size_t>(h.biHeight);
   return static_cast<size_t>(GetHandleSize(pic)) >= need;
