@@ -18,17 +18,17 @@ using namespace kwe_test;
 std::vector<SInt16> g_parts;
 int g_callsOutsideLoop = 0;
 
-// The application's action procedure: one line or one page per call.
+// One line or one page a call, as the application scrolls.
+int StepOf(SInt16 part) {
+  return part == inUpButton ? -1 : part == inDownButton ? 1 : part == inPageUp ? -10 : 10;
+}
+
+// The application's action procedure.
 void KWE_CALL Scroll(ControlHandle c, SInt16 part) {
   g_parts.push_back(part);
   // Windows' loop holds the capture on the bar while it runs.
   g_callsOutsideLoop += GetCapture() != ChildWindow(c);
-  int step = part == inUpButton     ? -1
-             : part == inDownButton ? 1
-             : part == inPageUp     ? -10
-             : part == inPageDown   ? 10
-                                    : 0;
-  SetControlValue(c, SInt16(GetControlValue(c) + step));
+  if (part != inThumb) SetControlValue(c, SInt16(GetControlValue(c) + StepOf(part)));
 }
 
 class Tracking : public ControlsOnTop {
@@ -81,11 +81,7 @@ TEST_F(Tracking, MouseOnScrollBarPartsCallsTheActionWithThePart) {
     if (k.repeats) {
       EXPECT_EQ(g_callsOutsideLoop, 0) << where;
     }
-    int step = k.part == inUpButton     ? -1
-               : k.part == inDownButton ? 1
-               : k.part == inPageUp     ? -10
-                                        : 10;
-    int expected = std::max(0, std::min(100, 50 + step * int(g_parts.size())));
+    int expected = std::max(0, std::min(100, 50 + StepOf(k.part) * int(g_parts.size())));
     EXPECT_EQ(GetControlValue(bar), expected) << where;
     EXPECT_EQ(ScrollState(child), "0..100 @ " + std::to_string(expected)) << where;
     DisposeControl(bar);

@@ -18,10 +18,6 @@ std::string ClassOf(HWND hwnd);
 std::string ScrollState(HWND bar);
 // The child's rectangle in its parent's client area, "top,left,bottom,right".
 std::string PlaceOf(HWND child);
-inline std::string Show(const Rect& r) {
-  return std::to_string(r.top) + "," + std::to_string(r.left) + "," + std::to_string(r.bottom) +
-         "," + std::to_string(r.right);
-}
 
 class ControlTest : public WindowTest {
  protected:

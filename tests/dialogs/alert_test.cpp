@@ -31,17 +31,11 @@ Boolean KWE_CALL Inspect(DialogPtr d, EventRecord*, SInt16* itemHit) {
   g_seen.iconItem = std::to_string(type) + "@" + Show(r);
   if (type == iconItem + itemDisable && h && *h)
     g_seen.icon = reinterpret_cast<HICON>(intptr_t(*reinterpret_cast<SInt32*>(*h)));
-  for (int item = 1; item <= 3; ++item) {
-    HWND child = ItemChild(d, item);
-    char cls[16] = "";
-    GetClassNameA(child, cls, sizeof cls);
-    if (!child || lstrcmpiA(cls, "button") != 0) continue;
-    if ((GetWindowLongA(child, GWL_STYLE) & 0xF) == BS_DEFPUSHBUTTON) g_seen.defaultButton = item;
-    RECT place;
-    GetWindowRect(child, &place);
-    MapWindowPoints(nullptr, HwndOfDialog(d), reinterpret_cast<POINT*>(&place), 2);
-    g_seen.buttons.push_back(std::to_string(place.left) + "," +
-                             std::to_string(place.right - place.left));
+  for (const Child& c : ChildrenOf(HwndOfDialog(d))) {
+    if (c.cls != "button" || c.id > 3) continue;
+    if ((c.style & 0xF) == BS_DEFPUSHBUTTON) g_seen.defaultButton = c.id;
+    g_seen.buttons.push_back(std::to_string(c.place.left) + "," +
+                             std::to_string(c.place.right - c.place.left));
   }
   GetDialogItem(d, 1, &type, &h, &r);
   g_seen.firstItemRect = Show(r);

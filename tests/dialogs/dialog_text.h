@@ -12,18 +12,15 @@ struct ItemText {
   std::string data;  // text, or a resource ID in decimal for types 7, 32, 64
 };
 
-inline std::string Quoted(const std::string& s) {
-  std::string out = "\"";
-  for (unsigned char c : s) {
-    char buffer[8];
-    if (c < 0x20 || c >= 0x7F || c == '"' || c == '\\') {
-      std::snprintf(buffer, sizeof buffer, "\\x%02X", c);
-      out += buffer;
-    } else {
-      out += char(c);
-    }
+// Bytes as the text form's hexadecimal pairs, for texts of any characters.
+inline std::string Hex(const std::string& bytes) {
+  std::string out = "  hex";
+  char pair[4];
+  for (unsigned char c : bytes) {
+    std::snprintf(pair, sizeof pair, " %02X", c);
+    out += pair;
   }
-  return out + "\"";
+  return out + "\n";
 }
 
 inline std::string ItemList(int id, const std::vector<ItemText>& items, int countWord = -2) {
@@ -36,12 +33,10 @@ inline std::string ItemList(int id, const std::vector<ItemText>& items, int coun
                   i.bottom, i.right, i.type);
     out += line;
     int type = i.type & 127;
-    if (type == 7 || type == 32 || type == 64) {
+    if (type == 7 || type == 32 || type == 64)
       out += "  hex 02\n  words " + i.data + "\n";
-    } else {
-      out += "  pstring " + Quoted(i.data) + "\n";
-      if (i.data.size() % 2) out += "  hex 00\n";
-    }
+    else  // a Pascal string padded to an even length
+      out += Hex(char(i.data.size()) + i.data + std::string(i.data.size() % 2, '\0'));
   }
   return out;
 }
@@ -51,9 +46,9 @@ inline std::string DialogTemplate(int id, int top, int left, int bottom, int rig
   char line[200];
   std::snprintf(line, sizeof line,
                 "resource 'DLOG' %d\n  words %d %d %d %d 1\n  hex %02X 00 00 00\n  longs 0\n"
-                "  words %d\n  pstring %s\n",
-                id, top, left, bottom, right, visible ? 1 : 0, itemsId, Quoted(title).c_str());
-  return line;
+                "  words %d\n",
+                id, top, left, bottom, right, visible ? 1 : 0, itemsId);
+  return line + Hex(char(title.size()) + title);
 }
 
 struct EntryText {

@@ -54,25 +54,17 @@ HWND HwndOfDialog(DialogPtr d) { return KWE_GethWnd(d); }
 
 HWND ItemChild(DialogPtr d, int item) { return GetDlgItem(HwndOfDialog(d), item); }
 
-void PostKey(HWND to, UINT vk, bool shift, bool ctrl) {
+void PostKey(HWND to, UINT vk, bool shift, bool ctrl, bool alt) {
   BYTE keys[256] = {};
   GetKeyboardState(keys);
   keys[VK_SHIFT] = shift ? 0x80 : 0;
   keys[VK_CONTROL] = ctrl ? 0x80 : 0;
+  keys[VK_MENU] = alt ? 0x80 : 0;
   SetKeyboardState(keys);
-  UINT scan = MapVirtualKeyA(vk, 0);
-  PostMessageA(to, WM_KEYDOWN, vk, LPARAM(1 | (scan << 16)));
-  PostMessageA(to, WM_KEYUP, vk, LPARAM(1 | (scan << 16) | (3u << 30)));
-}
-
-void PostAltKey(HWND to, UINT vk) {
-  BYTE keys[256] = {};
-  GetKeyboardState(keys);
-  keys[VK_MENU] = 0x80;
-  SetKeyboardState(keys);
-  UINT scan = MapVirtualKeyA(vk, 0);
-  PostMessageA(to, WM_SYSKEYDOWN, vk, LPARAM(1 | (scan << 16) | (1u << 29)));
-  PostMessageA(to, WM_SYSKEYUP, vk, LPARAM(1 | (scan << 16) | (1u << 29) | (3u << 30)));
+  // Alt makes them system keys, with the context bit (29) set.
+  LPARAM down = LPARAM(1 | (MapVirtualKeyA(vk, 0) << 16) | (alt ? 1u << 29 : 0));
+  PostMessageA(to, alt ? WM_SYSKEYDOWN : WM_KEYDOWN, vk, down);
+  PostMessageA(to, alt ? WM_SYSKEYUP : WM_KEYUP, vk, down | LPARAM(3u << 30));
 }
 
 ::testing::AssertionResult Flat(const Footprint& before, const Footprint& after) {

@@ -31,8 +31,7 @@ HWND HwndOfDialog(DialogPtr d);
 HWND ItemChild(DialogPtr d, int item);
 
 // Posts a key as the keyboard hook hands it to the dialog window.
-void PostKey(HWND to, UINT vk, bool shift = false, bool ctrl = false);
-void PostAltKey(HWND to, UINT vk);
+void PostKey(HWND to, UINT vk, bool shift = false, bool ctrl = false, bool alt = false);
 
 // USER's windows and the heap's bytes as they were; GDI's objects within a
 // few that Wine's own caches take now and then (a leak per dialog would

@@ -32,16 +32,6 @@ class Tracking : public MenuTest {
     InsertMenu(edit, 0);
     DrawMenuBar();
   }
-  // The mouseDown the chosen command posts, as FindWindow reads it.
-  SInt16 NextMouseDownPart() {
-    EventRecord e{};
-    for (int i = 0; i < 40; ++i)
-      if (GetNextEvent(mDownMask, &e)) {
-        WindowPtr w = nullptr;
-        return FindWindo(e.where, &w);
-      }
-    return -1;
-  }
   MenuHandle file = nullptr, edit = nullptr;
 };
 
@@ -64,9 +54,9 @@ TEST_F(Tracking, MenuSelectAnswersTheItemChosenInWindowsTracking) {
     DuringModal(steps);
     SendMessageA(mainWindow, WM_SYSCOMMAND, SC_KEYMENU, 0);
     Finish();
-    if (c.expected) {
-      EXPECT_EQ(NextMouseDownPart(), inMenuBar) << c.expected;
-    }
+    EventRecord e{};
+    WindowPtr w = nullptr;
+    EXPECT_EQ(NextMouseDown(&e) ? FindWindo(e.where, &w) : -1, c.expected ? inMenuBar : -1);
     EXPECT_EQ(MenuSelect(Point{-1, -1}), c.expected);
     EXPECT_EQ(MenuSelect(Point{-1, -1}), 0);
     HMENU bar = GetMenu(mainWindow);

@@ -46,13 +46,10 @@ Win32Item Win32ItemAt(HMENU menu, int position) {
 }
 
 void MenuTest::SetUp() {
-  SessionTest::SetUp();
+  WindowTest::SetUp();
   g_previous = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrA(mainWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(MenuHostProc)));
   SetWindowPos(mainWindow, HWND_TOP, 40, 40, 600, 400, SWP_SHOWWINDOW);
-  GrafPtr screen = nullptr;
-  InitGraf(&screen);
-  InitWindows();
   InitMenus();
   Pump();
 }
@@ -61,7 +58,7 @@ void MenuTest::TearDown() {
   Finish();
   if (resourceRefNum > 0) CloseResFile(resourceRefNum);
   if (!resourceFile.empty()) DeleteFileA(resourceFile.c_str());
-  SessionTest::TearDown();
+  WindowTest::TearDown();
 }
 
 void MenuTest::UseResources(const std::vector<resource_builder::Resource>& resources) {
@@ -91,7 +88,5 @@ void MenuTest::PostKey(UINT vk) {
   PostMessageA(to, WM_KEYDOWN, vk, 1);
   PostMessageA(to, WM_KEYUP, vk, LPARAM(0xC0000001));
 }
-
-void MenuTest::Pump() { PumpMessages(); }
 
 }  // namespace kwe_test

@@ -1,5 +1,5 @@
 // A session whose main window forwards the menu messages to the library as
-// a host shell does, with InitGraf, InitWindows and InitMenus done; 'MENU'
+// a host shell does, with InitMenus done after the windows' session; 'MENU'
 // and 'MBAR' resources in a file of the test's own; what USER holds of a
 // Win32 menu; input played while a modal menu loop runs.
 #pragma once
@@ -11,8 +11,8 @@
 #include "KWEMenus.h"
 #include "Menus.h"
 #include "support/menu_resources.h"
-#include "support/test_host.h"
 #include "support/timed_steps.h"
+#include "windows/windows_fixture.h"
 
 namespace kwe_test {
 
@@ -27,7 +27,7 @@ struct Win32Item {
 };
 Win32Item Win32ItemAt(HMENU menu, int position);
 
-class MenuTest : public SessionTest {
+class MenuTest : public WindowTest {
  protected:
   void SetUp() override;
   void TearDown() override;
@@ -43,8 +43,6 @@ class MenuTest : public SessionTest {
   void Finish();
   // A key pressed and released, as the keyboard posts it to the focus.
   void PostKey(UINT vk);
-  // Lets Windows deliver what it has queued.
-  void Pump();
 
   std::string resourceFile;
   SInt16 resourceRefNum = -1;
