@@ -17,16 +17,9 @@
 
 namespace {
 
-using kwe_test::Exists;
-using kwe_test::ExpectedDriveVolume;
-using kwe_test::Keep;
-using kwe_test::Listing;
-using kwe_test::P;
-using kwe_test::ReadRaw;
-using kwe_test::Text;
-using kwe_test::WriteRaw;
+using namespace kwe_test;
 
-using FilesCatalog = kwe_test::FilesTest;
+using FilesCatalog = FilesTest;
 
 TEST_F(FilesCatalog, CreateMakesAnEmptyFileOnceAndRefusalsMakeNothing) {
   EXPECT_EQ(Create(P("one.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
@@ -165,7 +158,7 @@ constexpr OSType kText = 0x54455854, kUnknown = 0x3F3F3F3F;
 // A directory "Sub" holding "Inner", "a.txt" and "b.bin"; the test
 // directory is the first working directory, Sub the second; the host's type
 // table knows TXT.
-class FilesNaming : public kwe_test::FilesTest {
+class FilesNaming : public FilesTest {
  protected:
   void SetUp() override {
     FilesTest::SetUp();
@@ -177,7 +170,7 @@ class FilesNaming : public kwe_test::FilesTest {
     WriteRaw(At("Sub\\a.txt"), "aa");
     WriteRaw(At("Sub\\b.bin"), "bbbb");
     sub = KWE_DirIDFromPath(At("Sub").c_str(), nullptr, &subWD);
-    volume = kwe_test::ExpectedDriveVolume(Dir()[0]);
+    volume = ExpectedDriveVolume(Dir()[0]);
   }
   UInt32 SessionFlags() const override { return directoryIDs ? kweFlagDirectoryIDs : 0; }
   // PBGetCatInfo of an index (0: by name, negative: the directory itself).
@@ -544,7 +537,7 @@ TEST_F(FilesNaming, GetVolAndSetVolFollowWindowsCurrentDirectory) {
 // (0x8E) is ANSI 0xE9 on disk, and comes back as 0x8E.
 TEST_F(FilesNaming, MacintoshCharactersAreAnsiCharactersOnDisk) {
   EXPECT_EQ(Create(P("caf\x8E.txt"), 0, 0x3F3F3F3F, 0x54455854), noErr);
-  EXPECT_TRUE(kwe_test::Exists(At("caf\xE9.txt")));
+  EXPECT_TRUE(Exists(At("caf\xE9.txt")));
   WriteRaw(At("r\xE9sum\xE9.txt"), "x");
   FSSpec spec;
   EXPECT_EQ(FSMakeFSSpec(0, 0, P("r\x8Esum\x8E.txt"), &spec), noErr);

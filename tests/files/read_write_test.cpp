@@ -16,13 +16,9 @@
 
 namespace {
 
-using kwe_test::Exists;
-using kwe_test::Keep;
-using kwe_test::P;
-using kwe_test::ReadRaw;
-using kwe_test::WriteRaw;
+using namespace kwe_test;
 
-class FilesReadWrite : public kwe_test::FilesTest {
+class FilesReadWrite : public FilesTest {
  protected:
   SInt16 Open(const std::string& name, const std::string& contents, SInt8 permission = fsCurPerm) {
     WriteRaw(At(name), contents);
@@ -185,7 +181,7 @@ TEST_F(FilesReadWrite, ClosedMadeUpAndReadOnlyReferencesChangeNothing) {
   EXPECT_EQ(ReadRaw(At("ro.txt")), "original");
 }
 
-using FilesTable = kwe_test::FilesTest;
+using FilesTable = FilesTest;
 
 // Every form of opening reaches the same file, each open taking a reference
 // number from 2 to 63; the next one answers tmfoErr, and a freed number is
@@ -305,7 +301,7 @@ TEST_F(FilesTable, ParkedFilesReopenAtTheirPlace) {
   EXPECT_EQ(KWE_FHRead(slot, c, 1), -1);
 }
 
-using FilesVolume = kwe_test::FilesTest;
+using FilesVolume = FilesTest;
 
 // C: as Windows counts it, after the library's rule: clusters halved and
 // the block doubled until both counts fit 15 bits; free bytes stop at
@@ -326,7 +322,7 @@ TEST_F(FilesVolume, FixedDrivesReportWindowsFreeSpace) {
   v.ioVolIndex = 3;  // C: is the third volume
   ASSERT_EQ(PBGetVInfo(&pb, false), noErr);
   EXPECT_EQ(v.ioVRefNum, -3);
-  EXPECT_EQ(kwe_test::Text(name), "C:\\");
+  EXPECT_EQ(Text(name), "C:\\");
   EXPECT_EQ(v.ioVNmAlBlks, blocks);
   EXPECT_EQ(UInt32(v.ioVAlBlkSiz), blockSize);
   EXPECT_NEAR(double(v.ioVFrBlk), double(freeBlocks), 64.0);
@@ -346,7 +342,7 @@ TEST_F(FilesVolume, FixedDrivesReportWindowsFreeSpace) {
 // A volume named by working directory, by the current directory or by a
 // path in it is the drive's; unknown ones answer nsvErr.
 TEST_F(FilesVolume, VolumesNamedByWorkingDirectoryPathOrIndex) {
-  const SInt16 volume = kwe_test::ExpectedDriveVolume(Dir()[0]);
+  const SInt16 volume = ExpectedDriveVolume(Dir()[0]);
   const struct {
     SInt16 index, vRefNum;
     StringPtr name;

@@ -7,8 +7,12 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -111,44 +115,6 @@ TEST_F(PrinterTest, PrGeneralOffersAndSetsThePrintersResolutions) {
   PrGeneral(reinterpret_cast<Ptr>(&unknown));
   EXPECT_EQ(unknown.iError, OpNotImpl);
   PrGeneral(nullptr);
-}
-
-// Every page is opened by the program; only those in the job's range reach
-// the printer, each with what was drawn on it. The page's port measures in
-// points: text is as wide as on screen.
-TEST_F(PrinterTest, PagesInTheJobsRangeReachThePrinter) {
-  static SInt16 onScreen;
-  TextSize(12);
-  onScreen = StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world"));
-  const std::vector<std::string> pages = {"Page one", "Page two", "Page three"};
-  struct Row {
-    SInt16 first, last;
-    std::vector<std::string> printed;
-  } rows[] = {{1, iPrPgMax, {"Page one", "Page two", "Page three"}},
-              {2, 2, {"Page two"}},
-              {2, 9, {"Page two", "Page three"}}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(std::to_string(row.first) + ".." + std::to_string(row.last));
-    (**hPrint).prJob.iFstPage = row.first;
-    (**hPrint).prJob.iLstPage = row.last;
-    ASSERT_EQ(
-        PrintDocument(pages,
-                      [](int) {
-                        GrafPtr port = nullptr;
-                        GetPort(&port);
-                        EXPECT_EQ(Show(port->portRect), "0,0,720,576");
-                        TextSize(12);
-                        EXPECT_NEAR(
-                            StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world")),
-                            onScreen, onScreen / 5 + 2);
-                      }),
-        noErr);
-    EXPECT_EQ(printer.Pages(), int(row.printed.size()));
-    EXPECT_EQ(printer.PageTexts(), row.printed);
-  }
-  GrafPtr current = nullptr;
-  GetPort(&current);
-  EXPECT_EQ(current, screen) << "the program's port is current again";
 }
 
 // The status window's Cancel button, and Escape typed while a page is
@@ -262,30 +228,6 @@ TEST_F(PrinterTest, CallsOutOfOrderAreRefused) {
   EXPECT_EQ(status.hPrint, hPrint);
 }
 
-// PostScript a program hands over in picture comments reaches a PostScript
-// printer as it stands, wrapped when the session asks for it.
-TEST_F(PrinterTest, PostScriptCommentsPassStraightThrough) {
-  const char mark[] = "\r% a program's own PostScript\r";
-  for (bool wrapped : {false, true}) {
-    KWE_SetFlags(0, 0, 0x0010, wrapped ? 0x0010 : 0);
-    printer.Clear();
-    TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
-    ASSERT_NE(port, nullptr);
-    PrOpenPage(port, nullptr);
-    Handle data = NewHandle(sizeof mark - 1);
-    std::memcpy(*data, mark, sizeof mark - 1);
-    PicComment(190, 0, nullptr);
-    PicComment(192, SInt16(sizeof mark - 1), data);
-    PicComment(191, 0, nullptr);
-    DisposeHandle(data);
-    PrClosePage(port);
-    PrCloseDoc(port);
-    std::string out = printer.Output();
-    EXPECT_NE(out.find("% a program's own PostScript"), std::string::npos) << wrapped;
-    EXPECT_EQ(out.find("gsave 30 dict begin") != std::string::npos, wrapped);
-  }
-}
-
 // A flip between RotateBegin and RotateEnd is done by the PostScript printer
 // about the centre RotateCenter gave (in the printer's pixels), and undone
 // at RotateEnd; a turn without a flip and a RotateEnd with nothing begun
@@ -360,5 +302,214 @@ TEST_F(PrinterTest, GdiObjectsStayFlatOverManyJobs) {
   }
 }
 
+// A printer set to reduce to half (its DEVMODE's dmScale) shows the program
+// a page twice as large at the same resolution, and one that enlarges to
+// twice a page half as large. PostScript a program hands over in picture
+// comments reaches the printer as it stands, wrapped when the session asks
+// for it: then with the printer's scale and the font at the printer's dots
+// per point.
+TEST_F(PrinterTest, PrintersScaleSizesThePageAndThePostScript) {
+  const struct {
+    short scale;
+    bool wrapped;
+    const char *page, *paper;
+    SInt16 pageV;
+    const char* scaling;  // null: none sent
+  } rows[] = {{100, false, "0,0,720,576", "-36,-18,756,594", 1320, nullptr},
+              {100, true, "0,0,720,576", "-36,-18,756,594", 1320, nullptr},
+              {50, true, "0,0,1440,1152", "-72,-36,1512,1188", 2640, "\r\n0.5 0.5 scale\r\n"},
+              {200, true, "0,0,360,288", "-18,-9,378,297", 660, "\r\n2 2 scale\r\n"}};
+  const char mark[] = "\r% a program's own PostScript\r";
+  for (const auto& row : rows) {
+    SCOPED_TRACE(::testing::Message() << row.scale << (row.wrapped ? " wrapped" : ""));
+    KWE_SetFlags(0, 0, 0x0010, row.wrapped ? 0x0010 : 0);
+    ASSERT_TRUE(printer.SetScale(row.scale));
+    PrClose();
+    PrOpen();
+    EXPECT_TRUE(PrValidate(hPrint) || row.scale == 100) << "the page changed";
+    const TPrint& r = **hPrint;
+    EXPECT_EQ(Show(r.prInfo.rPage), row.page);
+    EXPECT_EQ(Show(r.rPaper), row.paper);
+    EXPECT_EQ(r.prInfo.iVRes, 72);
+    EXPECT_EQ(r.prStl.iPageV, row.pageV);
+    printer.Clear();
+    TPPrPort port = PrOpenDoc(hPrint, nullptr, nullptr);
+    ASSERT_NE(port, nullptr);
+    PrOpenPage(port, nullptr);
+    EXPECT_EQ(Show(port->gPort.portRect), row.page);
+    Handle data = NewHandle(sizeof mark - 1);
+    std::memcpy(*data, mark, sizeof mark - 1);
+    PicComment(190, 0, nullptr);
+    PicComment(192, SInt16(sizeof mark - 1), data);
+    PicComment(191, 0, nullptr);
+    DisposeHandle(data);
+    MoveTo(72, 144);
+    DrawString(reinterpret_cast<const unsigned char*>("\x06Scaled"));
+    PrClosePage(port);
+    PrCloseDoc(port);
+    ASSERT_EQ(PrError(), noErr);
+    std::string out = printer.Output();
+    EXPECT_NE(out.find("% a program's own PostScript"), std::string::npos);
+    EXPECT_EQ(out.find("gsave 30 dict begin") != std::string::npos, row.wrapped);
+    EXPECT_EQ(out.find("currentfont [4.16667 0 0 4.16667 0 (M) stringwidth pop -4.58333 mul]") !=
+                  std::string::npos,
+              row.wrapped);
+    if (row.scaling)
+      EXPECT_NE(out.find(row.scaling), std::string::npos);
+    else
+      EXPECT_EQ(out.find(" scale\r\n"), std::string::npos);
+    EXPECT_EQ(printer.PageTexts(), std::vector<std::string>{"Scaled"});
+  }
+  KWE_SetFlags(0, 0, 0x0010, 0);
+}
+
+// Spool files in Windows' temporary directory, newest last.
+std::vector<std::string> SpoolFiles() {
+  char dir[MAX_PATH];
+  GetTempPathA(MAX_PATH, dir);
+  std::vector<std::string> files;
+  WIN32_FIND_DATAA found;
+  HANDLE search = FindFirstFileA((std::string(dir) + "kwp*.tmp").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return files;
+  do files.push_back(std::string(dir) + found.cFileName);
+  while (FindNextFileA(search, &found));
+  FindClose(search);
+  return files;
+}
+
+int g_idleCalls;
+void KWE_CALL CountIdle() { ++g_idleCalls; }
+
+TPrStatus PicFile(THPrint hPrint) {
+  TPrStatus status;
+  std::memset(&status, 0xFF, sizeof status);
+  PrPicFile(hPrint, nullptr, nullptr, nullptr, &status);
+  return status;
+}
+
+// Draft pages reach the printer as they are drawn; spooled pages only when
+// PrPicFile plays the spool file. Either way, banded or not, every page is
+// opened by the program and only those in the job's range reach the
+// printer, each with its text. The page's port measures in points: text is
+// as wide as on screen.
+SInt16 g_onScreen;
+void CheckPagePort(int) {
+  GrafPtr port = nullptr;
+  GetPort(&port);
+  EXPECT_EQ(Show(port->portRect), "0,0,720,576");
+  TextSize(12);
+  EXPECT_NEAR(StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world")), g_onScreen,
+              g_onScreen / 5 + 2);
+}
+
+TEST_F(PrinterTest, DraftAndSpoolLoopsBandedOrNotPrintTheJobsRange) {
+  TextSize(12);
+  g_onScreen = StringWidth(reinterpret_cast<const unsigned char*>("\x0bHello world"));
+  const std::vector<std::string> pages = {"First", "Second", "Third"};
+  const struct { SInt16 first, last; } ranges[] = {{1, iPrPgMax}, {2, 2}, {2, 9}};
+  for (SInt8 loop : {bDraftLoop, bSpoolLoop}) {
+    for (bool banded : {false, true}) {
+      for (const auto& range : ranges) {
+        SCOPED_TRACE(::testing::Message()
+                     << (loop == bSpoolLoop ? "spool" : "draft") << (banded ? " banded" : "")
+                     << " pages " << range.first << ".." << range.last);
+        KWE_SetFlags(0, 0, 0x0040, banded ? 0x0040 : 0);
+        (**hPrint).prJob.bJDocLoop = loop;
+        (**hPrint).prJob.iFstPage = range.first;
+        (**hPrint).prJob.iLstPage = range.last;
+        (**hPrint).prJob.pIdleProc = CountIdle;
+        size_t spoolsBefore = SpoolFiles().size();
+        ASSERT_EQ(PrintDocument(pages, CheckPagePort), noErr);
+        std::vector<std::string> expected(pages.begin() + (range.first - 1),
+                                          pages.begin() + std::min<int>(range.last, 3));
+        if (loop == bSpoolLoop) {
+          EXPECT_EQ(printer.Pages(), -1) << "nothing printed before PrPicFile";
+          EXPECT_EQ(SpoolFiles().size(), spoolsBefore + 1);
+          g_idleCalls = 0;
+          TPrStatus status = PicFile(hPrint);
+          EXPECT_EQ(PrError(), noErr);
+          EXPECT_EQ(status.iTotPages, SInt16(expected.size()));
+          EXPECT_EQ(status.iCurPage, SInt16(expected.size()));
+          EXPECT_EQ(status.hPic, nullptr) << "each page is gone once printed";
+          EXPECT_GT(g_idleCalls, 0);
+          EXPECT_EQ(SpoolFiles().size(), spoolsBefore) << "the spool file is deleted";
+        }
+        EXPECT_EQ(printer.Pages(), int(expected.size()));
+        EXPECT_EQ(printer.PageTexts(), expected);
+        // Nothing is left to play a second time.
+        printer.Clear();
+        EXPECT_EQ(PicFile(hPrint).iTotPages, 0);
+        EXPECT_EQ(printer.Pages(), -1);
+      }
+    }
+  }
+  KWE_SetFlags(0, 0, 0x0040, 0);
+  GrafPtr current = nullptr;
+  GetPort(&current);
+  EXPECT_EQ(current, screen) << "the program's port is current again";
+  // The program's spool loop survives validation; the old application
+  // loops print as drafts.
+  (**hPrint).prJob.bJDocLoop = bSpoolLoop;
+  PrValidate(hPrint);
+  EXPECT_EQ((**hPrint).prJob.bJDocLoop, bSpoolLoop);
+  (**hPrint).prJob.bJDocLoop = bUser1Loop;
+  PrValidate(hPrint);
+  EXPECT_EQ((**hPrint).prJob.bJDocLoop, bDraftLoop);
+}
+
+// A spool file cut short or damaged on disk prints the pages it holds whole
+// and stops with iPrSavPFil; a missing one prints nothing.
+TEST_F(PrinterTest, DamagedSpoolFilesStopWithSavPFil) {
+  (**hPrint).prJob.bJDocLoop = bSpoolLoop;
+  // Cut at: nothing, inside the header, inside the first page's count,
+  // inside its picture, after it (one page whole); or the page count, the
+  // mark or a page's length spoiled; or the file gone.
+  const struct {
+    const char* what;
+    int keep;     // bytes kept; -1 all
+    int spoilAt;  // byte set to 0xFF; -1 none
+    bool remove;
+    int printed;
+  } cases[] = {
+      {"empty", 0, -1, false, 0},
+      {"header cut", 6, -1, false, 0},
+      {"count cut", 14, -1, false, 0},
+      {"picture cut", 40, -1, false, 0},
+      {"second page cut", -2, -1, false, 1},
+      {"mark spoiled", -1, 0, false, 0},
+      {"page count spoiled", -1, 11, false, 0},
+      {"length spoiled", -1, 15, false, 0},
+      {"file gone", -1, -1, true, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    ASSERT_EQ(PrintDocument({"Kept", "Lost"}), noErr);
+    std::vector<std::string> files = SpoolFiles();
+    ASSERT_FALSE(files.empty());
+    std::string path = files.back();
+    std::string bytes;
+    {
+      std::ifstream in(path, std::ios::binary);
+      bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    ASSERT_GT(bytes.size(), 40u);
+    uint32_t first = 0;
+    std::memcpy(&first, bytes.data() + 12, 4);
+    size_t keep = c.keep == -1 ? bytes.size() : c.keep == -2 ? 12 + 4 + first + 10 : size_t(c.keep);
+    bytes.resize(keep);
+    if (c.spoilAt >= 0) bytes[size_t(c.spoilAt)] = char(0xFF);
+    if (c.remove) {
+      DeleteFileA(path.c_str());
+    } else {
+      std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+    }
+    printer.Clear();
+    PicFile(hPrint);
+    EXPECT_EQ(PrError(), iPrSavPFil);
+    EXPECT_EQ(std::max(printer.Pages(), 0), c.printed);
+    EXPECT_EQ(GetFileAttributesA(path.c_str()), INVALID_FILE_ATTRIBUTES) << "deleted";
+    PrSetError(noErr);
+  }
+}
 }  // namespace
 }  // namespace kwe_test

@@ -26,22 +26,16 @@
 
 namespace {
 
-using kwe_test::AsBytes;
-using kwe_test::Bytes;
-using kwe_test::ExpectedFile;
-using kwe_test::MakeResource;
-using kwe_test::P;
-using kwe_test::ReadRaw;
-using kwe_test::TypeCode;
+using namespace kwe_test;
 
 constexpr ResType kText = 'TEXT';
 
 // A 'TEXT' resource named "t<id>".
-kwe_test::Resource TextResource(SInt16 id, const std::string& text) {
+Resource TextResource(SInt16 id, const std::string& text) {
   return MakeResource("TEXT", id, AsBytes(text), "t" + std::to_string(id));
 }
 
-std::string Str(Handle h) { return h ? kwe_test::AsString(kwe_test::HandleBytes(h)) : "<none>"; }
+std::string Str(Handle h) { return h ? AsString(HandleBytes(h)) : "<none>"; }
 
 // What a call answered: the data of its handle and ResError after it.
 std::string Got(Handle h) { return Str(h) + " / " + std::to_string(ResError()); }
@@ -49,19 +43,19 @@ std::string Answer(const std::string& data, OSErr err) {
   return data + " / " + std::to_string(err);
 }
 
-using ResourceManager = kwe_test::ResourceFileTest;
+using ResourceManager = ResourceFileTest;
 
 // CreateResFile writes the empty file once; a bare name is squeezed to 8.3
 // with ".rsr" in the current directory, and opens again by the same name.
 TEST_F(ResourceManager, CreateResFileWritesTheEmptyFileOnce) {
   for (const char* name : {"MYAPP", "a long name.dat", "notes.backup", "DATA.RES", "ABC."})
     CreateResFile(P(name));
-  EXPECT_EQ(kwe_test::Listing(Dir()), "ABC DATA.RES MYAPP.rsr alongnam.rsr notes.rsr");
-  const std::string empty = kwe_test::AsString(resource_builder::BuildResourceImage({}));
+  EXPECT_EQ(Listing(Dir()), "ABC DATA.RES MYAPP.rsr alongnam.rsr notes.rsr");
+  const std::string empty = AsString(resource_builder::BuildResourceImage({}));
   EXPECT_EQ(ReadRaw(At("MYAPP.rsr")), empty);
   const SInt16 ref = OpenResFile(P("a long name.dat"));
   EXPECT_EQ(Open(At("ALONGNAM.RSR")), ref) << "the same file opens once";
-  AddResource(kwe_test::HandleWith({1, 2}), kText, 1, nullptr);
+  AddResource(HandleWith({1, 2}), kText, 1, nullptr);
   CloseResFile(ref);
   const std::string written = ReadRaw(At("alongnam.rsr"));
   CreateResFile(P("a long name.dat"));
@@ -133,7 +127,7 @@ TEST_F(ResourceManager, RemovalsCompactTheFileAndWrittenResourcesStayWritten) {
   const std::string bytes = ReadRaw(path);
   EXPECT_EQ(bytes.size(), 256u + (4 + 10) + (4 + 6) + 28 + 2 + 8 + 2 * 12 + 2 * 3);
   EXPECT_EQ(bytes.find("REMOVED-BYTES"), std::string::npos);
-  EXPECT_EQ(kwe_test::Listing(Dir()), "compact.rsr") << "no sibling left";
+  EXPECT_EQ(Listing(Dir()), "compact.rsr") << "no sibling left";
 
   const std::string longer(300, 'z');
   SetHandleSize(second, Size(longer.size()));
@@ -194,9 +188,9 @@ TEST_F(InitResourcesTest, TheChainRunsFromTheProgramsOwnFileToTheSystemFile) {
   const std::string app = std::string(module, std::strrchr(module, '.')) + ".RSR";
   Make("SYSTEM.RSR", {TextResource(1, "older one"), TextResource(2, "older two"),
                       MakeResource("STR ", 128, AsBytes("\x06system")),
-                      MakeResource("PAT ", 128, kwe_test::Bytes(8, 0x55))});
-  kwe_test::WriteRaw(
-      app, kwe_test::AsString(resource_builder::BuildResourceImage({
+                      MakeResource("PAT ", 128, Bytes(8, 0x55))});
+  WriteRaw(app,
+           AsString(resource_builder::BuildResourceImage({
                TextResource(1, "newer one"),
                MakeResource("STR ", 128, AsBytes("\013application")),
                MakeResource("STR#", 128, AsBytes(std::string("\0\2\3one\3two", 10))),
@@ -222,10 +216,10 @@ TEST_F(InitResourcesTest, TheChainRunsFromTheProgramsOwnFileToTheSystemFile) {
   ResType type = 'none';
   GetIndType(&type, 7);
   EXPECT_EQ(type, ResType('PAT ')) << "counted from the newest file on";
-  EXPECT_EQ(kwe_test::Text(*GetString(128)), "application");
+  EXPECT_EQ(Text(*GetString(128)), "application");
   Str255 item;
   GetIndString(item, 128, 2);
-  EXPECT_EQ(kwe_test::Text(item), "two");
+  EXPECT_EQ(Text(item), "two");
   Pattern pattern;
   GetIndPattern(&pattern, 128, 2);
   EXPECT_EQ(pattern.pat[7], 2);
@@ -240,7 +234,7 @@ TEST_F(InitResourcesTest, TheChainRunsFromTheProgramsOwnFileToTheSystemFile) {
   CloseResFile(newer);
   DeleteFileA(app.c_str());
   EXPECT_EQ(CurResFile(), older) << "the next older file becomes current";
-  EXPECT_EQ(kwe_test::Text(*GetString(128)), "system");
+  EXPECT_EQ(Text(*GetString(128)), "system");
   EXPECT_EQ(GetResFileAttrs(newer), 0);
   EXPECT_EQ(ResError(), resFNotFound);
 }
@@ -276,12 +270,12 @@ ExpectedFile StartingFile() {
 }
 
 Bytes ImageOf(const ExpectedFile& file) {
-  std::vector<kwe_test::Resource> list;
+  std::vector<Resource> list;
   for (const auto& entry : file) list.push_back(entry.second);
   return resource_builder::BuildResourceImage(list);
 }
 
-class ResourceFileWrite : public kwe_test::ResourceFileTest {
+class ResourceFileWrite : public ResourceFileTest {
  protected:
   // Compares the open file, through the counts, Get1Resource (with ResLoad
   // off, then LoadResource), GetResInfo, SizeRsrc and HomeResFile, with what
@@ -293,9 +287,9 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
     for (const auto& entry : expected) ++counts[entry.first.first];
     EXPECT_EQ(Count1Types(), static_cast<SInt16>(counts.size()));
     for (const auto& [type, count] : counts)
-      EXPECT_EQ(Count1Resources(type), count) << kwe_test::TypeText(type);
+      EXPECT_EQ(Count1Resources(type), count) << TypeText(type);
     for (const auto& [key, want] : expected) {
-      SCOPED_TRACE("through the library: '" + kwe_test::TypeText(key.first) + "' " +
+      SCOPED_TRACE("through the library: '" + TypeText(key.first) + "' " +
                    std::to_string(key.second));
       SetResLoad(false);  // a handle not loaded yet comes empty, for LoadResource
       Handle h = Get1Resource(key.first, key.second);
@@ -304,7 +298,7 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
       LoadResource(h);
       EXPECT_EQ(ResError(), noErr);
       EXPECT_EQ(GetResource(key.first, key.second), h) << "the same handle twice";
-      EXPECT_EQ(kwe_test::HandleBytes(h), kwe_test::InMemory(key.first, want.data));
+      EXPECT_EQ(HandleBytes(h), InMemory(key.first, want.data));
       EXPECT_EQ(SizeRsrc(h), SInt32(want.data.size()));
       EXPECT_EQ(HomeResFile(h), refNum);
       SInt16 id = 0;
@@ -313,7 +307,7 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
       GetResInfo(h, &id, &type, name);
       EXPECT_EQ(id, key.second);
       EXPECT_EQ(type, key.first);
-      EXPECT_EQ(kwe_test::Text(name), want.name);
+      EXPECT_EQ(Text(name), want.name);
     }
     UseResFile(saved);
   }
@@ -322,7 +316,7 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
   void Change(ExpectedFile& file, const char (&type)[5], std::int16_t id, const Bytes& data) {
     Handle h = Get1Resource(TypeCode(type), id);
     ASSERT_NE(h, nullptr);
-    const Bytes native = kwe_test::InMemory(TypeCode(type), data);
+    const Bytes native = InMemory(TypeCode(type), data);
     SetHandleSize(h, static_cast<Size>(native.size()));
     ASSERT_EQ(MemError(), noErr);
     if (!native.empty()) std::memcpy(*h, native.data(), native.size());
@@ -360,14 +354,13 @@ class ResourceFileWrite : public kwe_test::ResourceFileTest {
       case 0: Change(file, type, id, data); break;
       case 1: Remove(file, type, id); break;
       case 2:
-        AddResource(kwe_test::HandleWith(kwe_test::InMemory(TypeCode(type), data)), TypeCode(type),
-                    fresh, kwe_test::P(name));
+        AddResource(HandleWith(InMemory(TypeCode(type), data)), TypeCode(type), fresh, P(name));
         EXPECT_EQ(ResError(), noErr);
         file[{TypeCode(type), fresh}] = MakeResource(type, fresh, data, name);
         break;
       case 3: {
         const std::int16_t newID = rng() % 2 ? id : fresh;
-        SetResInfo(h, newID, kwe_test::P(name));
+        SetResInfo(h, newID, P(name));
         ChangedResource(h);
         auto moved = file.extract({TypeCode(type), id});
         moved.key().second = moved.mapped().id = newID;
@@ -438,7 +431,7 @@ TEST_F(ResourceFileWrite, AFullMapRefusesMoreAndWritesWhatItHolds) {
   ASSERT_NE(ref, -1) << ResError();
   ExpectedFile file;
   for (std::int16_t id = 0; id < 6000; ++id) {
-    AddResource(kwe_test::HandleWith({std::uint8_t(id)}), TypeCode("TEXT"), id, nullptr);
+    AddResource(HandleWith({std::uint8_t(id)}), TypeCode("TEXT"), id, nullptr);
     if (ResError() != noErr) break;
     file[{TypeCode("TEXT"), id}] = MakeResource("TEXT", id, {std::uint8_t(id)});
   }
@@ -479,7 +472,7 @@ TEST_F(ResourceFileWrite, AWriteBackThatCannotFinishKeepsTheResources) {
       const ExpectedFile before = StartingFile();
       ExpectedFile after = before;
       const std::string path = Put("file" + std::to_string(++number) + ".rsr", ImageOf(before));
-      const std::string bytes = kwe_test::ReadRaw(path);
+      const std::string bytes = ReadRaw(path);
       SInt16 ref = Open(path);
       ASSERT_NE(ref, -1) << ResError();
       ChangeEverything(after, unsigned(number));
@@ -512,7 +505,7 @@ void KWE_CALL HostProcedure(UInt32 direction, SInt32 index, SInt32 size, void* d
   KWE_ByteSwapLONG(data);
 }
 
-class ByteSwapSession : public kwe_test::SessionTest {
+class ByteSwapSession : public SessionTest {
  protected:
   void FillRecord(KWESessionRecord& r) override {
     g_calls.clear();

@@ -122,7 +122,6 @@ TEST_F(ListTest, CellNumberingAndBadCellCalls) {
   SetCell(l, At(0, 1), "kept");
   SInt16 offset = 0, length = 0;
   LGetCellDataLocation(&offset, &length, At(1, 2), l);
-  EXPECT_EQ((**l).cellArray[5] & 0x7FFF, offset);
   EXPECT_EQ(std::string(*(**l).cells + offset, size_t(length)), "last");
   Cell c = At(0, 0);
   std::string order;

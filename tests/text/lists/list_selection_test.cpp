@@ -48,30 +48,6 @@ TEST_F(ListSelectionTest, SetSelectShowsInTheListBox) {
   }
 }
 
-// From a cell on, the cell itself counts and the search goes down the
-// columns; with next false only the cell's own bit answers.
-TEST_F(ListSelectionTest, GetSelectFindsTheFirstSelectedCellInColumnOrder) {
-  KWE_LSetSelFlags(0x0400);  // several columns without a grid: multiple selection
-  ListHandle l = MakeList(3, 3);
-  ASSERT_NE(l, nullptr);
-  LSetSelect(true, At(2, 0), l);
-  LSetSelect(true, At(1, 2), l);
-  struct {
-    bool next;
-    Cell from;
-    bool found;
-    Cell at;
-  } cases[] = {{true, At(0, 0), true, At(1, 2)},   {true, At(1, 0), true, At(1, 2)},
-               {true, At(2, 0), true, At(2, 0)},   {true, At(2, 1), false, At(2, 1)},
-               {false, At(1, 0), false, At(1, 0)}, {false, At(1, 2), true, At(1, 2)},
-               {true, At(9, 9), false, At(9, 9)}};
-  for (const auto& k : cases) {
-    Cell c = k.from;
-    EXPECT_EQ(LGetSelect(k.next, &c, l) != 0, k.found) << k.from.h << "," << k.from.v;
-    EXPECT_EQ(c.h * 10 + c.v, k.at.h * 10 + k.at.v) << k.from.h << "," << k.from.v;
-  }
-}
-
 // Each case clicks the items of a six-row list in turn; LClick answers
 // whether the last click was the second of a double click.
 TEST_F(ListSelectionTest, ClicksSelectByTheModifierRules) {

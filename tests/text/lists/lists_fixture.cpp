@@ -30,11 +30,17 @@ std::vector<int> SelectedCells(ListHandle l) {
   std::vector<int> cells;
   const Rect& b = (**l).dataBounds;
   int rows = b.bottom - b.top;
-  for (int h = b.left; h < b.right; ++h)
-    for (int v = b.top; v < b.bottom; ++v) {
-      Cell c = At(h, v);
-      if (LGetSelect(false, &c, l)) cells.push_back((h - b.left) * rows + (v - b.top));
-    }
+  // LGetSelect's search from a cell on, the cell itself included, column by
+  // column; a cell's own bit must agree with where the search stopped.
+  for (Cell c = At(b.left, b.top); LGetSelect(true, &c, l);) {
+    int index = (c.h - b.left) * rows + (c.v - b.top);
+    if (!cells.empty() && index <= cells.back()) return {-1};
+    Cell self = c;
+    if (!LGetSelect(false, &self, l)) return {-2};
+    cells.push_back(index);
+    if (++c.v >= b.bottom) c = At(c.h + 1, b.top);
+    if (c.h >= b.right) break;
+  }
   return cells;
 }
 

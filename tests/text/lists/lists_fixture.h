@@ -17,7 +17,8 @@ std::string CellText(ListHandle l, Cell c);
 std::vector<std::string> Items(HWND box);
 // The selected items as LB_GETSEL reads them.
 std::vector<int> SelectedItems(HWND box);
-// The cells whose selected bit LGetSelect reports, in index order.
+// The selected cells as LGetSelect finds them one after another, in index
+// order ({-1} or {-2} when the search goes back or stops on an unselected cell).
 std::vector<int> SelectedCells(ListHandle l);
 
 class ListTest : public WindowTest {
