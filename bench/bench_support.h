@@ -62,24 +62,21 @@ void CompareBest(const char* what, int rounds, int calls, double scale, const ch
 }
 
 // For work whose cost swings with what Wine and the X server do in the
-// background (window surfaces flushed on a timer): each round times both
-// sides back to back, in alternating order, and the figures printed are the
-// medians of each side and of the round-by-round ratios.
+// background (window surfaces flushed on a timer): each round runs both
+// sides back to back, in alternating order, each side answering the seconds
+// its own work took, and the figures printed are the medians of each side
+// and of the round-by-round ratios. Work that must leave something running
+// after the part it times (a program started and then stopped) times
+// itself this way.
 template <typename Library, typename Raw>
-void CompareByRound(const char* what, int rounds, int calls, double scale, const char* unit,
-                    Library library, Raw raw) {
+void CompareTimedByRound(const char* what, int rounds, int calls, double scale, const char* unit,
+                         Library library, Raw raw) {
   std::vector<double> times[2], ratios;
   for (int round = 0; round < rounds; ++round) {
     double elapsed[2];
     for (int turn = 0; turn < 2; ++turn) {
       int side = (round + turn) % 2;
-      double start = Now();
-      if (side == 0)
-        library();
-      else
-        raw();
-      GdiFlush();
-      elapsed[side] = Now() - start;
+      elapsed[side] = side == 0 ? library() : raw();
     }
     for (int side = 0; side < 2; ++side) times[side].push_back(elapsed[side]);
     ratios.push_back(elapsed[0] / elapsed[1]);
@@ -91,6 +88,22 @@ void CompareByRound(const char* what, int rounds, int calls, double scale, const
   std::printf("%-52s library %9.2f %s, raw %9.2f %s, ratio %.2f\n", what,
               median(times[0]) * scale / calls, unit, median(times[1]) * scale / calls, unit,
               median(ratios));
+  std::fflush(stdout);
+}
+
+// The same, timing each side's whole call.
+template <typename Library, typename Raw>
+void CompareByRound(const char* what, int rounds, int calls, double scale, const char* unit,
+                    Library library, Raw raw) {
+  auto timed = [](auto work) {
+    return [work]() mutable {
+      double start = Now();
+      work();
+      GdiFlush();
+      return Now() - start;
+    };
+  };
+  CompareTimedByRound(what, rounds, calls, scale, unit, timed(library), timed(raw));
 }
 
 // A session with no main window and every low-memory global in a library
