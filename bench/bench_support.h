@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <string>
 #include <vector>
 
 #include "KWESession.h"
@@ -40,6 +41,21 @@ class Numbers {
  private:
   unsigned seed_;
 };
+
+// Words and blanks with a return now and then, as someone types prose; the
+// same on every run.
+inline std::string Prose(int length) {
+  Numbers numbers(7);
+  static const char* const words[] = {"the",  "quick", "brown", "fox",    "jumps", "over",
+                                      "lazy", "dogs",  "while", "typing", "into",  "TextEdit"};
+  std::string text;
+  while (int(text.size()) < length) {
+    text += words[numbers.Below(12)];
+    text += numbers.Below(15) == 0 ? '\r' : ' ';
+  }
+  text.resize(size_t(length));
+  return text;
+}
 
 // The best of rounds runs of each side, per call in unit (seconds x scale).
 // The runs alternate, so that neither side always runs on what the other

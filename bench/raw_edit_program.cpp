@@ -8,9 +8,10 @@
 
 namespace {
 
-// The identifiers the library gives the editor's Edit menu: (slot 2 + 1)
-// << 8 | (item - 1).
-constexpr UINT kCopy = 0x303, kClear = 0x305, kSelectAll = 0x307;
+// The identifiers the library gives the editor's Edit menu: (slot + 1) << 8
+// | (item - 1), the Apple menu's items going to Windows' own places and
+// File taking slot 0, Edit slot 1.
+constexpr UINT kCopy = 0x203, kClear = 0x205, kSelectAll = 0x207;
 
 HWND g_edit = nullptr;
 
@@ -32,12 +33,12 @@ HMENU MenuBar() {
   HMENU bar = CreateMenu(), file = CreatePopupMenu(), edit = CreatePopupMenu();
   const char* const fileItems[] = {"&New",        "&Open...", "&Close", "&Save",
                                    "Save &As...", nullptr,    "&Quit"};
-  UINT id = 0x200;
+  UINT id = 0x100;
   for (const char* item : fileItems)
     AppendMenuA(file, item ? MF_STRING : MF_SEPARATOR, item ? id++ : 0, item);
   const char* const editItems[] = {"&Undo",  nullptr,  "Cu&t",  "&Copy",
                                    "&Paste", "Cl&ear", nullptr, "Select &All"};
-  id = 0x300;
+  id = 0x200;
   for (const char* item : editItems) AppendMenuA(edit, item ? MF_STRING : MF_SEPARATOR, id++, item);
   AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
   AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(edit), "&Edit");
