@@ -1,13 +1,14 @@
 // The document editor given what it cannot use: files that are not text
-// (a picture, Notepad's UTF-16), empty or longer than a TextEdit record
-// holds, and a file deleted or made read-only between Open and Save. Each
-// row prepares the file on disk, drives the menu command a user would
-// choose, and expects an alert saying what went wrong in the user's words;
-// once it is answered, every document still holds the text it held, the
-// window of a failed Save is still marked changed, and the file on disk is
-// as it was. A file of exactly 32,000 characters, the most TextEdit holds,
-// opens without an alert; a clipboard another program filled with only a
-// picture grays Paste, and choosing it anyway changes nothing.
+// (a picture, Notepad's UTF-16, a word processor's text behind a binary
+// header), empty or longer than a TextEdit record holds, and a file deleted
+// or made read-only between Open and Save. Each row prepares the file on
+// disk, drives the menu command a user would choose, and expects an alert
+// saying what went wrong in the user's words; once it is answered, every
+// document still holds the text it held, the window of a failed Save is
+// still marked changed, and the file on disk is as it was. A file of
+// exactly 32,000 characters, the most TextEdit holds, opens without an
+// alert; a clipboard another program filled with only a picture grays
+// Paste, and choosing it anyway changes nothing.
 #include <fstream>
 #include <map>
 
@@ -165,6 +166,9 @@ void Script() {
        "\"picture.bmp\" is not a text file."},
       {"Notepad's Unicode text", "unicode.txt", std::string("\xFF\xFEH\0i\0!\0\r\0\n\0", 12),
        Act::kOpen, nullptr, "\"unicode.txt\" is not a text file."},
+      {"a word processor's document", "letter.doc",
+       std::string("\xD0\xCF\0\0\0\x01", 6) + Lines(200), Act::kOpen, nullptr,
+       "\"letter.doc\" is not a text file."},
       {"a file of 0 bytes", "empty.txt", "", Act::kOpen, nullptr, "\"empty.txt\" is empty"},
       {"a file of 32,001 characters", "long.txt", Lines(32001), Act::kOpen, nullptr,
        "\"long.txt\" is longer than the 32,000 characters"},
