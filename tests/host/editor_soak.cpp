@@ -194,8 +194,12 @@ void RandomAction() {
       break;
     }
     case 6: {
+      // Only where the title bar shows: a press on another window there
+      // goes into that window's own loop (TEClick's, a scroll bar's), which
+      // holds the program until the button comes up, while Drag waits for
+      // the program between press and release.
       POINT grab = FrameSpot(target, HTCAPTION);
-      if (grab.x < 0) return;
+      if (grab.x < 0 || WindowFromPoint(grab) != target) return;
       POINT to{grab.x + Pick(121) - 60, grab.y + Pick(81) - 40};
       g.what = "drag the title bar to " + std::to_string(to.x) + "," + std::to_string(to.y);
       Drag(grab, to, Where());
