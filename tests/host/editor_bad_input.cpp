@@ -1,14 +1,14 @@
 // The document editor given what it cannot use: files that are not text
 // (a picture, Notepad's UTF-16, a word processor's text behind a binary
-// header), empty or longer than a TextEdit record holds, and a file deleted
-// or made read-only between Open and Save. Each row prepares the file on
-// disk, drives the menu command a user would choose, and expects an alert
-// saying what went wrong in the user's words; once it is answered, every
-// document still holds the text it held, the window of a failed Save is
-// still marked changed, and the file on disk is as it was. A file of
-// exactly 32,000 characters, the most TextEdit holds, opens without an
-// alert; a clipboard another program filled with only a picture grays
-// Paste, and choosing it anyway changes nothing.
+// header), empty or longer than a TextEdit record holds, and a file
+// deleted, mapped by another program or made read-only between Open and
+// Save. Each row prepares the file on disk, drives the menu command a user
+// would choose, and expects an alert saying what went wrong; once it is
+// answered, every document still holds the text it held, the window of a
+// failed Save is still marked changed, and the file on disk is as it was.
+// A file of exactly 32,000 characters, the most TextEdit holds, opens
+// without an alert; a clipboard another program filled with only a
+// picture grays Paste, and choosing it anyway changes nothing.
 #include <fstream>
 #include <map>
 
@@ -32,7 +32,28 @@ struct Row {
   const char* alert;  // what the alert says, in part; null: no alert
 };
 
+struct {
+  std::string folder;
+  HANDLE mapping = nullptr;
+  void* view = nullptr;
+} g;
+
 void Delete(const std::string& path) { DeleteFileA(path.c_str()); }
+// As a viewer or an indexer holds it: Windows will not cut a file short
+// while it is mapped.
+void Map(const std::string& path) {
+  HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            OPEN_EXISTING, 0, nullptr);
+  g.mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+  g.view = MapViewOfFile(g.mapping, FILE_MAP_READ, 0, 0, 0);
+  CloseHandle(file);
+  Check(g.view != nullptr, "the file is mapped");
+}
+void Unmap() {
+  if (g.view) UnmapViewOfFile(g.view);
+  if (g.mapping) CloseHandle(g.mapping);
+  g.view = g.mapping = nullptr;
+}
 void MakeReadOnly(const std::string& path) {
   SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
 }
@@ -82,10 +103,6 @@ HWND AnyAlert() {
     if (ChildWithText(w, "OK")) return w;
   return nullptr;
 }
-
-struct {
-  std::string folder;
-} g;
 
 // Opens the row's file, types into its window and spoils the file.
 void PrepareSave(const Row& row, const std::string& path) {
@@ -154,6 +171,7 @@ void RunRow(const Row& row) {
   bool gone = row.spoil == Delete;
   Check(gone ? attributes == INVALID_FILE_ATTRIBUTES : ReadFile(path) == onDisk,
         what + ": the file on disk is as it was");
+  Unmap();
 }
 
 void Script() {
@@ -175,6 +193,8 @@ void Script() {
       {"a file of 32,000 characters", "full.txt", Lines(32000), Act::kOpen, nullptr, nullptr},
       {"a file deleted before Save", "gone.txt", "kept\r", Act::kSave, Delete,
        "\"gone.txt\" is no longer there."},
+      {"a file another program has mapped", "mapped.txt", "viewed\r", Act::kSave, Map,
+       "Editor could not do that (error "},
       {"a read-only file", "locked.txt", "read only\r", Act::kSave, MakeReadOnly,
        "\"locked.txt\" is locked."},
       {"a clipboard holding only a picture", nullptr, "", Act::kPaste, nullptr, nullptr},
@@ -185,7 +205,7 @@ void Script() {
   // Quit asks about each changed window; Don't Save to each ends the program.
   int changed = 0;
   for (HWND w : Documents()) changed += DocumentOf(w)->docDirty ? 1 : 0;
-  Check(changed == 3, "three windows are changed: " + std::to_string(changed));
+  Check(changed == 4, "four windows are changed: " + std::to_string(changed));
   ChooseMenuItem(kFile, 6);  // Quit
   for (int i = 0; i < changed; ++i) {
     HWND ask = WaitForDialogWith("Save changes to", "Quit asks about a changed window");
