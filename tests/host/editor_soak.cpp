@@ -154,7 +154,11 @@ void SettleAndAnswer() {
     Settle(Where());
     if (!AnswerWhatIsUp()) return;
   }
-  Check(false, Where() + ": dialogs keep coming");
+  std::string up;
+  for (HWND w : LibraryWindows())
+    if (ChildWithText(w, "OK") || ChildWithText(w, "Cancel"))
+      up += " [" + TextOf(w) + ": " + TextOf(GetWindow(w, GW_CHILD)) + "]";
+  Check(false, Where() + ": dialogs keep coming:" + up);
 }
 
 const int kMenuItems[][2] = {{kApple, 0}, {kFile, 0},  {kFile, 1},  {kFile, 2},  {kFile, 3},
