@@ -157,7 +157,8 @@ void SettleAndAnswer() {
   std::string up;
   for (HWND w : LibraryWindows())
     if (ChildWithText(w, "OK") || ChildWithText(w, "Cancel"))
-      up += " [" + TextOf(w) + ": " + TextOf(GetWindow(w, GW_CHILD)) + "]";
+      for (HWND item = GetWindow(w, GW_CHILD); item; item = GetWindow(item, GW_HWNDNEXT))
+        up += " [" + TextOf(item) + "]";
   Check(false, Where() + ": dialogs keep coming:" + up);
 }
 
