@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <string>
 #include <vector>
 
 #include "KWESession.h"
@@ -41,6 +42,21 @@ class Numbers {
   unsigned seed_;
 };
 
+// Words and blanks with a return now and then, as someone types prose; the
+// same on every run.
+inline std::string Prose(int length) {
+  Numbers numbers(7);
+  static const char* const words[] = {"the",  "quick", "brown", "fox",    "jumps", "over",
+                                      "lazy", "dogs",  "while", "typing", "into",  "TextEdit"};
+  std::string text;
+  while (int(text.size()) < length) {
+    text += words[numbers.Below(12)];
+    text += numbers.Below(15) == 0 ? '\r' : ' ';
+  }
+  text.resize(size_t(length));
+  return text;
+}
+
 // The best of rounds runs of each side, per call in unit (seconds x scale).
 // The runs alternate, so that neither side always runs on what the other
 // has left behind.
@@ -62,24 +78,21 @@ void CompareBest(const char* what, int rounds, int calls, double scale, const ch
 }
 
 // For work whose cost swings with what Wine and the X server do in the
-// background (window surfaces flushed on a timer): each round times both
-// sides back to back, in alternating order, and the figures printed are the
-// medians of each side and of the round-by-round ratios.
+// background (window surfaces flushed on a timer): each round runs both
+// sides back to back, in alternating order, each side answering the seconds
+// its own work took, and the figures printed are the medians of each side
+// and of the round-by-round ratios. Work that must leave something running
+// after the part it times (a program started and then stopped) times
+// itself this way.
 template <typename Library, typename Raw>
-void CompareByRound(const char* what, int rounds, int calls, double scale, const char* unit,
-                    Library library, Raw raw) {
+void CompareTimedByRound(const char* what, int rounds, int calls, double scale, const char* unit,
+                         Library library, Raw raw) {
   std::vector<double> times[2], ratios;
   for (int round = 0; round < rounds; ++round) {
     double elapsed[2];
     for (int turn = 0; turn < 2; ++turn) {
       int side = (round + turn) % 2;
-      double start = Now();
-      if (side == 0)
-        library();
-      else
-        raw();
-      GdiFlush();
-      elapsed[side] = Now() - start;
+      elapsed[side] = side == 0 ? library() : raw();
     }
     for (int side = 0; side < 2; ++side) times[side].push_back(elapsed[side]);
     ratios.push_back(elapsed[0] / elapsed[1]);
@@ -91,6 +104,22 @@ void CompareByRound(const char* what, int rounds, int calls, double scale, const
   std::printf("%-52s library %9.2f %s, raw %9.2f %s, ratio %.2f\n", what,
               median(times[0]) * scale / calls, unit, median(times[1]) * scale / calls, unit,
               median(ratios));
+  std::fflush(stdout);
+}
+
+// The same, timing each side's whole call.
+template <typename Library, typename Raw>
+void CompareByRound(const char* what, int rounds, int calls, double scale, const char* unit,
+                    Library library, Raw raw) {
+  auto timed = [](auto work) {
+    return [work]() mutable {
+      double start = Now();
+      work();
+      GdiFlush();
+      return Now() - start;
+    };
+  };
+  CompareTimedByRound(what, rounds, calls, scale, unit, timed(library), timed(raw));
 }
 
 // A session with no main window and every low-memory global in a library

@@ -33,20 +33,6 @@ void Pump() {
   while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
 }
 
-// Words and blanks with a return now and then, as someone types prose.
-std::string Prose(int length) {
-  kwe_bench::Numbers numbers(7);
-  static const char* const words[] = {"the",  "quick", "brown", "fox",    "jumps", "over",
-                                      "lazy", "dogs",  "while", "typing", "into",  "TextEdit"};
-  std::string text;
-  while (int(text.size()) < length) {
-    text += words[numbers.Below(12)];
-    text += numbers.Below(15) == 0 ? '\r' : ' ';
-  }
-  text.resize(size_t(length));
-  return text;
-}
-
 HWND EditControl(WindowPtr w, int left) {
   HWND edit = CreateWindowExA(0, "edit", "", kEditStyle, left, kView.top, kView.right - kView.left,
                               kView.bottom - kView.top, KWE_GethWnd(w), nullptr,
@@ -140,7 +126,7 @@ int main(int argc, char** argv) {
   SetPort(w);
   TEInit();
   Pump();
-  std::string text = Prose(kCharacters);
+  std::string text = kwe_bench::Prose(kCharacters);
   Typing(w, text);
   SettingText(w, text);
   DisposeWindow(w);

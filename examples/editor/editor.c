@@ -5,8 +5,9 @@
    opened and saved through Standard File and the File Manager; Cut, Copy
    and Paste through the desk scrap; Font, Size and Style menus whose marks
    follow the selection; a modal Find dialog; and the event loop around
-   WaitNextEvent, sleeping for the caret's blink. The one change from its
-   Macintosh source is <MacWindows.h> for <Windows.h>. */
+   WaitNextEvent, sleeping for the caret's blink. The changes from its
+   Macintosh source: <MacWindows.h> for <Windows.h>, and the menus brought
+   up to date after every event (see EventLoop). */
 #include "editor.h"
 
 #include <Controls.h>
@@ -51,12 +52,38 @@ static Boolean TrapAvailable(short theTrap, TrapType tType) {
   return NGetTrapAddress(theTrap, tType) != NGetTrapAddress(_Unimplemented, ToolTrap);
 }
 
-static void AlertUser(short error) {
+/* The error alert's text is its three parameters run together: the
+   messages of the 'STR#' list, with a file's name or an error's number
+   between two parts of a sentence. */
+static void AlertWith(short before, ConstStr255Param middle, short after) {
   static const unsigned char empty[1] = {0};
-  Str255 message;
-  NumToString(error, message);
-  ParamText(message, empty, empty, empty);
+  Str255 first, last;
+  first[0] = last[0] = 0;
+  if (before != 0) GetIndString(first, rMessages, before);
+  if (after != 0) GetIndString(last, rMessages, after);
+  ParamText(first, middle, last, empty);
   StopAlert(rErrorAlert, nil);
+}
+
+static void AlertUser(short error) {
+  Str255 number;
+  NumToString(error, number);
+  AlertWith(sCouldNot, number, sCouldNotEnd);
+}
+
+/* Why a file could not be opened or saved, in the user's words; any other
+   error shows its number. */
+static void AlertAboutFile(short error, ConstStr255Param name) {
+  switch (error) {
+    case fnfErr: AlertWith(sQuote, name, sGone); break;
+    case permErr:
+    case wrPermErr:
+    case fLckdErr: AlertWith(sQuote, name, sLocked); break;
+    case eofErr: AlertWith(sQuote, name, sEmpty); break;
+    case memFullErr: AlertWith(sQuote, name, sTooLong); break;
+    case paramErr: AlertWith(sQuote, name, sNotText); break;
+    default: AlertUser(error); break;
+  }
 }
 
 static DocumentPeek DocumentOf(WindowPtr window) {
@@ -258,8 +285,23 @@ static void ShowDocument(DocumentPeek doc) {
   SelectWindow((WindowPtr)doc);
 }
 
-/* Reads a text file into a new document. A file longer than TextEdit can
-   hold is refused rather than cut. */
+/* Text is what a person typed: a NUL, or control characters other than
+   tab, line and page breaks in more than one byte in sixteen, make a file
+   something else (a program, a picture, a word processor's document). */
+static Boolean LooksLikeText(const unsigned char* bytes, long length) {
+  long i, controls = 0;
+  for (i = 0; i < length; ++i) {
+    if (bytes[i] == 0) return false;
+    if (bytes[i] < ' ' && bytes[i] != '\t' && bytes[i] != '\n' && bytes[i] != '\f' &&
+        bytes[i] != '\r')
+      ++controls;
+  }
+  return controls * 16 <= length;
+}
+
+/* Reads a text file into a new document. A file that is empty, longer than
+   TextEdit can hold, or not text is refused with an alert that says so,
+   rather than opened empty, cut or shown as noise. */
 static void OpenDocumentFile(const FSSpec* spec) {
   short refNum;
   long length;
@@ -267,16 +309,18 @@ static void OpenDocumentFile(const FSSpec* spec) {
   DocumentPeek doc;
   OSErr err = FSpOpenDF(spec, fsRdPerm, &refNum);
   if (err != noErr) {
-    AlertUser(err);
+    AlertAboutFile(err, spec->name);
     return;
   }
   err = GetEOF(refNum, &length);
+  if (err == noErr && length == 0) err = eofErr;
   if (err == noErr && length > kMaxTELength) err = memFullErr;
   text = err == noErr ? NewHandle(length) : nil;
   if (err == noErr && text == nil) err = MemError();
   if (err == noErr) {
     HLock(text);
     err = FSRead(refNum, &length, *text);
+    if (err == noErr && !LooksLikeText((const unsigned char*)*text, length)) err = paramErr;
     HUnlock(text);
   }
   FSClose(refNum);
@@ -291,7 +335,7 @@ static void OpenDocumentFile(const FSSpec* spec) {
     AdjustScrollValues(doc);
     ShowDocument(doc);
   } else if (err != noErr) {
-    AlertUser(err);
+    AlertAboutFile(err, spec->name);
   }
   if (text != nil) DisposeHandle(text);
 }
@@ -339,15 +383,17 @@ static Boolean DoSaveAs(DocumentPeek doc) {
   doc->docHasFile = true;
   SetWTitle((WindowPtr)doc, reply.sfFile.name);
   err = WriteDocument(doc);
-  if (err != noErr) AlertUser(err);
+  if (err != noErr) AlertAboutFile(err, doc->docFile.name);
   return err == noErr;
 }
 
+/* A file gone or locked since it was opened leaves the text as it is, and
+   the window changed, for Save As. */
 static Boolean DoSave(DocumentPeek doc) {
   OSErr err;
   if (!doc->docHasFile) return DoSaveAs(doc);
   err = WriteDocument(doc);
-  if (err != noErr) AlertUser(err);
+  if (err != noErr) AlertAboutFile(err, doc->docFile.name);
   return err == noErr;
 }
 
@@ -521,14 +567,17 @@ static void AdjustStyleMenus(DocumentPeek doc) {
   MenuHandle fontMenu = GetMenuHandle(mFont), sizeMenu = GetMenuHandle(mSize),
              styleMenu = GetMenuHandle(mStyle);
   TextStyle style;
-  short mode = doFont | doSize | doFace, item, count, fontID;
-  Str255 name;
+  short mode = doFont | doSize | doFace, item, count;
+  Str255 name, fontName;
   Boolean continuous = doc != nil && TEContinuousStyle(&mode, &style, doc->docTE);
+  /* By name: the application font's number (applFont) is not the number
+     of the family it stands for, whose name the menu lists. */
+  if (continuous) GetFontName(style.tsFont, fontName);
   count = CountMItems(fontMenu);
   for (item = 1; item <= count; ++item) {
     GetMenuItemText(fontMenu, item, name);
-    GetFNum(name, &fontID);
-    CheckItem(fontMenu, item, continuous && (mode & doFont) && fontID == style.tsFont);
+    CheckItem(fontMenu, item,
+              continuous && (mode & doFont) && EqualString(name, fontName, false, true));
   }
   for (item = 1; item <= kSizeCount; ++item)
     CheckItem(sizeMenu, item, continuous && (mode & doSize) && gSizes[item - 1] == style.tsSize);
@@ -538,10 +587,24 @@ static void AdjustStyleMenus(DocumentPeek doc) {
               continuous && (mode & doFace) && (style.tsFace & (1 << (item - iPlain - 1))) != 0);
 }
 
+/* Whether the desk scrap holds text. Asking opens the clipboard, too slow
+   to do after every keystroke: the answer is kept until the scrap's count
+   says that this program or another changed it. */
+static Boolean ScrapHasText(void) {
+  static short seenCount = -1;
+  static Boolean hasText;
+  long scrapOffset;
+  PScrapStuff scrap = InfoScrap();
+  if (scrap->scrapCount != seenCount) {
+    seenCount = scrap->scrapCount;
+    hasText = GetScrap(nil, 'TEXT', &scrapOffset) > 0;
+  }
+  return hasText;
+}
+
 static void AdjustMenus(void) {
   DocumentPeek doc = DocumentOf(FrontWindow());
   MenuHandle file = GetMenuHandle(mFile), edit = GetMenuHandle(mEdit);
-  long scrapOffset;
   Boolean selection = doc != nil && (*doc->docTE)->selStart < (*doc->docTE)->selEnd;
   if (FrontWindow() != nil)
     EnableItem(file, iClose);
@@ -567,7 +630,7 @@ static void AdjustMenus(void) {
     DisableItem(edit, iCopy);
     DisableItem(edit, iClear);
   }
-  if (doc != nil && GetScrap(nil, 'TEXT', &scrapOffset) > 0)
+  if (doc != nil && ScrapHasText())
     EnableItem(edit, iPaste);
   else
     DisableItem(edit, iPaste);
@@ -632,12 +695,12 @@ static void DoEditCommand(DocumentPeek doc, short menuItem) {
       if (ZeroScrap() == noErr) TEToScrap();
       break;
     case iPaste:
-      if (TEFromScrap() == noErr) {
-        if ((*te)->teLength + TEGetScrapLength() > kMaxTELength)
-          AlertUser(memFullErr);
-        else
-          TEPaste(te);
-      }
+      if (TEFromScrap() != noErr)
+        AlertWith(sNoText, "\0", 0); /* a picture or another program's own format */
+      else if ((*te)->teLength + TEGetScrapLength() > kMaxTELength)
+        AlertUser(memFullErr);
+      else
+        TEPaste(te);
       break;
     case iClear: TEDelete(te); break;
     case iSelectAll: TESetSelect(0, (*te)->teLength, te); break;
@@ -879,6 +942,11 @@ static void EventLoop(void) {
     }
     if (gotEvent) {
       DoEvent(&event);
+      /* Windows opens a menu before the program hears of the click (the
+         choice comes as the mouseDown), so the marks and states the menus
+         show are set after each event that can change them rather than
+         at the click. */
+      if (event.what != updateEvt && event.what != nullEvent) AdjustMenus();
     } else if (doc != nil && !gInBackground) {
       TEIdle(doc->docTE);
     }

@@ -15,6 +15,18 @@
 #define rFindDialog 200
 #define rPrefsDialog 201
 #define rDocWindow 128
+#define rMessages 128
+
+/* The messages of the error alert ('STR#' 128). */
+#define sCouldNot 1
+#define sCouldNotEnd 2
+#define sQuote 3
+#define sGone 4
+#define sLocked 5
+#define sEmpty 6
+#define sTooLong 7
+#define sNotText 8
+#define sNoText 9
 
 #define mApple 128
 #define iAbout 1

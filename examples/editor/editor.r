@@ -14,7 +14,7 @@ resource 'MENU' (128) {
 };
 
 resource 'MENU' (129) {
-	129, textMenuProc, 0x7FFFFFBF, enabled, "File",
+	129, textMenuProc, 0x7FFFFFDF, enabled, "File",
 	{
 		"New", noIcon, "N", noMark, plain;
 		"Open\0xC9", noIcon, "O", noMark, plain;
@@ -27,7 +27,7 @@ resource 'MENU' (129) {
 };
 
 resource 'MENU' (130) {
-	130, textMenuProc, 0x7FFFED79, enabled, "Edit",
+	130, textMenuProc, 0x7FFFF6BC, enabled, "Edit",
 	{
 		"Undo", noIcon, "Z", noMark, plain;
 		"-", noIcon, noKey, noMark, plain;
@@ -99,7 +99,7 @@ resource 'ALRT' (129) {
 resource 'DITL' (129) {
 	{
 		{64, 230, 84, 300}, Button { enabled, "OK" };
-		{10, 60, 50, 300}, StaticText { disabled, "Editor could not do that (error ^0)." };
+		{10, 60, 50, 300}, StaticText { disabled, "^0^1^2" };
 	}
 };
 
@@ -142,5 +142,21 @@ resource 'DITL' (201) {
 		{136, 96, 156, 166}, Button { enabled, "Cancel" };
 		{12, 12, 28, 250}, StaticText { disabled, "Text size for new windows:" };
 		{36, 12, 124, 180}, UserItem { enabled };
+	}
+};
+
+/* The error alert's sentences: a file's name or an error's number goes
+   between two of them. */
+resource 'STR#' (128, "Messages") {
+	{
+		"Editor could not do that (error ";
+		").";
+		"\"";
+		"\" is no longer there. Save As can save the text elsewhere.";
+		"\" is locked. Save As can save a copy of it.";
+		"\" is empty: it has no text.";
+		"\" is longer than the 32,000 characters a window of Editor holds.";
+		"\" is not a text file.";
+		"The clipboard holds no text to paste.";
 	}
 };

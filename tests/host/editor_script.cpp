@@ -1,8 +1,9 @@
 // The document editor as a user meets it. First a tour, one step at a time:
 // open a file, type, select a word, style it, scroll with the scroll bar's
 // arrow and page area, zoom the window out and in, find, copy, and the
-// About alert; after each step the TextEdit record, the controls and USER
-// are checked and the window is compared with its image in golden/ (with
+// About alert; after each step the TextEdit record, the controls, USER and
+// the marks and states the menus show on opening are checked, and the
+// window is compared with its image in golden/ (with
 // KWE_EDITOR_SHOTS=<folder>, as `make demo` runs it, each step's window is
 // also saved there as a PNG). Then Save As writing the text to disk with
 // the Macintosh's returns, Preferences choosing the size of new windows,
@@ -11,12 +12,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 
-#include "KWEWindows.h"
-#include "editor.h"
+#include "Fonts.h"
+#include "host/editor_driver.h"
 #include "host/golden_image.h"
-#include "host/program_driver.h"
 #include "png_writer.h"
 #include "support/scroll_bar_aim.h"
 
@@ -25,100 +24,28 @@ namespace {
 using namespace kwe_drive;
 using kwe_test::Aim;
 
-constexpr int kApple = 0, kFile = 1, kEdit = 2, kSize = 4, kStyle = 5;
+constexpr int kApple = 0, kFile = 1, kEdit = 2, kFont = 3, kSize = 4, kStyle = 5;
 constexpr COLORREF kWhite = RGB(255, 255, 255);
-
-std::string TempFolder() {
-  char path[MAX_PATH];
-  GetTempPathA(MAX_PATH, path);
-  std::string folder = std::string(path) + "kwe_editor_" + std::to_string(GetCurrentProcessId());
-  CreateDirectoryA(folder.c_str(), nullptr);
-  return folder;
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-HWND WindowTitled(const std::string& title) {
-  for (HWND w : LibraryWindows())
-    if (TextOf(w) == title) return w;
-  return nullptr;
-}
-
-// The document behind a window: the Window Manager keeps the WindowPtr in
-// the first window long, and the editor's record begins with it. Its
-// fields are read while the program waits for input (after Settle).
-DocumentPeek DocumentOf(HWND w) {
-  return w ? reinterpret_cast<DocumentPeek>(GetWindowLongPtrA(w, 0)) : nullptr;
-}
-
-std::string TextOf(TEHandle te) {
-  Handle text = reinterpret_cast<Handle>(TEGetText(te));
-  return std::string(reinterpret_cast<const char*>(*text), size_t((*te)->teLength));
-}
 
 std::string Selection(TEHandle te) {
   return TextOf(te).substr(size_t((*te)->selStart), size_t((*te)->selEnd - (*te)->selStart));
 }
 
-void Type(const std::string& text) {
-  for (char c : text) PostMessageA(MainWindow(), WM_CHAR, WPARAM(static_cast<unsigned char>(c)), 1);
-}
-
-std::string Clipboard() {
-  std::string text;
-  if (!OpenClipboard(nullptr)) return text;  // the program has it open: ask again
-  if (HANDLE data = GetClipboardData(CF_TEXT)) {
-    text = static_cast<const char*>(GlobalLock(data));
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
-}
-
-void SetClipboard(const std::string& text) {
-  HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-  memcpy(GlobalLock(data), text.c_str(), text.size() + 1);
-  GlobalUnlock(data);
-  OpenClipboard(nullptr);
-  EmptyClipboard();
-  SetClipboardData(CF_TEXT, data);
-  CloseClipboard();
-}
-
-// The common open or save dialog the program is showing, answered with a
-// full path typed into its file-name field.
-void AnswerFileDialog(const std::string& path, const std::string& step) {
-  HWND dialog = nullptr;
-  WaitFor(
-      [&] {
-        dialog = FindWindowA("#32770", nullptr);
-        return dialog && IsWindowVisible(dialog);
-      },
-      step + " shows the common file dialog");
-  HWND field = GetDlgItem(dialog, edt1);
-  if (!field)
-    if (HWND combo = GetDlgItem(dialog, cmb13))
-      field = FindWindowExA(combo, nullptr, "Edit", nullptr);
-  Check(field != nullptr, step + ": the dialog has a file-name field");
-  SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
-  PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-  WaitFor([&] { return !IsWindow(dialog); }, step + ": the dialog closes on OK");
+void CheckEditMenu(const std::string& wanted, const std::string& step) {
+  std::string states = EditStates();
+  Check(states == wanted, step + ": Undo, Cut, Copy, Paste and Clear are " + states + ", not " +
+                              wanted + " (+ enabled, - grayed)");
 }
 
 // Copies the front window's whole text through Select All and Copy.
 std::string CopyAll(const std::string& step) {
-  SetClipboard("");
+  PutClipboardText("");
   ChooseMenuItem(kEdit, 7);  // Select All
   ChooseMenuItem(kEdit, 3);  // Copy
   std::string text;
   WaitFor(
       [&] {
-        text = Clipboard();
+        text = ClipboardText();
         return !text.empty();
       },
       step + ": Copy puts the text on the clipboard");
@@ -139,26 +66,6 @@ int LowestInkRow(HWND w) {
     for (int x = 4; x < client.right - client.left - 20; ++x)
       if (rgb[(size_t(top + y) * size_t(size.cx) + size_t(left + x)) * 3] < 128) return y;
   return -1;
-}
-
-HWND ClickButton(HWND dialog, const char* title) {
-  HWND button = ChildWithText(dialog, title);
-  Check(button != nullptr, std::string("the dialog has its ") + title + " button");
-  PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
-               reinterpret_cast<LPARAM>(button));
-  return button;
-}
-
-HWND WaitForDialogWith(const char* text, const std::string& what) {
-  HWND found = nullptr;
-  WaitFor(
-      [&] {
-        for (HWND w : LibraryWindows())
-          if (ChildWithText(w, text)) found = w;
-        return found != nullptr;
-      },
-      what);
-  return found;
 }
 
 // ---- The tour ----
@@ -233,6 +140,8 @@ void CheckTyped() {
         "the typed line stands before the file's text");
   Check((*te)->selStart == 12 && (*te)->selEnd == 12, "the caret follows the typed line");
   Check(DocumentOf(g.notes)->docDirty, "typing marks the document changed");
+  // No selection: nothing to cut, copy or clear; the editor has no Undo.
+  CheckEditMenu("-----", "with the caret and nothing on the clipboard");
 }
 
 // A double click on "reader" (the second word of the first line).
@@ -263,6 +172,16 @@ void CheckStyled() {
   Check(word.tsFace == bold && word.tsSize == 18, "the word is bold at 18 points");
   Check(after.tsFace == normal && after.tsSize == 12, "the text after it keeps its style");
   Check(Selection(te) == "reader", "styling keeps the selection");
+  // The menus mark the selection's style.
+  Str255 font;
+  GetFontName(word.tsFont, font);
+  std::string name(reinterpret_cast<const char*>(font + 1), font[0]);
+  Check(CheckedItems(kFont) == name,
+        "the Font menu marks " + name + " alone: " + CheckedItems(kFont));
+  Check(CheckedItems(kSize) == "18 Point",
+        "the Size menu marks 18 Point alone: " + CheckedItems(kSize));
+  Check(CheckedItems(kStyle) == "Bold", "the Style menu marks Bold alone: " + CheckedItems(kStyle));
+  CheckEditMenu("-++-+", "with a word selected");
 }
 
 void ScrollByArrowsAndPage() {
@@ -365,12 +284,13 @@ void CheckFound() {
 }
 
 void CopySelection() {
-  SetClipboard("");
+  PutClipboardText("");
   ChooseMenuItem(kEdit, 3);  // Copy
 }
 
 void CheckCopied() {
-  WaitFor([] { return Clipboard() == "line 40"; }, "Copy puts the match on the clipboard");
+  WaitFor([] { return ClipboardText() == "line 40"; }, "Copy puts the match on the clipboard");
+  CheckEditMenu("-++++", "after Copy");
 }
 
 void OpenAbout() { ChooseMenuItem(kApple, 0); }
@@ -440,7 +360,11 @@ void ShootStep(int number, const Step& step) {
 }
 
 void Script() {
-  g.folder = TempFolder();
+  // Paste starts grayed: no program has put anything on the clipboard.
+  WaitFor([] { return OpenClipboard(nullptr) != 0; }, "the clipboard opens");
+  EmptyClipboard();
+  CloseClipboard();
+  g.folder = TempFolder("kwe_editor");
   WaitFor([] { return MainWindow() && WindowTitled("Untitled 1"); },
           "the editor opens its first window");
   HMENU bar = GetMenu(MainWindow());
@@ -494,7 +418,7 @@ void Script() {
   HWND notes = g.notes;
   ChooseMenuItem(kEdit, 7);  // Select All
   Type("x");
-  SetClipboard("pasted from Windows\rsecond line");
+  PutClipboardText("pasted from Windows\rsecond line");
   WaitFor([&] { return LowestInkRow(notes) < 30; }, "typing over the selection leaves one line");
   int oneLine = LowestInkRow(notes);
   ChooseMenuItem(kEdit, 4);  // Paste

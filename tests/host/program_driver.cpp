@@ -3,6 +3,9 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <sstream>
 #include <thread>
 #include <vector>
 
@@ -264,6 +267,104 @@ SIZE ClientSize(HWND window) {
   RECT r{};
   GetClientRect(window, &r);
   return SIZE{r.right, r.bottom};
+}
+
+HWND WindowTitled(const std::string& title) {
+  for (HWND w : LibraryWindows())
+    if (TextOf(w) == title) return w;
+  return nullptr;
+}
+
+void Type(const std::string& text) {
+  for (char c : text) PostMessageA(MainWindow(), WM_CHAR, WPARAM(static_cast<unsigned char>(c)), 1);
+}
+
+void PressButton(HWND dialog, HWND button) {
+  PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
+               reinterpret_cast<LPARAM>(button));
+}
+
+HWND ClickButton(HWND dialog, const char* title) {
+  HWND button = ChildWithText(dialog, title);
+  Check(button != nullptr, std::string("the dialog has its ") + title + " button");
+  if (button) PressButton(dialog, button);
+  return button;
+}
+
+HWND WaitForDialogWith(const char* text, const std::string& what) {
+  HWND found = nullptr;
+  WaitFor(
+      [&] {
+        for (HWND w : LibraryWindows())
+          if (ChildWithText(w, text)) found = w;
+        return found != nullptr;
+      },
+      what);
+  return found;
+}
+
+HWND FileDialog() {
+  HWND dialog = FindWindowA("#32770", nullptr);
+  return dialog && IsWindowVisible(dialog) ? dialog : nullptr;
+}
+
+// The old-style dialog's edit field, or the edit of the Explorer-style
+// one's combo box (inside a ComboBoxEx32 where Wine makes one).
+HWND FileNameField(HWND dialog) {
+  HWND field = GetDlgItem(dialog, edt1);
+  HWND combo = GetDlgItem(dialog, cmb13);
+  if (!field && combo) field = FindWindowExA(combo, nullptr, "Edit", nullptr);
+  if (!field && combo)
+    field =
+        FindWindowExA(FindWindowExA(combo, nullptr, "ComboBox", nullptr), nullptr, "Edit", nullptr);
+  return field;
+}
+
+void AnswerFileDialog(const std::string& path, const std::string& step) {
+  HWND dialog = nullptr;
+  WaitFor([&] { return (dialog = FileDialog()) != nullptr; },
+          step + " shows the common file dialog");
+  HWND field = FileNameField(dialog);
+  Check(field != nullptr, step + ": the dialog has a file-name field");
+  SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+  PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+  WaitFor([&] { return !IsWindow(dialog); }, step + ": the dialog closes on OK");
+}
+
+std::string ClipboardText() {
+  std::string text;
+  if (!OpenClipboard(nullptr)) return text;
+  if (HANDLE data = GetClipboardData(CF_TEXT)) {
+    text = static_cast<const char*>(GlobalLock(data));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+void PutClipboardText(const std::string& text) {
+  WaitFor([] { return OpenClipboard(nullptr) != 0; }, "the clipboard opens");
+  EmptyClipboard();
+  HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+  std::memcpy(GlobalLock(data), text.c_str(), text.size() + 1);
+  GlobalUnlock(data);
+  SetClipboardData(CF_TEXT, data);
+  CloseClipboard();
+}
+
+std::string TempFolder(const std::string& prefix) {
+  char path[MAX_PATH];
+  GetTempPathA(MAX_PATH, path);
+  std::string folder = path + prefix + "_" + std::to_string(GetCurrentProcessId());
+  CreateDirectoryA(folder.c_str(), nullptr);
+  return folder;
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
 }
 
 }  // namespace kwe_drive

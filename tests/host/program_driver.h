@@ -61,4 +61,31 @@ int CountProcessWindows();
 // The window's pixels as 8-bit RGB rows, frame and all.
 std::vector<unsigned char> CaptureWindow(HWND window, SIZE* size);
 
+// The visible library window titled title, or null.
+HWND WindowTitled(const std::string& title);
+// Characters typed as the keyboard's WM_CHAR to the main window, which the
+// library hands to the front window.
+void Type(const std::string& text);
+// A button of a dialog or alert clicked (BN_CLICKED to the dialog); the
+// named one must be there.
+void PressButton(HWND dialog, HWND button);
+HWND ClickButton(HWND dialog, const char* title);
+// The first library window with a child whose text holds text.
+HWND WaitForDialogWith(const char* text, const std::string& what);
+// The common open or save dialog the program shows, or null; and its
+// file-name field.
+HWND FileDialog();
+HWND FileNameField(HWND dialog);
+// The common file dialog answered with a full path typed into its field.
+void AnswerFileDialog(const std::string& path, const std::string& step);
+
+// The clipboard's text as another program reads it ("" while the program
+// has it open: ask again), and text put there as another program puts it.
+std::string ClipboardText();
+void PutClipboardText(const std::string& text);
+
+// A new folder in the temporary folder, named for prefix and the process.
+std::string TempFolder(const std::string& prefix);
+std::string ReadFile(const std::string& path);
+
 }  // namespace kwe_drive

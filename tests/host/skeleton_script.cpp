@@ -33,12 +33,7 @@ using Pixel = std::function<COLORREF(int x, int y)>;
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 
-HWND NthDocument(size_t n) {
-  std::vector<HWND> windows = LibraryWindows();
-  for (HWND w : windows)
-    if (TextOf(w) == "Untitled " + std::to_string(n)) return w;
-  return nullptr;
-}
+HWND NthDocument(size_t n) { return WindowTitled("Untitled " + std::to_string(n)); }
 
 // The document's drawing: a frame 10 pixels inside the window and, 20
 // further in, an oval filled with the gray pattern (black and white pixels
@@ -81,27 +76,15 @@ void Press(WORD modifier, WORD key) {
   SendInput(UINT(strokes.size()), strokes.data(), sizeof(INPUT));
 }
 
-// The clipboard as another program reads it: format's text, or the
-// metafile played at its own size into a white bitmap.
-std::string ClipboardText() {
-  std::string text;
-  if (!OpenClipboard(nullptr)) return "(busy)";
-  if (HANDLE data = GetClipboardData(CF_TEXT)) {
-    text = static_cast<const char*>(GlobalLock(data));
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
-}
-
-void PutClipboardText(const char* text) {
+// The clipboard's text beside another program's picture, which is no
+// 'PICT' of ours.
+void PutTextAndPicture(const char* text) {
   WaitFor([] { return OpenClipboard(nullptr) != 0; }, "the clipboard opens");
   EmptyClipboard();
   HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, std::strlen(text) + 1);
   std::strcpy(static_cast<char*>(GlobalLock(memory)), text);
   GlobalUnlock(memory);
   SetClipboardData(CF_TEXT, memory);
-  // Another program's picture beside it, which is no 'PICT' of ours.
   HDC metafile = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
   Rectangle(metafile, 0, 0, 40, 30);
   SetClipboardData(CF_ENHMETAFILE, CloseEnhMetaFile(metafile));
@@ -153,7 +136,7 @@ void CheckClipboard(HWND document) {
   long copied = 0;
   for (const Case& c : cases) {
     std::string what = c.what, title = TextOf(document);
-    if (c.put) PutClipboardText(c.put);
+    if (c.put) PutTextAndPicture(c.put);
     gPastedPictureSize = gCopiedPictureSize = 0;
     Press(c.modifier, c.key);
     if (!c.title) {
@@ -225,17 +208,9 @@ void Script() {
   CheckClipboard(first);
 
   ChooseMenuItem(0, 0);  // About Skeleton...
-  HWND alert = nullptr;
-  WaitFor(
-      [&] {
-        for (HWND w : LibraryWindows())
-          if (ChildWithText(w, "Skeleton: a Macintosh")) alert = w;
-        return alert != nullptr;
-      },
-      "About Skeleton shows the alert with its text");
-  HWND ok = ChildWithText(alert, "OK");
-  Check(ok != nullptr, "the alert has its OK button");
-  PostMessageA(alert, WM_COMMAND, MAKEWPARAM(1, BN_CLICKED), reinterpret_cast<LPARAM>(ok));
+  HWND alert =
+      WaitForDialogWith("Skeleton: a Macintosh", "About Skeleton shows the alert with its text");
+  ClickButton(alert, "OK");
   WaitFor([&] { return !IsWindow(alert) || !IsWindowVisible(alert); }, "OK puts the alert away");
 
   Finished();
