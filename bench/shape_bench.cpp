@@ -123,6 +123,24 @@ int main() {
         }
       }));
 
+  // The arithmetic pen modes go through the pixel pipeline: ovals in
+  // addOver against the same ovals in patCopy on a colour port, for
+  // information.
+  CGrafPort colour;
+  OpenCPort(&colour);
+  KWE_SwaphDC(dc, true);
+  const std::vector<Rect> some(rects.begin(), rects.begin() + 1000);
+  auto ovalsIn = [&](SInt16 mode) {
+    return [&, mode] {
+      PenMode(mode);
+      for (const Rect& r : some) PaintOval(&r);
+    };
+  };
+  kwe_bench::CompareByRound("PaintOval addOver vs patCopy (colour port)", 5, int(some.size()), 1e9,
+                            "ns/shape", ovalsIn(addOver), ovalsIn(patCopy));
+  CloseCPort(&colour);
+  SetPort(&port);
+
   KWE_SwaphDC(dc, false);
   ClosePort(&port);
   ReleaseDC(window, dc);

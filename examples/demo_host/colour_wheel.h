@@ -1,6 +1,7 @@
-// A colour wheel drawn into a pixel map in memory, as an offscreen picture,
-// and copied onto the current port with CopyBits: as it stands, twice as
-// large, and through a mask region.
+// A colour wheel drawn with QuickDraw into a GWorld (an offscreen pixel
+// map), whitened towards its centre in the blend pen mode, and copied onto
+// the current port with CopyBits: as it stands, twice as large, and through
+// a mask region.
 #pragma once
 #include "MacTypes.h"
 

@@ -3,8 +3,8 @@
 // table of its own, the mask and 1-bit images in iconMaskData and the
 // pixels in iconData; PlotCIcon copies the pixels through the mask, or the
 // 1-bit image when the icon has no pixels. A colour cursor is a copy of its
-// resource, whose 1-bit part (cached when the resource was loaded) is what
-// SetCCursor shows.
+// resource, whose Windows cursor (made in colour and cached when the
+// resource was loaded) is what SetCCursor shows.
 #include <cstring>
 #include <initializer_list>
 
@@ -13,6 +13,8 @@
 #include "QuickdrawColour.h"
 #include "Resources.h"
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/cursors/cursor_conversion.h"
+#include "quickdraw/cursors/cursor_install.h"
 #include "quickdraw/pixmaps/library_pixmaps.h"
 #include "quickdraw/ports/port_attr.h"
 
@@ -119,10 +121,20 @@ KWE_API CCrsrHandle KWE_CALL GetCCursor(SInt16 crsrID) {
   return HandToHand(&copy) == noErr ? reinterpret_cast<CCrsrHandle>(copy) : nullptr;
 }
 
+// A cursor cached when its resource was loaded was made in colour then; any
+// other is made for this one use, like an unmarked Cursor.
 KWE_API void KWE_CALL SetCCursor(CCrsrHandle cCrsr) {
   Handle h = reinterpret_cast<Handle>(cCrsr);
   if (!h || !*h || GetHandleSize(h) < static_cast<Size>(kCursorBytes)) return;
-  SetCurso(reinterpret_cast<const Cursor*>(*h + kCursorPartAt));
+  const Cursor* oneBit = reinterpret_cast<const Cursor*>(*h + kCursorPartAt);
+  HCURSOR colour = CachedCursorOf(oneBit)
+                       ? nullptr
+                       : MakeUncachedColourCursor(reinterpret_cast<const uint8_t*>(*h),
+                                                  static_cast<size_t>(GetHandleSize(h)));
+  if (colour)
+    InstallCursor(colour);
+  else
+    SetCurso(oneBit);
 }
 
 KWE_API void KWE_CALL DisposeCCursor(CCrsrHandle cCrsr) {

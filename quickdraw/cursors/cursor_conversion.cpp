@@ -1,9 +1,11 @@
 #include "quickdraw/cursors/cursor_conversion.h"
 
 #include <cstring>
+#include <initializer_list>
 
 #include "KWECursors.h"
 #include "frame/session.h"
+#include "quickdraw/cursors/colour_cursor_pixels.h"
 #include "quickdraw/cursors/cursor_cache.h"
 #include "resources/cursor_conversion_hook.h"
 
@@ -37,27 +39,43 @@ int WindowsCoordinate(uint16_t coordinate) {
   return DoubleSizeCursors() ? c * 2 : c;
 }
 
-HCURSOR CreateFromImage(const CursorImage& image) {
+// A colour cursor's record (colour, size bytes) gives its colour pixels
+// over the AND plane through CreateIconIndirect; without them the 1-bit
+// image is the cursor.
+HCURSOR CreateFromImage(const CursorImage& image, const uint8_t* colour = nullptr,
+                        size_t size = 0) {
   WindowsCursorPlanes planes;
   MakeWindowsCursorPlanes(image.bits, image.bits + kCursorImageBytes, DoubleSizeCursors(), &planes);
+  const int hotX = WindowsCoordinate(image.hotSpot.h), hotY = WindowsCoordinate(image.hotSpot.v);
+  ColourCursorPlane pixels;
+  if (colour && ColourCursorPixels(colour, size, DoubleSizeCursors(), pixels)) {
+    ICONINFO info{FALSE, DWORD(hotX), DWORD(hotY),
+                  CreateBitmap(kWindowsCursorSide, kWindowsCursorSide, 1, 1, planes.andPlane),
+                  CreateBitmap(kWindowsCursorSide, kWindowsCursorSide, 1, 32, pixels)};
+    HCURSOR cursor = info.hbmMask && info.hbmColor ? CreateIconIndirect(&info) : nullptr;
+    for (HBITMAP bitmap : {info.hbmMask, info.hbmColor})
+      if (bitmap) DeleteObject(bitmap);
+    return cursor;
+  }
   HINSTANCE instance = TheSession().instance ? TheSession().instance : GetModuleHandleA(nullptr);
-  return CreateCursor(instance, WindowsCoordinate(image.hotSpot.h),
-                      WindowsCoordinate(image.hotSpot.v), kWindowsCursorSide, kWindowsCursorSide,
-                      planes.andPlane, planes.xorPlane);
+  return CreateCursor(instance, hotX, hotY, kWindowsCursorSide, kWindowsCursorSide, planes.andPlane,
+                      planes.xorPlane);
 }
 
 // Resource data just read from its file: the hot spot comes to the
 // processor's order and the cursor is made (or its parked one taken back)
 // and cached. With the cache full the record stays an uncached cursor, which
 // SetCursor converts for each use.
-HCURSOR LoadAndCache(uint8_t* record, const CursorLayout& at) {
+HCURSOR LoadAndCache(uint8_t* record, size_t size, bool isColour) {
+  const CursorLayout& at = LayoutOf(isColour);
   uint8_t* hotSpot = record + at.hotSpot;
   HotSpotWords plain = ReadHotSpot(hotSpot, true);
   WriteHotSpot(hotSpot, plain, false);
   CursorImage image = ImageOf(record, at, plain);
   int slot = TakeParkedCursor(image);
   if (slot < 0 && CursorCacheHasRoom()) {
-    if (HCURSOR cursor = CreateFromImage(image)) slot = CacheMadeCursor(cursor, image);
+    HCURSOR cursor = CreateFromImage(image, isColour ? record : nullptr, size);
+    if (cursor) slot = CacheMadeCursor(cursor, image);
   }
   if (slot < 0) return nullptr;
   WriteHotSpot(hotSpot, MarkedHotSpot(plain, slot), false);
@@ -95,6 +113,15 @@ HCURSOR MakeUncachedCursor(const void* record, bool isColour) {
       ImageOf(bytes, at, UnmarkedHotSpot(ReadHotSpot(bytes + at.hotSpot, false))));
 }
 
+HCURSOR MakeUncachedColourCursor(const uint8_t* record, size_t size) {
+  const CursorLayout& at = LayoutOf(true);
+  ColourCursorPlane pixels;
+  if (size < CursorRecordSize(true) || !ColourCursorPixels(record, size, false, pixels))
+    return nullptr;
+  return CreateFromImage(
+      ImageOf(record, at, UnmarkedHotSpot(ReadHotSpot(record + at.hotSpot, false))), record, size);
+}
+
 HCURSOR ConvertCursorRecord(bool make, bool isColour, uint8_t* record, size_t size, bool create,
                             bool swapAndCache) {
   const CursorLayout& at = LayoutOf(isColour);
@@ -110,7 +137,7 @@ HCURSOR ConvertCursorRecord(bool make, bool isColour, uint8_t* record, size_t si
     Normalise(record, at, swapAndCache);
     return nullptr;
   }
-  return swapAndCache ? LoadAndCache(record, at) : MakeUncachedCursor(record, isColour);
+  return swapAndCache ? LoadAndCache(record, size, isColour) : MakeUncachedCursor(record, isColour);
 }
 
 void ConvertCursorResource(Boolean make, Boolean isColour, void* cursor, SInt32 size,

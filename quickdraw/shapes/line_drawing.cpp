@@ -12,6 +12,7 @@
 #include "quickdraw/patterns/port_patterns.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -38,10 +39,7 @@ void StrokeThinLine(PortAttr& a, COLORREF colour, int h0, int v0, int h1, int v1
   Polyline(a.hdc, points, 3);
 }
 
-void DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
-  int h0 = from.h, v0 = from.v, h1 = to.h, v1 = to.v;
-  LocalToDevice(a, &h0, &v0);
-  LocalToDevice(a, &h1, &v1);
+void StrokeDeviceLine(PortAttr& a, GrafPtr port, int h0, int v0, int h1, int v1) {
   Pattern pat = PenPatternOf(port);
   bool black = PatternIsSolid(pat, 0xFF), white = PatternIsSolid(pat, 0x00);
   bool diagonal = h0 != h1 && v0 != v1;
@@ -59,6 +57,16 @@ void DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
     return;
   }
   StrokeThinLine(a, white ? a.bkColorRef : a.fgColorRef, h0, v0, h1, v1);
+}
+
+// A line is painted with the pen: in an arithmetic mode it is combined
+// over the pixels between its ends.
+void DrawDeviceLine(GrafPtr port, PortAttr& a, Point from, Point to) {
+  int h0 = from.h, v0 = from.v, h1 = to.h, v1 = to.v;
+  LocalToDevice(a, &h0, &v0);
+  LocalToDevice(a, &h1, &v1);
+  RECT bounds{std::min(h0, h1), std::min(v0, v1), std::max(h0, h1) + 1, std::max(v0, v1) + 1};
+  DrawInPenMode(port, a, Verb::Paint, bounds, [&] { StrokeDeviceLine(a, port, h0, v0, h1, v1); });
 }
 
 void StandardLine(Point end) {

@@ -11,6 +11,7 @@
 #include "frame/subsystems.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/shapes/outline_cache.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
@@ -24,12 +25,14 @@ int ClampDiameter(int diameter, int extent) {
 
 // A frame strokes the outline; the other verbs fill the shape's rectangles.
 void DrawShape(GrafPtr port, PortAttr& a, Verb verb, const OutlineShape& shape, const RECT& d) {
-  if (verb == Verb::Frame) {
-    FrameDeviceOutline(port, a, PlacedOutline(shape, d.left, d.top));
-    return;
-  }
-  PrepareAreaVerb(port, a, verb);
-  FillDeviceSpans(a, verb, ShapeSpans(shape, PolygonSpans), d.left, d.top);
+  DrawInPenMode(port, a, verb, d, [&] {
+    if (verb == Verb::Frame) {
+      FrameDeviceOutline(port, a, PlacedOutline(shape, d.left, d.top));
+      return;
+    }
+    PrepareAreaVerb(port, a, verb);
+    FillDeviceSpans(a, verb, ShapeSpans(shape, PolygonSpans), d.left, d.top);
+  });
 }
 
 void StandardArc(Verb verb, const Rect* r, int start, int arc, bool oval) {

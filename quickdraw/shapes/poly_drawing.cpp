@@ -2,11 +2,13 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <climits>
 
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -35,17 +37,22 @@ void StandardPoly(Verb verb, PolyHandle poly) {
   if (verb != Verb::Erase && verb != Verb::Fill) RestoreHiliteBit();
   if (!PortDraws(port, *a)) return;
   Outline device(count);
+  RECT bounds{INT_MAX, INT_MAX, INT_MIN, INT_MIN};
   for (int i = 0; i < count; ++i) {
     int h = (*poly)->polyPoints[i].h, v = (*poly)->polyPoints[i].v;
     LocalToDevice(*a, &h, &v);
     device[i] = OutlinePoint{h, v};
+    bounds = RECT{std::min<LONG>(bounds.left, h), std::min<LONG>(bounds.top, v),
+                  std::max<LONG>(bounds.right, h + 1), std::max<LONG>(bounds.bottom, v + 1)};
   }
-  if (verb == Verb::Frame) {
-    FrameDeviceOutline(port, *a, device);
-  } else {
-    PrepareAreaVerb(port, *a, verb);
-    FillDevicePolygon(*a, device);
-  }
+  DrawInPenMode(port, *a, verb, bounds, [&] {
+    if (verb == Verb::Frame) {
+      FrameDeviceOutline(port, *a, device);
+    } else {
+      PrepareAreaVerb(port, *a, verb);
+      FillDevicePolygon(*a, device);
+    }
+  });
 }
 
 void DrawPoly(Verb verb, PolyHandle poly) {

@@ -7,6 +7,7 @@
 #include "Quickdraw.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -35,11 +36,13 @@ void StandardRect(Verb verb, const Rect* r) {
   if (!PortDraws(port, *a)) return;
   RECT d = DeviceRect(*a, *r);
   if (highlight && HighlightDeviceRect(port, *a, d)) return;
-  PrepareAreaVerb(port, *a, verb);
-  if (verb == Verb::Frame)
-    FrameDeviceRect(*a, d);
-  else
-    FillDeviceRect(*a, verb, d);
+  DrawInPenMode(port, *a, verb, d, [&] {
+    PrepareAreaVerb(port, *a, verb);
+    if (verb == Verb::Frame)
+      FrameDeviceRect(*a, d);
+    else
+      FillDeviceRect(*a, verb, d);
+  });
 }
 
 void DrawRect(Verb verb, const Rect* r) { DrawThroughSlot(ProcSlot::Rect, StandardRect, verb, r); }

