@@ -277,8 +277,11 @@ KWE_API SInt16 KWE_CALL QDError(void);
 KWE_API void KWE_CALL SetOrigin(SInt16 h, SInt16 v);
 KWE_API void KWE_CALL PortSize(SInt16 width, SInt16 height);
 KWE_API void KWE_CALL MovePortTo(SInt16 leftGlobal, SInt16 topGlobal);
-KWE_API void KWE_CALL SetPortBits(const BitMap* bm);
-KWE_API void KWE_CALL SetPortPix(PixMapHandle pm);
+/* Both answer whether the port can draw into the new bits: false for bits
+   in memory that are not drawable (null, odd or short rows, empty bounds) or
+   when 32 ports already draw into application memory. */
+KWE_API Boolean KWE_CALL SetPortBits(const BitMap* bm);
+KWE_API Boolean KWE_CALL SetPortPix(PixMapHandle pm);
 KWE_API void KWE_CALL ClipRect(const Rect* r);
 KWE_API void KWE_CALL SetClip(RgnHandle rgn);
 KWE_API void KWE_CALL GetClip(RgnHandle rgn);

@@ -16,6 +16,7 @@
 #include "quickdraw/copybits/copy_sides.h"
 #include "quickdraw/copybits/device_copies.h"
 #include "quickdraw/copybits/raster_ops.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/pictures/picture_recording.h"
 #include "quickdraw/regions/region_record.h"
 #include "quickdraw/shapes/shape_drawing.h"
@@ -80,6 +81,25 @@ MacPixels PixelsOfMask(const BitMap* b) {
 bool UsableMask(const BitMap* b) {
   return b && reinterpret_cast<uintptr_t>(b->baseAddr) > 0xFFFF &&
          CheckMacPixels(PixelsOfMask(b)) == noErr;
+}
+
+// A mask picture with pixels of a depth QuickDraw has not: the masking
+// stage cannot read it, and the copy goes on without it.
+bool MaskOfNoDepth(const BitMap* b) {
+  return b && reinterpret_cast<uintptr_t>(b->baseAddr) > 0xFFFF &&
+         CheckMacPixels(PixelsOfMask(b)) == kDepthErr;
+}
+
+// The pipeline stages that meet pixels they have no case for say so: a
+// source or destination of a depth QuickDraw has not (nothing is copied),
+// and dithering asked for with another mode the pipeline combines than
+// srcCopy on an indexed destination (the copy goes on undithered).
+void ReportStages(OSErr srcErr, OSErr dstErr, const CopySide& dst, int mode) {
+  if (srcErr == kDepthErr) Report(" Undefined PVToRGBProc case");
+  if (dstErr == kDepthErr) Report(" Undefined RGBToPVProc case");
+  bool indexed = dst.kind == SideKind::Memory && dst.pipeline.pixels.depth <= 8;
+  if ((mode & kDitherBit) && (mode & ~kDitherBit) != 0 && CombinesMode(mode) && indexed)
+    Report(" Undefined DitherProc case");
 }
 
 // Whether the mask picture's pixel over destination point (x, y) is set: a
@@ -178,6 +198,7 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
     SetQDError(paramErr);
     return;
   }
+  SyncBeforeCopy(srcBits, dstBits);
   OSErr err = noErr, dstErr = noErr;
   CopySide src = ClassifySide(srcBits, &err);
   CopySide dst = ClassifySide(dstBits, &dstErr);
@@ -186,6 +207,7 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
     SetQDError(paramErr);
     return;
   }
+  ReportStages(err, dstErr, dst, mode);
   if (err == noErr) err = dstErr;
   SetQDError(err);
   if (err != noErr || src.kind == SideKind::None || dst.kind == SideKind::None) return;
@@ -211,6 +233,10 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
   FillColours(copy);
   MaskPicture picture{maskBits, maskRect ? *maskRect : Rect{}, *dstRect};
   bool withPicture = maskRect && !Empty(*maskRect) && UsableMask(maskBits);
+  if (MaskOfNoDepth(maskBits)) {
+    Report(" Undefined PixelValueMaskProc case");
+    maskBits = nullptr;
+  }
   if (maskBits && !withPicture) return;  // a mask with no pixels lets none through
   std::unique_ptr<uint8_t[]> mask;
   bool gdiClip =
@@ -229,10 +255,11 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
     copy.src = Relative(s, src.bounds);
     copy.dst = Relative(d, dst.bounds);
     SetQDError(MemoryToMemory(src, dst, copy));
-    return;
+  } else {
+    DeviceCopy job{src, dst, s, d, copy, gdiClip ? maskRgn : nullptr};
+    SetQDError(CopyWithDevice(job));
   }
-  DeviceCopy job{src, dst, s, d, copy, gdiClip ? maskRgn : nullptr};
-  SetQDError(CopyWithDevice(job));
+  SyncAfterCopy(dstBits);
 }
 
 }  // namespace kwe::quickdraw

@@ -3,6 +3,7 @@
 
 #include "quickdraw/colour/device_colours.h"
 #include "quickdraw/offscreen/gworld_dc.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/ports/graphics_records.h"
 
 namespace kwe::quickdraw {
@@ -42,8 +43,13 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
     side.attr = attr;
     return side;
   }
-  // 32767 is no pixels; lower values name offscreen bitmaps, which have no
-  // pixels here either.
+  // Entries of the offscreen bitmap table: the DC of the port drawing into
+  // the entry. 32767 (and anything else below the port tags) is no pixels.
+  if (PortAttr* attr = EntrySide(base)) {
+    side.kind = SideKind::Device;
+    side.attr = attr;
+    return side;
+  }
   if (base <= kLastPortTag) return side;
   int depth = pm ? pm->pixelSize : 1;
   MacPixels pixels{reinterpret_cast<uint8_t*>(bits->baseAddr), bits->rowBytes & 0x3FFF, depth,

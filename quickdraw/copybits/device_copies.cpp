@@ -1,6 +1,7 @@
 // CopyBits with a DC on one side or both.
 #include "quickdraw/copybits/device_copies.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -12,6 +13,18 @@
 
 namespace kwe::quickdraw {
 namespace {
+
+// Large copies go in bands of rows, each about 64 KB of 32-bit pixels: the
+// buffers of a copy stay small whatever its size (a full-screen copy would
+// want megabytes at once), and a band that size stays in the processor's
+// cache between the read, the pipeline and the write. One band's buffer is
+// made for the copy and freed after it.
+constexpr int kBandBytes = 64 * 1024;
+
+int BandRows(int width, int height) {
+  int rows = kBandBytes / (4 * std::max(width, 1));
+  return std::clamp(rows, 1, std::max(height, 1));
+}
 
 // A 32-bit top-down DIB section in a memory DC: the layout of 32-bit
 // Macintosh pixels, so the pipeline reads and writes it directly.
@@ -31,10 +44,12 @@ class Section {
   }
   Section(const Section&) = delete;
   Section& operator=(const Section&) = delete;
-  // Fills the section with the DC's pixels of r; false when there is no
-  // section or GDI cannot read them.
+  // Fills the section's first rows with the DC's pixels of r; false when
+  // there is no section or GDI cannot read them.
   bool Read(HDC dc, const RECT& r) {
-    if (!bits_ || !BitBlt(dc_, 0, 0, width_, height_, dc, r.left, r.top, SRCCOPY)) return false;
+    if (!bits_ || !BitBlt(dc_, 0, 0, width_, std::min<int>(height_, r.bottom - r.top), dc, r.left,
+                          r.top, SRCCOPY))
+      return false;
     GdiFlush();
     return true;
   }
@@ -88,11 +103,11 @@ struct DibInfo {
 // apart at 1, 4, 8, 16 or 32 bits need no conversion at all (16-bit
 // Macintosh pixels are a 5-5-5 DIB's, 32-bit ones a BI_RGB DIB's); other
 // rows are copied to 4-byte rows, and 2-bit pixels widened to 8.
-OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
+// Rows top to top + h - 1 of the source go onto to.
+OSErr MemoryBandToDevice(const DeviceCopy& job, HDC dc, const RECT& to, int top, int h) {
   const MacPixels& p = job.src.pipeline.pixels;
-  const Rect& b = job.src.bounds;
-  int left = job.srcRect.left - b.left, top = job.srcRect.top - b.top;
-  int w = job.srcRect.right - job.srcRect.left, h = job.srcRect.bottom - job.srcRect.top;
+  int left = job.srcRect.left - job.src.bounds.left;
+  int w = job.srcRect.right - job.srcRect.left;
   DibInfo info{};
   info.header.biSize = sizeof info.header;
   info.header.biPlanes = 1;
@@ -141,33 +156,79 @@ OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
   return done == 0 ? paramErr : noErr;
 }
 
+// Rows that must be converted before GDI takes them go band by band when
+// the copy does not scale them; the others in one call.
+OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
+  const MacPixels& p = job.src.pipeline.pixels;
+  int top = job.srcRect.top - job.src.bounds.top;
+  int w = job.srcRect.right - job.srcRect.left, h = job.srcRect.bottom - job.srcRect.top;
+  bool converts = p.depth == 2 || p.rowBytes % 4;
+  if (!converts || to.bottom - to.top != h) return MemoryBandToDevice(job, dc, to, top, h);
+  const int band = BandRows(w, h);
+  for (int y = 0; y < h; y += band) {
+    int rows = std::min(band, h - y);
+    RECT part{to.left, to.top + y, to.right, to.top + y + rows};
+    OSErr err = MemoryBandToDevice(job, dc, part, top + y, rows);
+    if (err != noErr) return err;
+  }
+  return noErr;
+}
+
 // What GDI cannot do: the destination's pixels are read into a section,
 // the pipeline combines the source into them, and the section goes back.
+// Band by band, the scaling that of the whole copy.
 OSErr ThroughSection(const DeviceCopy& job, HDC dc, const RECT& to) {
   int w = to.right - to.left, h = to.bottom - to.top;
-  Section section(w, h);
-  if (!section.Read(dc, to)) return memFullErr;
+  const int band = BandRows(w, h);
+  Section section(w, band);
   PipelineCopy copy = job.copy;
   copy.src = Relative(job.srcRect, job.src.bounds);
   copy.dst = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
-  OSErr err = RunPipeline(job.src.pipeline, section.Side(), copy);
-  if (err != noErr) return err;
-  return BitBlt(dc, to.left, to.top, w, h, section.Dc(), 0, 0, SRCCOPY) ? noErr : paramErr;
+  for (int top = 0; top < h; top += band) {
+    int rows = std::min(band, h - top);
+    RECT part{to.left, to.top + top, to.right, to.top + top + rows};
+    if (!section.Read(dc, part)) return memFullErr;
+    copy.bandTop = top;
+    copy.bandBottom = top + rows;
+    copy.dst.bottom = static_cast<SInt16>(h);
+    OSErr err = RunPipeline(job.src.pipeline, section.Side(), copy);
+    if (err != noErr) return err;
+    if (!BitBlt(dc, part.left, part.top, w, rows, section.Dc(), 0, 0, SRCCOPY)) return paramErr;
+  }
+  return noErr;
 }
 
-// A DC's pixels into memory: read into a section, then the pipeline.
+// A DC's pixels into memory: read into a section, then the pipeline. A
+// copy of the same height goes band by band; one that scales rows, or
+// dithers (the errors run on from row to row), in one piece.
 OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
   int w = from.right - from.left, h = from.bottom - from.top;
-  Section section(w, h);
-  if (!section.Read(dc, from)) return memFullErr;
   PipelineCopy copy = job.copy;
-  copy.src = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
-  copy.dst = Relative(job.dstRect, job.dst.bounds);
+  const Rect whole = Relative(job.dstRect, job.dst.bounds);
   if (job.dst.pipeline.pixels.depth <= 8) {
     copy.inverse = job.dst.table ? InverseTableOf(job.dst.table) : OneBitInverse();
     if (!copy.inverse) return memFullErr;
   }
-  return RunPipeline(section.Side(), job.dst.pipeline, copy);
+  bool dithers = (copy.mode & 64) && job.dst.pipeline.pixels.depth <= 8;
+  const bool banding = whole.bottom - whole.top == h && !dithers;
+  const int band = banding ? BandRows(w, h) : h;
+  Section section(w, band);
+  const uint8_t* mask = copy.mask;
+  for (int top = 0; top < h; top += band) {
+    int rows = std::min(band, h - top);
+    RECT part{from.left, from.top + top, from.right, from.top + top + rows};
+    if (!section.Read(dc, part)) return memFullErr;
+    copy.src = Rect{0, 0, static_cast<SInt16>(rows), static_cast<SInt16>(w)};
+    copy.dst = whole;
+    if (banding) {
+      copy.dst.top = static_cast<SInt16>(whole.top + top);
+      copy.dst.bottom = static_cast<SInt16>(copy.dst.top + rows);
+      copy.mask = mask ? mask + static_cast<ptrdiff_t>(top) * copy.maskRowBytes : nullptr;
+    }
+    OSErr err = RunPipeline(section.Side(), job.dst.pipeline, copy);
+    if (err != noErr) return err;
+  }
+  return noErr;
 }
 
 // The packed DIB is bottom-up: the source rectangle's bottom row is its

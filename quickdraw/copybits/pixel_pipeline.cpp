@@ -172,7 +172,15 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
   const Rect& d = copy.dst;
   if (s.right <= s.left || s.bottom <= s.top || d.right <= d.left || d.bottom <= d.top)
     return noErr;
-  if (!Inside(s, src.pixels) || !Inside(d, dst.pixels)) return paramErr;
+  const int64_t srcW = s.right - s.left, srcH = s.bottom - s.top;
+  const int64_t dstW = d.right - d.left, dstH = d.bottom - d.top;
+  const bool banded = copy.bandBottom > copy.bandTop;
+  const int firstRow = banded ? copy.bandTop : 0;
+  const int endRow = banded ? copy.bandBottom : static_cast<int>(dstH);
+  if (firstRow < 0 || endRow > dstH) return paramErr;
+  Rect written = d;
+  written.bottom = static_cast<SInt16>(d.top + (endRow - firstRow));
+  if (!Inside(s, src.pixels) || !Inside(written, dst.pixels)) return paramErr;
 
   const int dstDepth = dst.pixels.depth, srcDepth = src.pixels.depth;
   if (mode < kBlend) mode &= 7;
@@ -183,8 +191,6 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
   Diffusion diffusion;
   if (dither && !diffusion.Start(d.right - d.left)) return memFullErr;
 
-  const int64_t srcW = s.right - s.left, srcH = s.bottom - s.top;
-  const int64_t dstW = d.right - d.left, dstH = d.bottom - d.top;
   // Indexed source pixels convert through a table made once for the call.
   uint32_t lookup[256];
   const bool lookUp = srcDepth <= 8 && !asValues && !dither && mode < kBlend;
@@ -192,17 +198,18 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
     for (uint32_t v = 0; v < (1u << srcDepth); ++v)
       lookup[v] = RgbToPixel(PixelToRgb(v, srcDepth, src.table, src.count), dstDepth, copy.inverse);
   }
-  if (lookUp && mode == kSrcCopy && !copy.mask && srcW == dstW && srcH == dstH && srcDepth == 8 &&
-      dstDepth == 32) {
+  if (lookUp && mode == kSrcCopy && !copy.mask && !banded && srcW == dstW && srcH == dstH &&
+      srcDepth == 8 && dstDepth == 32) {
     CopyIndexedRows(src.pixels, s, dst.pixels, d, lookup);
     return noErr;
   }
-  for (int y = 0; y < dstH; ++y) {
+  for (int y = firstRow; y < endRow; ++y) {
     int sy = s.top + static_cast<int>(y * srcH / dstH);
+    const int dy = d.top + y - firstRow;
     for (int x = 0; x < dstW; ++x) {
       int sx = s.left + static_cast<int>(x * srcW / dstW);
       uint32_t sv = MacPixel(src.pixels, sx, sy);
-      uint32_t dv = MacPixel(dst.pixels, d.left + x, d.top + y);
+      uint32_t dv = MacPixel(dst.pixels, d.left + x, dy);
       uint32_t out;
       if (mode >= kBlend) {
         RGBColor rgb = Arithmetic(mode, PixelToRgb(sv, srcDepth, src.table, src.count),
@@ -226,7 +233,7 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
         }
         out = Logical(mode, dv & mask, value, mask, dstDepth > 8);
       }
-      if (MaskBit(copy, x, y)) SetMacPixel(dst.pixels, d.left + x, d.top + y, out);
+      if (MaskBit(copy, x, y)) SetMacPixel(dst.pixels, d.left + x, dy, out);
     }
     if (dither) diffusion.NextRow();
   }

@@ -39,6 +39,12 @@ struct PipelineCopy {
   // The two tables are the same: indexed pixel values of equal depth are
   // combined as they stand, without going through RGB.
   bool sameTable;
+  // A band of a large copy: only rows bandTop to bandBottom - 1 of dst
+  // (counted from its top) are made, scaled as in the whole copy, and the
+  // destination pixels hold just those rows, bandTop's at dst.top. Both 0:
+  // every row, in place.
+  int bandTop;
+  int bandBottom;
 };
 
 // Pipeline results: the copy is refused with paramErr for pixels that fail

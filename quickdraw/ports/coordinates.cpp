@@ -7,6 +7,7 @@
 #include "Quickdraw.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::quickdraw {
@@ -61,9 +62,14 @@ HWND WindowOf(const PortAttr& a) {
   return a.hdc ? WindowFromDC(a.hdc) : nullptr;
 }
 
+// A port drawing into application memory maps its bits' top left onto the
+// first pixel, as the Macintosh does; a window's bits are the screen's, its
+// port rectangle's top left the client area's.
 void TakeOriginFromPortRect(PortAttr& a) {
-  a.mapping.originH = a.port->portRect.left;
-  a.mapping.originV = a.port->portRect.top;
+  if (a.bitsEntry <= 0 || !EntryOrigin(a.port, &a.mapping.originH, &a.mapping.originV)) {
+    a.mapping.originH = a.port->portRect.left;
+    a.mapping.originV = a.port->portRect.top;
+  }
   RecomputeTranslate(a.mapping);
 }
 

@@ -11,6 +11,7 @@
 #include "frame/subsystems.h"
 #include "quickdraw/colour/device_colours.h"
 #include "quickdraw/colour/windows_palettes.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/ports/screen_state.h"
@@ -132,6 +133,7 @@ void SetCurrentPortSwitch(bool on) {
 // second InitGraf.
 void ClosePorts() {
   if (!g_started) return;
+  ClearOffscreenTable();
   ReleaseWindowsPalettes();  // out of the ports' DCs before they go
   // Ports the application left open give their GDI objects back; their
   // records may be gone already, so only the library's side is released.

@@ -86,6 +86,9 @@ struct PortAttr {
 
   int16_t brushAlignCount = 0;
   int16_t brushOriginH = 0, brushOriginV = 0;
+  // The offscreen bitmap table entry the port draws into (1 to 32), 0 for
+  // none, -1 when its bits in memory cannot be drawn into.
+  int16_t bitsEntry = 0;
   int32_t offscreenActive = 0;
   int16_t offscreenH = 0, offscreenV = 0;
   Point savedTopLeft{0, 0};

@@ -5,7 +5,9 @@
 #include "KWEPorts.h"
 #include "KWERegions.h"
 #include "frame/trap_defaults.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/patterns/pattern_brush.h"
+#include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/regions/region_record.h"
 
@@ -50,7 +52,6 @@ void KWE_CALL SetOriginDefault(SInt16 h, SInt16 v) {
   port->portRect.top = v;
   port->portRect.right = static_cast<SInt16>(port->portRect.right + dh);
   port->portRect.bottom = static_cast<SInt16>(port->portRect.bottom + dv);
-  TakeOriginFromPortRect(*a);
   // The bits' bounds move with the origin, as on the Macintosh, so that
   // CopyBits cuts a copy into the port where its pixels really are.
   Rect* bounds = &port->portBits.bounds;
@@ -59,6 +60,7 @@ void KWE_CALL SetOriginDefault(SInt16 h, SInt16 v) {
     bounds = pm && *pm ? &(*pm)->bounds : nullptr;
   }
   if (bounds) OffsetRect(bounds, static_cast<SInt16>(dh), static_cast<SInt16>(dv));
+  TakeOriginFromPortRect(*a);
   OffsetRgn(port->visRgn, static_cast<SInt16>(dh), static_cast<SInt16>(dv));
   RebuildClip(port);
   AlignBrushToPort(*a);
@@ -84,17 +86,40 @@ KWE_API void KWE_CALL MovePortTo(SInt16 leftGlobal, SInt16 topGlobal) {
            static_cast<SInt16>(leftGlobal + (r.right - r.left))};
 }
 
-KWE_API void KWE_CALL SetPortBits(const BitMap* bm) {
+// Bits in application memory go through the offscreen bitmap table: the
+// port draws into the entry's DC and the pixels reach the memory as that
+// table keeps them in step.
+KWE_API Boolean KWE_CALL SetPortBits(const BitMap* bm) {
   GrafPtr port = CurrentPort();
-  if (!bm || !CurrentAttr() || IsColourPort(port)) return;
-  port->portBits = *bm;
+  if (!bm || !CurrentAttr() || IsColourPort(port)) {
+    SetQDError(paramErr);
+    return false;
+  }
+  BitMap bits = *bm;
+  port->portBits = bits;
+  bool drawable = GiveBits(port, bits, false);
+  // Refused bits leave no pixels, and no rowBytes flag bits either: they
+  // share their place with a colour port's portVersion.
+  if (!drawable) {
+    port->portBits.baseAddr = reinterpret_cast<Ptr>(kNoBits);
+    port->portBits.rowBytes = static_cast<SInt16>(bits.rowBytes & 0x3FFF);
+  }
+  AlignBrushToPort(*CurrentAttr());
+  return drawable;
 }
 
-KWE_API void KWE_CALL SetPortPix(PixMapHandle pm) {
+// The program's pixel map stays as it is (it reads baseAddr to reach its
+// pixels); only the port's drawing goes to the entry.
+KWE_API Boolean KWE_CALL SetPortPix(PixMapHandle pm) {
   GrafPtr port = CurrentPort();
-  if (!pm || !CurrentAttr() || !IsColourPort(port)) return;
+  if (!pm || !*pm || !CurrentAttr() || !IsColourPort(port)) {
+    SetQDError(paramErr);
+    return false;
+  }
   AsColour(port)->portPixMap = pm;
+  bool drawable = GiveBits(port, *reinterpret_cast<const BitMap*>(*pm), true);
   AlignBrushToPort(*CurrentAttr());
+  return drawable;
 }
 
 KWE_API void KWE_CALL ClipRect(const Rect* r) {

@@ -5,6 +5,7 @@
 #include "Memory.h"
 #include "frame/handle_slots.h"
 #include "frame/low_memory.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/patterns/port_patterns.h"
 #include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
@@ -191,6 +192,7 @@ void CloseAnyPort(GrafPtr port) {
   GrafPtr screen = ScreenPort();
   GrafPtr remembered = CurrentPort() == port ? screen : CurrentPort();
   MakeCurrent(port);
+  ReleaseBitsOf(port);
   if (port->rgnSave) {  // a region recording never closed
     KillPoly(reinterpret_cast<PolyHandle>(port->polySave));
     DisposeRgn(reinterpret_cast<RgnHandle>(port->rgnSave));

@@ -3,6 +3,7 @@
 
 #include "Memory.h"
 #include "frame/low_memory.h"
+#include "quickdraw/offscreen/offscreen_bitmaps.h"
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/text/port_font.h"
 
@@ -91,6 +92,11 @@ void MakeScreenCurrentDeferringDC() {
 GrafPtr ScreenPort() { return g_table[kScreenPortSlot] ? g_table[kScreenPortSlot]->port : nullptr; }
 
 void MakeCurrent(GrafPtr port) {
+  if (port != g_currentPort) {
+    if (g_currentAttr && g_currentAttr->bitsEntry > 0) PortLeft(g_currentPort);
+    PortAttr* next = AttrOf(port);
+    if (next && next->bitsEntry > 0) PortEntered(port);
+  }
   g_screenDCDeferred = false;
   g_currentPort = port;
   g_currentAttr = AttrOf(port);

@@ -1,0 +1,310 @@
+// Ports drawing into application memory (SetPortBits, SetPortPix) through
+// the DLL: the drawing reaches the program's bytes, the ported idiom puts
+// the right pixels on a port over a DIB section, CopyBits reads and writes
+// the table's entries, and bad bits leave the port drawing nowhere.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <random>
+#include <vector>
+
+#include "KWEPorts.h"
+#include "KWESession.h"
+#include "Memory.h"
+#include "QDOffscreen.h"
+#include "Quickdraw.h"
+#include "quickdraw/regions/region_canvas.h"
+
+namespace {
+
+using namespace kwe_test;
+
+Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
+
+// A 1-bit bitmap in the program's memory, rows rowBytes apart.
+struct Bits {
+  Bits(const Rect& bounds, int rowBytes, UInt8 fill = 0)
+      : bytes(size_t(rowBytes) * (bounds.bottom - bounds.top) + 2, fill) {
+    map = BitMap{reinterpret_cast<Ptr>(bytes.data()), SInt16(rowBytes), bounds};
+  }
+  // Pixel (x, y) from the bitmap's top left: 1 is black.
+  bool Black(int x, int y) const {
+    return (bytes[size_t(y) * map.rowBytes + x / 8] >> (7 - x % 8)) & 1;
+  }
+  std::vector<UInt8> bytes;
+  BitMap map;
+};
+
+class OffscreenBits : public PortTest {
+ protected:
+  void TearDown() override {
+    KWE_SetFlags(0, 0, 0x0100, 0);
+    PortTest::TearDown();
+  }
+  // Opens off (current afterwards) on bits.
+  Boolean OpenOn(GrafPort& off, const BitMap& bits) {
+    OpenPort(&off);
+    off.portRect = bits.bounds;
+    return SetPortBits(&bits);
+  }
+};
+
+// The drawing calls of a sweep, replayed the same way into any port.
+void DrawStep(std::mt19937& random, const Rect& area) {
+  auto coord = [&](int lo, int hi) { return SInt16(lo + int(random() % unsigned(hi - lo))); };
+  SInt16 l = coord(area.left - 8, area.right), t = coord(area.top - 8, area.bottom);
+  Rect r{t, l, SInt16(t + 2 + random() % 40), SInt16(l + 2 + random() % 40)};
+  switch (random() % 7) {
+    case 0: PaintRect(&r); break;
+    case 1: EraseRect(&r); break;
+    case 2: InvertRect(&r); break;
+    case 3: FrameRect(&r); break;
+    case 4: PaintOval(&r); break;
+    case 5: FrameOval(&r); break;
+    default:
+      MoveTo(l, t);
+      LineTo(r.right, r.bottom);
+      break;
+  }
+}
+
+// Seeded scenes drawn into application bits and into a GWorld of the same
+// bounds: after the write back the program's bytes hold what the GWorld
+// holds, and both ways of putting the bits on a window (CopyBits from the
+// memory, CopyBits from the port's own bits) show it.
+TEST_F(OffscreenBits, SeededScenesMatchAGWorldPixelForPixel) {
+  for (unsigned seed = 1; seed <= 24; ++seed) {
+    std::mt19937 random(seed);
+    int w = 20 + int(random() % 60), h = 10 + int(random() % 50);
+    int left = int(random() % 30) - 10, top = int(random() % 30) - 10;
+    Rect bounds = R(left, top, left + w, top + h);
+    int rowBytes = (w + 15) / 16 * 2 + 2 * int(random() % 3);
+    Bits bits(bounds, rowBytes, UInt8(random()));
+    GWorldPtr gw = nullptr;
+    ASSERT_EQ(NewGWorld(&gw, 1, &bounds, nullptr, nullptr, 0), noErr);
+    GrafPort off{};
+    ASSERT_TRUE(OpenOn(off, bits.map)) << "seed " << seed;
+    EraseRect(&bounds);
+    SetGWorld(gw, nullptr);
+    EraseRect(&bounds);
+    unsigned steps = 4 + random() % 12;
+    for (unsigned step = 0; step < steps; ++step) {
+      std::mt19937 same = random;
+      SetGWorld(gw, nullptr);
+      DrawStep(random, bounds);
+      SetPort(&off);
+      DrawStep(same, bounds);
+    }
+    SetPort(&port);
+    canvas.Clear();
+    Rect at0 = R(0, 0, w, h), at100 = R(100, 0, 100 + w, h), at0_100 = R(0, 100, w, 100 + h);
+    CopyBits(reinterpret_cast<BitMap*>(*GetGWorldPixMap(gw)), &port.portBits, &bounds, &at0,
+             srcCopy, nullptr);
+    CopyBits(&bits.map, &port.portBits, &bounds, &at100, srcCopy, nullptr);
+    CopyBits(&off.portBits, &port.portBits, &bounds, &at0_100, srcCopy, nullptr);
+    int wrong = 0;
+    for (int y = 0; y < h && wrong < 3; ++y)
+      for (int x = 0; x < w && wrong < 3; ++x) {
+        bool black = canvas.Pixel(x, y) == kBlack;
+        if (bits.Black(x, y) != black || canvas.Black(100 + x, y) != black ||
+            canvas.Black(x, 100 + y) != black) {
+          ADD_FAILURE() << "seed " << seed << " pixel " << x << "," << y << " GWorld " << black
+                        << " memory " << bits.Black(x, y);
+          ++wrong;
+        }
+      }
+    ClosePort(&off);
+    DisposeGWorld(gw);
+  }
+}
+
+// Bits a port cannot draw into: false, paramErr, the program's bytes
+// untouched by drawing, and the port draws again once given good bits.
+TEST_F(OffscreenBits, BadBitsLeaveThePortDrawingNowhere) {
+  struct Case {
+    const char* what;
+    int rowBytes;
+    bool null;
+    Rect bounds;
+  } cases[] = {
+      {"null baseAddr", 4, true, R(0, 0, 16, 8)},
+      {"odd rowBytes", 3, false, R(0, 0, 16, 8)},
+      {"short rows", 2, false, R(0, 0, 17, 8)},
+      {"empty bounds", 4, false, R(5, 5, 5, 9)},
+      {"inverted bounds", 4, false, R(9, 9, 2, 2)},
+      {"negative rowBytes", -4, false, R(0, 0, 8, 8)},
+      {"pixel map flags", 0x4004, false, R(0, 0, 8, 8)},
+  };
+  for (const Case& c : cases) {
+    Bits bits(R(0, 0, 32, 16), 4, 0x5A);
+    BitMap bad = bits.map;
+    bad.rowBytes = SInt16(c.rowBytes);
+    bad.bounds = c.bounds;
+    if (c.null) bad.baseAddr = nullptr;
+    GrafPort off{};
+    EXPECT_FALSE(OpenOn(off, bad)) << c.what;
+    EXPECT_EQ(QDError(), paramErr) << c.what;
+    Rect all = R(-50, -50, 50, 50);
+    PaintRect(&all);
+    SetPort(&port);
+    EXPECT_EQ(bits.bytes, std::vector<UInt8>(bits.bytes.size(), 0x5A)) << c.what;
+    EXPECT_EQ(BlackIn(0, 0, 64, 64), 0) << c.what << ": nothing lands on another port";
+    SetPort(&off);
+    EXPECT_TRUE(SetPortBits(&bits.map)) << c.what;
+    PaintRect(&all);
+    SetPort(&port);
+    EXPECT_EQ(bits.bytes[0], 0xFF) << c.what;
+    ClosePort(&off);
+  }
+  EXPECT_FALSE(SetPortBits(nullptr));
+}
+
+// 32 ports draw into memory at once; the 33rd cannot (memFullErr) until one
+// closes. The freed entry goes to the next port that asks.
+TEST_F(OffscreenBits, ThirtyThreeEntriesAndTheLastIsRefused) {
+  std::vector<Bits> bits;
+  for (int i = 0; i < 34; ++i) bits.emplace_back(R(0, 0, 16, 4), 2);
+  std::vector<GrafPort> off(34);
+  for (int i = 0; i < 32; ++i) {
+    ASSERT_TRUE(OpenOn(off[i], bits[i].map)) << i;
+    EXPECT_EQ(uintptr_t(off[i].portBits.baseAddr), uintptr_t(i + 1)) << "the lowest free entry";
+  }
+  EXPECT_FALSE(OpenOn(off[32], bits[32].map));
+  EXPECT_EQ(QDError(), memFullErr);
+  Rect all = R(0, 0, 16, 4);
+  PaintRect(&all);
+  SetPort(&off[5]);
+  PaintRect(&all);
+  SetPort(&port);
+  EXPECT_EQ(bits[32].bytes[0], 0) << "the 33rd bitmap is not drawn into";
+  EXPECT_EQ(bits[5].bytes[0], 0xFF);
+  ClosePort(&off[7]);
+  EXPECT_TRUE(OpenOn(off[33], bits[33].map));
+  EXPECT_EQ(uintptr_t(off[33].portBits.baseAddr), 8u);
+  for (int i = 0; i < 34; ++i)
+    if (i != 7) ClosePort(&off[i]);
+}
+
+// What the port starts with, and the program's own changes to its memory
+// between drawing sessions, which the port keeps.
+TEST_F(OffscreenBits, CopyInSwitchAndTheProgramsOwnChanges) {
+  for (bool copyIn : {false, true}) {
+    KWE_SetFlags(0, 0, 0x0100, copyIn ? 0x0100 : 0);
+    Bits bits(R(0, 0, 32, 8), 4, 0x81);
+    GrafPort off{};
+    ASSERT_TRUE(OpenOn(off, bits.map));
+    Rect left = R(0, 0, 8, 8);
+    PaintRect(&left);
+    SetPort(&port);
+    EXPECT_EQ(bits.bytes[0], 0xFF) << copyIn;
+    EXPECT_EQ(bits.bytes[2], copyIn ? 0x81 : 0x00) << "copy in " << copyIn;
+    bits.bytes[3 * 4 + 3] = 0x3C;  // the program draws a few pixels itself
+    SetPort(&off);
+    Rect second = R(8, 0, 16, 8);
+    PaintRect(&second);
+    SetPort(&port);
+    EXPECT_EQ(bits.bytes[3 * 4 + 1], 0xFF);
+    EXPECT_EQ(bits.bytes[3 * 4 + 3], 0x3C) << "kept while the port drew elsewhere";
+    // Reading the memory while the port is still current finds the drawing
+    // too, through CopyBits.
+    SetPort(&off);
+    Rect third = R(16, 0, 24, 4);
+    PaintRect(&third);
+    Rect to = R(0, 0, 32, 8);
+    CopyBits(&bits.map, &port.portBits, &to, &to, srcCopy, nullptr);
+    EXPECT_EQ(canvas.Pixel(20, 2), kBlack);
+    EXPECT_EQ(canvas.Pixel(20, 6), kWhite);
+    ClosePort(&off);
+    EXPECT_EQ(bits.bytes[2], 0xFF) << "ClosePort writes back";
+  }
+}
+
+// Entries as CopyBits sides: entry to window, window to entry, entry to
+// memory, memory to entry, the last while the port is current.
+TEST_F(OffscreenBits, EntriesAsCopySidesEitherWay) {
+  Bits bits(R(0, 0, 40, 20), 6);
+  GrafPort off{};
+  ASSERT_TRUE(OpenOn(off, bits.map));
+  Rect block = R(4, 4, 12, 10);
+  PaintRect(&block);
+  SetPort(&port);
+  Rect all = R(0, 0, 40, 20);
+  CopyBits(&off.portBits, &port.portBits, &all, &all, srcCopy, nullptr);
+  EXPECT_EQ(canvas.Pixel(5, 5), kBlack);
+  EXPECT_EQ(canvas.Pixel(13, 5), kWhite);
+
+  canvas.Clear();
+  canvas.Fill(kBlack, RECT{20, 0, 30, 20});
+  CopyBits(&port.portBits, &off.portBits, &all, &all, srcCopy, nullptr);
+  EXPECT_TRUE(bits.Black(25, 10)) << "the window's pixels written back into memory";
+  EXPECT_FALSE(bits.Black(5, 5)) << "srcCopy replaced the block";
+
+  Bits copy(R(0, 0, 40, 20), 6);
+  CopyBits(&off.portBits, &copy.map, &all, &all, srcCopy, nullptr);
+  EXPECT_EQ(copy.bytes, bits.bytes);
+
+  SetPort(&off);
+  Bits source(R(0, 0, 40, 20), 6, 0xFF);
+  Rect half = R(0, 0, 16, 20);
+  CopyBits(&source.map, &bits.map, &half, &half, srcCopy, nullptr);
+  Rect line = R(0, 15, 40, 16);
+  EraseRect(&line);
+  SetPort(&port);
+  EXPECT_TRUE(bits.Black(3, 3)) << "a copy into the memory reaches the current port";
+  EXPECT_FALSE(bits.Black(3, 15)) << "and drawing after it is kept";
+  ClosePort(&off);
+}
+
+// SetPortPix over an 8-bit pixel map in memory: the colours land as their
+// indices, and the program's record keeps its address.
+TEST_F(OffscreenBits, ColourPortOnAnEightBitPixelMap) {
+  std::vector<UInt8> pixels(24 * 10, 0);
+  PixMapHandle pm = NewPixMap();
+  ASSERT_NE(pm, nullptr);
+  DisposeCTable((*pm)->pmTable);
+  (*pm)->pmTable = GetCTable(8);
+  (*pm)->baseAddr = reinterpret_cast<Ptr>(pixels.data());
+  (*pm)->rowBytes = SInt16(24 | 0x8000);
+  (*pm)->bounds = R(0, 0, 24, 10);
+  (*pm)->pixelSize = 8;
+  (*pm)->pixelType = 0;
+  (*pm)->cmpCount = 1;
+  (*pm)->cmpSize = 8;
+  CGrafPort off{};
+  OpenCPort(&off);
+  PixMapHandle own = off.portPixMap;
+  EXPECT_TRUE(SetPortPix(pm));
+  Rect all = R(0, 0, 24, 10), block = R(2, 2, 6, 6);
+  EraseRect(&all);
+  PaintRect(&block);
+  SetPort(&port);
+  EXPECT_EQ((*pm)->baseAddr, reinterpret_cast<Ptr>(pixels.data()));
+  EXPECT_EQ(pixels[3 * 24 + 3], 0xFF) << "black is the last index";
+  EXPECT_EQ(pixels[8 * 24 + 8], 0x00) << "white the first";
+  SetPort(reinterpret_cast<GrafPtr>(&off));
+  EXPECT_FALSE(SetPortPix(nullptr));
+  EXPECT_EQ(QDError(), paramErr);
+  EXPECT_TRUE(SetPortPix(own)) << "the port's own pixel map back, to be disposed with it";
+  CloseCPort(&off);
+  (*pm)->baseAddr = nullptr;
+  DisposePixMap(pm);
+}
+
+// New bits over and over leave GDI's object count where it was.
+TEST_F(OffscreenBits, GdiObjectsStayFlatOverManySetPortBits) {
+  Bits a(R(0, 0, 64, 32), 8), b(R(0, 0, 32, 64), 4);
+  GrafPort off{};
+  ASSERT_TRUE(OpenOn(off, a.map));
+  int before = LiveGdiObjects();
+  Rect r = R(1, 1, 9, 9);
+  for (int i = 0; i < 10000; ++i) {
+    SetPortBits(i % 2 ? &a.map : &b.map);
+    if (i % 100 == 0) PaintRect(&r);
+  }
+  SetPort(&port);
+  EXPECT_EQ(LiveGdiObjects(), before);
+  ClosePort(&off);
+}
+
+}  // namespace
