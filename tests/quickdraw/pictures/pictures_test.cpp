@@ -108,12 +108,15 @@ TEST_F(Pictures, RecordedBytesEqualHandCheckedVersion2Pictures) {
   LineTo(55, 47);   // ShortLine: start, then 5 and -3
   LineTo(60, 44);   // ShortLineFrom: the last recorded point, 5 and -3
   LineTo(60, 244);  // LineFrom: too far for a byte
+  MoveTo(60, 100);  // the pen's h, not its v: a line of its own
+  LineTo(62, 101);
   ClosePicture();
   Bytes body = {0x00, 0x01, 0x00, 0x0A, 0, 10, 0,    20,   0, 110, 0, 220,  // clip
                 0x00, 0x31, 0,    20,   0, 30, 0,    40,   0, 50,           // PaintRect
                 0x00, 0x22, 0,    50,   0, 50, 0x05, 0xFD,                  // ShortLine
                 0x00, 0x23, 0x05, 0xFD,                                     // ShortLineFrom
                 0x00, 0x21, 0,    244,  0, 60,                              // LineFrom
+                0x00, 0x22, 0,    100,  0, 60, 0x02, 0x01,                  // ShortLine
                 0x00, 0xFF};
   EXPECT_EQ(BytesOf(pic), Concat({HeaderFor(40 + int(body.size())), body}));
   KillPicture(pic);
