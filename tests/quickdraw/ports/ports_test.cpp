@@ -558,6 +558,16 @@ TEST_F(Shapes, VerbsUseTheirPatternsAndColours) {
   r = R(0, 4, 8, 5);
   FillRect(&r, &vars.ltGray);  // rows 88 22 ...: row 4 is 0x88
   EXPECT_EQ(canvas.Row(4, 0, 8), "#...#...");
+  // In colour, the pattern's 1 bits take the foreground and its 0 bits the
+  // background, whichever brush GDI is given for the colours.
+  ForeColor(redColor);
+  BackColor(blueColor);
+  r = R(0, 6, 8, 7);
+  FillRect(&r, &vars.gray);  // row 6 is 0xAA
+  EXPECT_EQ(canvas.Pixel(0, 6), 0xDD0806u);
+  EXPECT_EQ(canvas.Pixel(1, 6), 0x0000D4u);
+  ForeColor(blackColor);
+  BackColor(whiteColor);
   r = R(10, 10, 14, 14);
   // A colour port's RGB pattern paints in its one colour.
   CGrafPort colour;
