@@ -87,15 +87,16 @@ class ColourResources : public PortTest {
  protected:
   void SetUp() override {
     PortTest::SetUp();
-    Bytes shortPattern = PixelPattern(), shortIcon = ColourIcon(4);
+    Bytes shortPattern = PixelPattern(), shortIcon = ColourIcon(4), shortTable = PixelPattern();
     shortPattern.resize(20);
+    shortTable.resize(110 + 8 + 8);  // the table's header and one of its four entries
     shortIcon.resize(120);
     using resource_builder::MakeResource;
     auto image = resource_builder::BuildResourceImage(
         {MakeResource("ppat", 128, PixelPattern()), MakeResource("ppat", 129, PixelPattern(4000)),
          MakeResource("ppat", 130, shortPattern), MakeResource("ppat", 131, PixelPattern(110, 0)),
-         MakeResource("cicn", 128, ColourIcon(4)), MakeResource("cicn", 129, ColourIcon(0)),
-         MakeResource("cicn", 130, shortIcon)});
+         MakeResource("ppat", 132, shortTable), MakeResource("cicn", 128, ColourIcon(4)),
+         MakeResource("cicn", 129, ColourIcon(0)), MakeResource("cicn", 130, shortIcon)});
     OpenResourceImage(image, "kwe_colour_", &file, &refNum);
     ClosePort(&port);
     OpenCPort(&colour);
@@ -144,7 +145,7 @@ TEST_F(ColourResources, PixelPatternsPaintWithTheirOwnPixels) {
   EXPECT_EQ(canvas.Row(64, 64, 72), "#.#.#.#.");
   DisposePixPat(plain);
   DisposePixPat(copy);
-  for (SInt16 damaged : {129, 130, 200}) EXPECT_EQ(GetPixPat(damaged), nullptr) << damaged;
+  for (SInt16 damaged : {129, 130, 132, 200}) EXPECT_EQ(GetPixPat(damaged), nullptr) << damaged;
   CopyPixPat(nullptr, nullptr);
 
   int before = 0;

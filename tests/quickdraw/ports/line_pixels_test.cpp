@@ -125,21 +125,4 @@ TEST_F(LinePixels, SeededChainsOnTwoPortsSharingADc) {
   EXPECT_EQ(vars.thePort, ours);
 }
 
-// In patXor each line inverts its own pixels, both ends included: where two
-// lines of a chain meet, the corner is inverted twice and comes back white,
-// as on the Macintosh.
-TEST_F(LinePixels, XorChainsInvertTheirCornersTwice) {
-  drawn.Fill(0xFFFFFF);
-  PenMode(patXor);
-  MoveTo(10, 10);
-  LineTo(40, 25);
-  LineTo(70, 10);
-  LineTo(70, 60);
-  EXPECT_FALSE(drawn.Black(40, 25));
-  EXPECT_FALSE(drawn.Black(70, 10));
-  EXPECT_TRUE(drawn.Black(10, 10));
-  EXPECT_TRUE(drawn.Black(41, 25) || drawn.Black(41, 24));
-  EXPECT_TRUE(drawn.Black(70, 60));
-}
-
 }  // namespace

@@ -153,7 +153,6 @@ inline OSErr ThroughBitmap(RgnHandle rgn, int size) {
   return BitMapToRegion(rgn, &bits);
 }
 
-inline SInt16 RgnSize(RgnHandle rgn) { return (**rgn).rgnSize; }
 inline const Rect& Box(RgnHandle rgn) { return (**rgn).rgnBBox; }
 
 }  // namespace kwe_test
