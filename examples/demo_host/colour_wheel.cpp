@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr SInt16 kSize = 48;
+constexpr SInt16 kSize = 40;
 constexpr int kWedge = 10;  // degrees
 
 // The hue at angle degrees (clockwise from 12 o'clock), fully saturated.
@@ -56,14 +56,15 @@ void DrawColourWheel(SInt16 left, SInt16 top) {
 
   const BitMap* from = reinterpret_cast<const BitMap*>(*GetGWorldPixMap(world));
   const BitMap* to = &reinterpret_cast<GrafPtr>(port)->portBits;
+  // The wheel as it stands, and beside it twice as large; under the large
+  // one, twice as large again through a mask of stripes: only the region's
+  // pixels change.
   Rect one{top, left, static_cast<SInt16>(top + kSize), static_cast<SInt16>(left + kSize)};
   CopyBits(from, to, &all, &one, srcCopy, nullptr);
-  SInt16 left2 = static_cast<SInt16>(left + kSize + 12);
+  SInt16 left2 = static_cast<SInt16>(left + kSize + 8);
   Rect twice{top, left2, static_cast<SInt16>(top + 2 * kSize),
              static_cast<SInt16>(left2 + 2 * kSize)};
   CopyBits(from, to, &all, &twice, srcCopy, nullptr);
-  // Through a mask of stripes, under the large one: only the region's
-  // pixels change.
   SInt16 top3 = static_cast<SInt16>(top + 2 * kSize + 8);
   Rect masked{top3, left2, static_cast<SInt16>(top3 + 2 * kSize),
               static_cast<SInt16>(left2 + 2 * kSize)};

@@ -194,7 +194,7 @@ void DrawScene(HDC dc, int top, const std::vector<Pattern>& patterns) {
   Fan(490, 100);
   ClippedStar(490, 185);
   StyledText(600, 30);
-  DrawColourWheel(760, 8);
+  DrawColourWheel(872, SInt16(258 - top));  // right of the Chart window, under Shapes
   DrawPictureDemo(575, SInt16(461 - top));  // beside the host text, above the scene
   SetOrigin(0, 0);
   KWE_SwaphDC(previous, false);
