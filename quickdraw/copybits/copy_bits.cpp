@@ -262,6 +262,17 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
   SyncAfterCopy(dstBits);
 }
 
+namespace {
+
+// An open picture records the source's pixels as they are now: memory the
+// current port draws into gets that port's drawing first.
+void RecordCopy(GrafPtr port, const BitMap* src, const Rect& srcRect, const Rect& dstRect,
+                SInt16 mode) {
+  SyncBeforeCopy(src, nullptr);
+  kwe::pictures::RecordBits(port, src, srcRect, dstRect, mode);
+}
+
+}  // namespace
 }  // namespace kwe::quickdraw
 
 using namespace kwe::quickdraw;
@@ -275,7 +286,7 @@ KWE_API void KWE_CALL CopyBits(const BitMap* srcBits, const BitMap* dstBits, con
       reinterpret_cast<BitsProc>(custom)(srcBits, srcRect, dstRect, mode, maskRgn);
       return;
     }
-    if (srcRect && dstRect) kwe::pictures::RecordBits(port, srcBits, *srcRect, *dstRect, mode);
+    if (srcRect && dstRect) RecordCopy(port, srcBits, *srcRect, *dstRect, mode);
   }
   CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
 }
@@ -284,7 +295,7 @@ KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const 
                               SInt16 mode, RgnHandle maskRgn) {
   GrafPtr port = CurrentPort();
   if (!port) return;
-  if (srcRect && dstRect) kwe::pictures::RecordBits(port, srcBits, *srcRect, *dstRect, mode);
+  if (srcRect && dstRect) RecordCopy(port, srcBits, *srcRect, *dstRect, mode);
   CopyBitsNow(srcBits, &port->portBits, srcRect, dstRect, mode, maskRgn, nullptr, nullptr);
 }
 

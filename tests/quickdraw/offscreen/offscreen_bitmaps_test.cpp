@@ -253,6 +253,20 @@ TEST_F(OffscreenBits, EntriesAsCopySidesEitherWay) {
   SetPort(&port);
   EXPECT_TRUE(bits.Black(3, 3)) << "a copy into the memory reaches the current port";
   EXPECT_FALSE(bits.Black(3, 15)) << "and drawing after it is kept";
+
+  // A picture recorded on the port copying from its own memory holds the
+  // port's latest drawing, not the bytes as they were before it.
+  SetPort(&off);
+  Rect fresh = R(30, 2, 38, 8), left = R(0, 0, 20, 20), right = R(20, 0, 40, 20);
+  PaintRect(&fresh);
+  PicHandle pic = OpenPicture(&all);
+  CopyBits(&bits.map, &off.portBits, &right, &left, srcCopy, nullptr);
+  ClosePicture();
+  SetPort(&port);
+  canvas.Clear();
+  DrawPicture(pic, &all);
+  EXPECT_EQ(canvas.Pixel(13, 5), kBlack) << "the block painted just before the copy";
+  KillPicture(pic);
   ClosePort(&off);
 }
 
