@@ -25,6 +25,8 @@
 namespace kwe::pictures {
 namespace {
 
+constexpr int16_t kRotateCenterComment = 202;
+
 using quickdraw::AsColour;
 using quickdraw::CurrentAttr;
 using quickdraw::CurrentPort;
@@ -260,6 +262,12 @@ class Player : public PictureSink {
       Point p = Map(at);
       MoveTo(p.h, p.v);
     }
+    if (centrePending_) {
+      centrePending_ = false;
+      quickdraw::SetTextRotationCentre(
+          port_, port_->pnLoc.h + centreOffset_.h * Width(dst_) / Width(src_),
+          port_->pnLoc.v + centreOffset_.v * Height(dst_) / Height(src_));
+    }
     SInt16 before = port_->pnLoc.h;
     DrawText(s.data(), 0, static_cast<SInt16>(s.size()));
     textEnd_ = port_->pnLoc;
@@ -349,6 +357,14 @@ class Player : public PictureSink {
     for (auto [at, width] : CommentFields(kind, static_cast<int16_t>(data.size())))
       std::reverse(p + at, p + at + width);
     PicComment(kind, static_cast<SInt16>(data.size()), h);
+    // A picture has no pen moves: the pen that RotateCenter's offsets start
+    // from is where the next text is placed, as it was when recorded.
+    if (kind == kRotateCenterComment && data.size() >= 8) {
+      const Fixed* offsets = reinterpret_cast<const Fixed*>(*h);
+      centreOffset_ =
+          Point{static_cast<SInt16>(offsets[0] >> 16), static_cast<SInt16>(offsets[1] >> 16)};
+      centrePending_ = true;
+    }
     DisposeHandle(h);
   }
 
@@ -496,6 +512,8 @@ class Player : public PictureSink {
   bool textEnded_ = false;
   Point textEnd_{0, 0};
   int lastAdvance_ = 0;
+  bool centrePending_ = false;
+  Point centreOffset_{0, 0};
 };
 
 // The band's rows of srcRect, stretched onto their slice of dstRect
