@@ -237,6 +237,20 @@ TEST_F(GWorlds, OffscreenBufferShowsItsDrawingOnlyAtTheEnd) {
   KWE_EndOffScreen(true, false, srcCopy);
   PaintRect(&r);
   EXPECT_EQ(BlackIn(0, 0, 256, 256), 50 * 50) << "the port draws on its own DC again";
+  // Regions land where rectangles do: GDI's region calls take the buffer's
+  // origin too.
+  canvas.Clear();
+  ASSERT_TRUE(KWE_BeginOffScreen(true, &r));
+  RgnHandle rgn = NewRgn();
+  OpenRgn();
+  FrameOval(&inner);
+  CloseRgn(rgn);
+  PaintRgn(rgn);
+  KWE_EndOffScreen(true, false, srcCopy);
+  DisposeRgn(rgn);
+  EXPECT_EQ(canvas.Pixel(30, 30), kBlack) << "the oval region's middle";
+  EXPECT_EQ(canvas.Pixel(20, 20), kWhite) << "outside the oval, inside its box";
+  EXPECT_EQ(BlackIn(0, 0, 20, 256) + BlackIn(40, 0, 256, 256), 0) << "nothing beside it";
 }
 
 }  // namespace
