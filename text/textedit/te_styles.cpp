@@ -64,6 +64,26 @@ void StyleOut(const STElement& s, TextStyle* out) {
   *out = TextStyle{s.stFont, s.stFace, 0, s.stSize, s.stColor};
 }
 
+// Run i takes the entry with these attributes (an existing one or a new,
+// measured one); the entry it leaves is released when no run uses it.
+void Restyle(RunTable& t, int i, const STElement& to) {
+  int old = t.runs[size_t(i)].styleIndex;
+  int index = FindOrAddStyle(t, to, MeasureInPort);
+  t.runs[size_t(i)].styleIndex = SInt16(index);
+  t.styles[size_t(index)].stCount++;
+  ReleaseStyle(t, old);
+}
+
+// Whether an entry has the old style in every attribute that mode names.
+bool HasStyle(const STElement& s, SInt16 mode, const TextStyle& old) {
+  const RGBColor& c = old.tsColor;
+  return (!(mode & doFont) || s.stFont == old.tsFont) &&
+         (!(mode & doFace) || s.stFace == old.tsFace) &&
+         (!(mode & doSize) || s.stSize == old.tsSize) &&
+         (!(mode & doColor) ||
+          (s.stColor.red == c.red && s.stColor.green == c.green && s.stColor.blue == c.blue));
+}
+
 // The lines of [start, end) again, drawn when redraw is set.
 void AfterRestyle(TEHandle te, int start, int end, bool redraw) {
   int first = Relayout(te, start, end - start, 0);
@@ -240,14 +260,10 @@ KWE_API void KWE_CALL TESetStyle(SInt16 mode, const TextStyle* newStyle, Boolean
   int a = SplitAt(t, start), b = SplitAt(t, end);
   UInt8 common = 0xFF;
   for (int i = a; i < b; ++i) common &= t.styles[size_t(t.runs[size_t(i)].styleIndex)].stFace;
-  for (int i = a; i < b; ++i) {
-    int old = t.runs[size_t(i)].styleIndex;
-    STElement changed = Changed(t.styles[size_t(old)], mode, *newStyle, common, false);
-    int index = FindOrAddStyle(t, changed, MeasureInPort);
-    t.runs[size_t(i)].styleIndex = SInt16(index);
-    t.styles[size_t(index)].stCount++;
-    ReleaseStyle(t, old);
-  }
+  for (int i = a; i < b; ++i)
+    Restyle(
+        t, i,
+        Changed(t.styles[size_t(t.runs[size_t(i)].styleIndex)], mode, *newStyle, common, false));
   MergeRuns(t);
   if (!StoreRuns(*hTE, t)) return;
   AfterRestyle(hTE, start, end, redraw);
@@ -258,28 +274,26 @@ KWE_API void KWE_CALL TEReplaceStyle(SInt16 mode, const TextStyle* oldStyle,
   TERec* r = Usable(hTE);
   RunTable t;
   if (!r || !oldStyle || !newStyle || !IsStyled(r) || !LoadRuns(r, &t)) return;
-  int a = RunAt(t, r->selStart), b = t.runs.size() == 1 ? a + 1 : RunAt(t, r->selEnd);
-  if (b == a) b = a + 1;
-  std::vector<bool> done(t.styles.size());
+  int start = r->selStart, end = r->selEnd;
+  if (start >= end || !(mode & doAll)) return;
+  PortScope scope(hTE);
+  // Entries are shared by every run of that style, so the runs inside the
+  // selection are cut off from the rest and each matching one takes an
+  // entry of its own; text outside the selection keeps its style.
+  int a = SplitAt(t, start), b = SplitAt(t, end);
   for (int i = a; i < b; ++i) {
-    auto index = size_t(t.runs[size_t(i)].styleIndex);
-    STElement& s = t.styles[index];
-    if (done[index]) continue;
-    const RGBColor& c = oldStyle->tsColor;
-    bool match = ((mode & doFont) && s.stFont == oldStyle->tsFont) ||
-                 ((mode & doFace) && s.stFace == oldStyle->tsFace) ||
-                 ((mode & doSize) && s.stSize == oldStyle->tsSize) ||
-                 ((mode & doColor) && s.stColor.red == c.red && s.stColor.green == c.green &&
-                  s.stColor.blue == c.blue);
-    if (!match) continue;
-    done[index] = true;
+    STElement s = t.styles[size_t(t.runs[size_t(i)].styleIndex)];
+    if (!HasStyle(s, mode, *oldStyle)) continue;
     if (mode & doFont) s.stFont = newStyle->tsFont;
     if (mode & doFace) s.stFace = newStyle->tsFace;
     if (mode & doSize) s.stSize = newStyle->tsSize;
     if (mode & doColor) s.stColor = newStyle->tsColor;
+    s.stHeight = 0;
+    Restyle(t, i, s);
   }
-  if (!StoreRuns(r, t)) return;
-  AfterRestyle(hTE, r->selStart, r->selEnd, redraw);
+  MergeRuns(t);
+  if (!StoreRuns(*hTE, t)) return;
+  AfterRestyle(hTE, start, end, redraw);
 }
 
 KWE_API Boolean KWE_CALL TEContinuousStyle(SInt16* mode, TextStyle* aStyle, TEHandle hTE) {

@@ -194,19 +194,57 @@ TEST_F(Styled, StylesTravelWithCopiedTextAndTheStyleScrap) {
   DisposeHandle(reinterpret_cast<Handle>(scrap));
 }
 
-// TEReplaceStyle changes the size only where it was the one asked for.
-TEST_F(Styled, ReplaceStyleChangesOnlyTheMatchingSize) {
-  TEHandle te = Record({10, 10, 100, 300}, {10, 10, 100, 300}, true);
-  TEInsert("aaaa bbbb cccc", 14, te);
-  TextStyle size20{0, 0, 0, 20, {}}, size9{0, 0, 0, 9, {}};
-  TESetSelect(5, 9, te);
-  TESetStyle(doSize, &size20, false, te);
-  TESetSelect(0, 14, te);
-  TEReplaceStyle(doSize, &size20, &size9, true, te);
-  EXPECT_EQ(At(te, 6).size, 9);
-  EXPECT_NE(At(te, 1).size, 9);
-  EXPECT_NE(At(te, 12).size, 9);
-  EXPECT_TRUE(RunsTrue(te));
+// TEReplaceStyle turns size 20 into 9 only in the selection's characters
+// that have it (and a bold face, when the face is asked for too), runs cut at
+// the selection's ends: characters, line heights and continuous styles are
+// those of a record given the same sizes by TESetStyle.
+TEST_F(Styled, ReplaceStyleChangesOnlyMatchesInTheSelection) {
+  using Ranges = std::vector<std::pair<int, int>>;
+  struct Row {
+    const char* what;
+    SInt16 mode;
+    int from, to;
+    Ranges big, replaced;
+  } rows[] = {
+      {"a whole run", doSize, 0, 19, {{5, 9}}, {{5, 9}}},
+      {"a run past the end", doSize, 0, 14, {{5, 9}, {15, 19}}, {{5, 9}}},
+      {"runs over both ends", doSize, 5, 14, {{2, 7}, {12, 17}}, {{5, 7}, {12, 14}}},
+      {"inside one run", doSize, 6, 9, {{3, 16}}, {{6, 9}}},
+      {"a face no run has", doSize | doFace, 0, 19, {{5, 9}}, {}},
+  };
+  TextStyle size20{0, bold, 0, 20, {}}, size9{0, 0, 0, 9, {}};
+  auto restyle = [](TEHandle te, const Ranges& ranges, const TextStyle& to) {
+    for (auto [a, b] : ranges) {
+      TESetSelect(a, b, te);
+      TESetStyle(doSize, &to, false, te);
+    }
+  };
+  for (const Row& row : rows) {
+    TEHandle te = Record({10, 10, 200, 90}, {10, 10, 200, 90}, true);
+    TEHandle want = Record({10, 100, 200, 180}, {10, 100, 200, 180}, true);
+    for (TEHandle h : {te, want}) {
+      TEInsert("aaaa bbbb cccc dddd", 19, h);
+      restyle(h, row.big, size20);
+    }
+    restyle(want, row.replaced, size9);
+    TESetSelect(row.from, row.to, te);
+    TEReplaceStyle(row.mode, &size20, &size9, true, te);
+    for (int c = 0; c < 19; ++c) EXPECT_EQ(At(te, c), At(want, c)) << row.what << " at " << c;
+    ASSERT_EQ(StartsOf(te), StartsOf(want)) << row.what;
+    for (int line = 1; line <= (*te)->nLines; ++line)
+      EXPECT_EQ(TEGetHeight(line, line, te), TEGetHeight(line, line, want))
+          << row.what << " line " << line;
+    for (auto [a, b] : Ranges{{0, row.from}, {row.from, row.to}, {row.to, 19}}) {
+      if (a == b) continue;
+      SInt16 kept = doAll, wanted = doAll;
+      TextStyle got{}, expected{};
+      for (TEHandle h : {te, want}) TESetSelect(a, b, h);
+      EXPECT_EQ(TEContinuousStyle(&kept, &got, te), TEContinuousStyle(&wanted, &expected, want))
+          << row.what << " over " << a << ".." << b;
+      EXPECT_EQ(got.tsSize, expected.tsSize) << row.what << " over " << a << ".." << b;
+    }
+    EXPECT_TRUE(RunsTrue(te)) << row.what;
+  }
 }
 
 }  // namespace
