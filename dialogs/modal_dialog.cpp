@@ -15,6 +15,7 @@
 #include "frame/session.h"
 #include "frame/subsystems.h"
 #include "frame/trap_defaults.h"
+#include "menus/menu_choices.h"
 #include "windows/window_manager.h"
 
 namespace kwe::dialogs {
@@ -22,6 +23,7 @@ namespace {
 
 constexpr UInt8 kReturn = 13, kEnter = 3, kEscape = 27;
 constexpr SInt16 kCloseBoxPoint = -6;
+constexpr SInt16 kMenuBarPoint = -1;
 constexpr UINT kOldGetDroppedState = 0x0417;  // CB_GETDROPPEDSTATE of 16-bit Windows
 constexpr SInt32 kFlashTicks = 6;
 constexpr DWORD kIdleWaitMs = 5;
@@ -185,9 +187,15 @@ void KWE_CALL ModalDialogDefault(ModalFilterProcPtr filterProc, SInt16* itemHit)
     // after the keys the control has already taken.
     if (e.what == keyDown || e.what == autoKey) RefreshEditRecord(d);
     if (filterProc && Prefilter(d, e, itemHit)) break;
+    // A menu choice's mouseDown: a filter may answer it with MenuSelect (a
+    // movable modal dialog does); otherwise the menu bar is not the
+    // dialog's, and the choice behind the mouseDown goes with it.
+    bool menuChoice = e.what == mouseDown && e.where.v == kMenuBarPoint && e.where.h == -1;
+    size_t waiting = menus::WaitingChoices();
     ++st.filterNesting;
     bool taken = filter(d, &e, itemHit);
     --st.filterNesting;
+    if (menuChoice && menus::WaitingChoices() >= waiting) menus::DropOldestChoice();
     if (taken) break;
     if (e.what == mouseDown) {
       if (HWND combo = OpenComboList(d)) {

@@ -5,6 +5,7 @@
 #include "events/event_queue.h"
 #include "frame/session.h"
 #include "frame/subsystems.h"
+#include "menus/menu_choices.h"
 #include "menus/menu_manager.h"
 
 namespace kwe::menus {
@@ -32,6 +33,12 @@ void RecordMenuCommand(UInt32 command) {
     return;
   }
   KWE_EventMenuSel(command);
+}
+
+size_t WaitingChoices() { return State().selections.size(); }
+
+void DropOldestChoice() {
+  if (!State().selections.empty()) State().selections.pop_front();
 }
 
 bool WaitForCommand(bool (*arrived)()) {

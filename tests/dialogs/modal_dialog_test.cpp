@@ -7,6 +7,8 @@
 
 #include "Controls.h"
 #include "KWEEvents.h"
+#include "KWEMenus.h"
+#include "Menus.h"
 #include "TextEdit.h"
 #include "dialogs/dialog_text.h"
 #include "dialogs/dialogs_fixture.h"
@@ -130,6 +132,19 @@ TEST_F(Modal, KeysAndClicksGiveTheirItems) {
     DisposeDialog(dialog);
     dialog = nullptr;
   }
+}
+
+// A menu choice Windows delivered while the dialog was up (or just before)
+// comes with a mouseDown in the menu bar; the loop takes that mouseDown, so
+// the choice must not wait for the application's next MenuSelect, which
+// would then answer every later choice one step late.
+TEST_F(Modal, AMenuChoiceTheLoopTakesIsNotHandedBackLater) {
+  InitMenus();
+  dialog = Open(200);
+  ASSERT_NE(dialog, nullptr);
+  HWND w = Window();
+  EXPECT_EQ(RunModal({[] { KWE_EventMenuSel(0x0105); }, [w] { PostKey(w, VK_RETURN); }}), 1);
+  EXPECT_EQ(MenuSelect(Point{-1, -1}), 0);
 }
 
 // Edit item 7 has the focus after building; Tab goes on in item order,
