@@ -171,12 +171,7 @@ OSErr MemoryToMemory(CopySide src, const CopySide& dst, PipelineCopy copy) {
 void FillColours(PipelineCopy& copy) {
   PortAttr* a = CurrentAttr();
   copy.bkColor = a ? a->bkRGB : RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
-  copy.opColor = RGBColor{0, 0, 0};  // a colour port's default
-  GrafPtr port = CurrentPort();
-  if (port && IsColourPort(port)) {
-    Handle vars = AsColour(port)->grafVars;
-    if (vars && *vars) copy.opColor = reinterpret_cast<GrafVars*>(*vars)->rgbOpColor;
-  }
+  copy.opColor = OpColourOf(CurrentPort());
 }
 
 // A colour port's portBits is its pixel map handle and portVersion (top two
@@ -273,6 +268,13 @@ void RecordCopy(GrafPtr port, const BitMap* src, const Rect& srcRect, const Rect
 }
 
 }  // namespace
+
+RGBColor OpColourOf(GrafPtr port) {
+  if (!port || !IsColourPort(port)) return RGBColor{0, 0, 0};  // a colour port's default
+  Handle vars = AsColour(port)->grafVars;
+  return vars && *vars ? reinterpret_cast<GrafVars*>(*vars)->rgbOpColor : RGBColor{0, 0, 0};
+}
+
 }  // namespace kwe::quickdraw
 
 using namespace kwe::quickdraw;

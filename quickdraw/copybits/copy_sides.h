@@ -45,4 +45,8 @@ inline Rect Relative(const Rect& r, const Rect& bounds) {
 // The standard 1-bit table of bitmaps: white, black.
 const ColourEntry* OneBitEntries();
 
+// The op colour blend and the pin modes read: a colour port's rgbOpColor,
+// black for any other port.
+RGBColor OpColourOf(GrafPtr port);
+
 }  // namespace kwe::quickdraw

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "quickdraw/copybits/copy_sides.h"
 #include "quickdraw/copybits/pixel_pipeline.h"
 
 namespace kwe::quickdraw {
@@ -16,11 +17,6 @@ constexpr uint32_t kOnBlack = 0x000000, kOnWhite = 0xFFFFFF;
 
 // The port's op colour: blend's weight, addPin's and subPin's limits. A
 // colour port without its GrafVars has the default, black.
-RGBColor OpColourOf(GrafPtr port) {
-  Handle vars = AsColour(port)->grafVars;
-  return vars && *vars ? reinterpret_cast<GrafVars*>(*vars)->rgbOpColor : RGBColor{0, 0, 0};
-}
-
 // A section from (0, 0) to the box's bottom right, the box's pixels set to
 // colour: the rest is never read.
 HBITMAP NewSection(HDC dc, const RECT& box, uint32_t colour, void** bits) {
