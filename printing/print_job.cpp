@@ -52,15 +52,6 @@ Job g_job;
 
 bool Aborted() { return PrintError() == iPrAbort; }
 
-// Windows calls this while it sends a page to the printer; so does
-// PrClosePage. The application's idle procedure runs, the status window
-// takes its clicks, and a cancel ends the job.
-BOOL CALLBACK AbortProc(HDC, int) {
-  PumpStatusWindow();
-  if (g_job.idle) g_job.idle();
-  return !Aborted();
-}
-
 bool WantsBands(HDC dc) {
   int escape = NEXTBAND;
   bool takesBands = ExtEscape(dc, QUERYESCSUPPORT, sizeof escape, reinterpret_cast<LPCSTR>(&escape),
@@ -150,7 +141,7 @@ void PrintPicture(PicHandle page) {
   if (!g_job.banding) {
     ReportBand(1, 1);
     DrawPicture(page, &frame);
-    if (AbortProc(g_job.dc, 0) && EndPage(g_job.dc) <= 0 && !Aborted()) SetPrintError(iIOAbort);
+    if (K_AbortProc(g_job.dc, 0) && EndPage(g_job.dc) <= 0 && !Aborted()) SetPrintError(iIOAbort);
   } else {
     RECT band;
     int bands = 0;
@@ -164,7 +155,7 @@ void PrintPicture(PicHandle page) {
       ReportBand(bands, bands);  // the driver tells no count in advance
       LimitToBand(&band);
       DrawPicture(page, &frame);
-      if (!AbortProc(g_job.dc, 0)) break;
+      if (!K_AbortProc(g_job.dc, 0)) break;
     }
     LimitToBand(nullptr);
   }
@@ -231,7 +222,7 @@ TPPrPort OpenJob(THPrint hPrint, TPPrPort given, bool spooling) {
   if (spooling) {
     started = BeginSpool();
   } else {
-    SetAbortProc(dc, AbortProc);
+    SetAbortProc(dc, K_AbortProc);
     started = StartDocA(dc, &doc) > 0;
   }
   if (!started) {
@@ -332,7 +323,7 @@ KWE_API void KWE_CALL PrClosePage(TPPrPort pPrPort) {
     KillPicture(page);
     return;
   }
-  if (!AbortProc(g_job.dc, 0)) return;
+  if (!K_AbortProc(g_job.dc, 0)) return;
   if (EndPage(g_job.dc) <= 0 && !Aborted()) SetPrintError(iIOAbort);
 }
 
@@ -388,4 +379,14 @@ KWE_API void KWE_CALL PrPicFile(THPrint hPrint, TPPrPort pPrPort, Ptr, Ptr, TPPr
   CloseJob();
   DiscardSpool();
   if (damaged) SetPrintError(iPrSavPFil);
+}
+
+// Windows calls this while it sends a page to the printer; so does
+// PrClosePage. The application's idle procedure runs, the status window
+// takes its clicks, and a cancel ends the job. Exported because it is the
+// procedure the library hands to SetAbortProc.
+KWE_API BOOL CALLBACK K_AbortProc(HDC, int) {
+  kwe::printing::PumpStatusWindow();
+  if (g_job.idle) g_job.idle();
+  return !Aborted();
 }

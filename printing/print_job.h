@@ -17,3 +17,9 @@ int PrintingScale();
 bool PassComment(HDC dc, SInt16 kind, SInt16 dataSize, Handle data);
 
 }  // namespace kwe::printing
+
+// The printing callbacks the library hands to Windows, exported as its other
+// callbacks are: the abort procedure SetAbortProc calls between bands and
+// pages, and the window procedure of the "Printing" status window.
+KWE_API BOOL CALLBACK K_AbortProc(HDC dc, int code);
+KWE_API LRESULT CALLBACK K_AbortDlg(HWND window, UINT msg, WPARAM wParam, LPARAM lParam);

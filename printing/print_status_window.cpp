@@ -6,6 +6,7 @@
 
 #include "Printing.h"
 #include "frame/session.h"
+#include "printing/print_job.h"
 #include "printing/printer.h"
 
 namespace kwe::printing {
@@ -15,19 +16,11 @@ constexpr char kClassName[] = "KWEPrintStatus";
 constexpr int kCancelId = IDCANCEL;
 HWND g_window = nullptr;
 
-LRESULT CALLBACK StatusProc(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
-  if ((msg == WM_COMMAND && LOWORD(wParam) == kCancelId) || msg == WM_CLOSE) {
-    SetPrintError(iPrAbort);
-    return 0;
-  }
-  return DefWindowProcA(w, msg, wParam, lParam);
-}
-
 bool RegisterOnce() {
   static bool registered = false;
   if (registered) return true;
   WNDCLASSA wc{};
-  wc.lpfnWndProc = StatusProc;
+  wc.lpfnWndProc = K_AbortDlg;
   wc.hInstance = reinterpret_cast<HINSTANCE>(TheSession().libraryModule);
   wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
   wc.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
@@ -83,3 +76,13 @@ void PumpStatusWindow() {
 }
 
 }  // namespace kwe::printing
+
+// Cancel (or closing the window) ends the job: PrError becomes iPrAbort and
+// the abort procedure answers false at the next band or page.
+KWE_API LRESULT CALLBACK K_AbortDlg(HWND w, UINT msg, WPARAM wParam, LPARAM lParam) {
+  if ((msg == WM_COMMAND && LOWORD(wParam) == kwe::printing::kCancelId) || msg == WM_CLOSE) {
+    kwe::printing::SetPrintError(iPrAbort);
+    return 0;
+  }
+  return DefWindowProcA(w, msg, wParam, lParam);
+}
