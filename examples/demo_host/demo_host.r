@@ -60,7 +60,7 @@ resource 'MENU' (128) {
 resource 'MENU' (129) {
 	129,
 	textMenuProc,
-	0x7FFFFFFD,
+	0x7FFFFFFB,
 	enabled,
 	"File",
 	{	/* array Items: 4 elements */
@@ -94,7 +94,7 @@ resource 'MENU' (129) {
 resource 'MENU' (130) {
 	130,
 	textMenuProc,
-	0x7FFFFFFE,
+	0x7FFFFFFD,
 	enabled,
 	"Edit",
 	{	/* array Items: 5 elements */
