@@ -48,6 +48,7 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
   if (PortAttr* attr = EntrySide(base)) {
     side.kind = SideKind::Device;
     side.attr = attr;
+    side.tableBitmap = !pm;
     return side;
   }
   if (base <= kLastPortTag) return side;
