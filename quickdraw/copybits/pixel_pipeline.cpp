@@ -222,6 +222,11 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
     CopyIndexedRows(src.pixels, s, dst.pixels, d, lookup);
     return noErr;
   }
+  // Nearest-neighbour scaling (ResizePV) works on pixel values of every
+  // depth alike. A depth QuickDraw has not is refused above, before any
+  // stage is chosen (CopyBits reports it as the PVToRGB or RGBToPV case),
+  // so no input reaches an undefined ResizePV case and that message is
+  // never given.
   for (int y = firstRow; y < endRow; ++y) {
     int sy = s.top + static_cast<int>(y * srcH / dstH);
     const int dy = d.top + y - firstRow;
