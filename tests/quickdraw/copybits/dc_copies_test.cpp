@@ -16,6 +16,7 @@
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "QuickdrawColour.h"
+#include "memory_pixels.h"
 #include "quickdraw/regions/region_canvas.h"
 
 namespace {
@@ -48,44 +49,18 @@ struct PackedDib {
   int width, height, stride;
 };
 
-// Memory pixels of a depth, each byte from the seed.
-struct Pixels {
-  Pixels(int w, int h, int depth, unsigned seed)
-      : rowBytes((w * depth + 15) / 16 * 2), bytes(size_t(rowBytes) * h) {
-    std::mt19937 random(seed);
-    for (UInt8& b : bytes) b = UInt8(random());
-    map.baseAddr = reinterpret_cast<Ptr>(bytes.data());
-    map.rowBytes = SInt16(rowBytes | 0x8000);
-    map.bounds = R(0, 0, w, h);
-    map.pixelSize = SInt16(depth);
-    map.pixelType = depth > 8 ? 16 : 0;
-    map.cmpCount = depth > 8 ? 3 : 1;
-    map.cmpSize = SInt16(depth == 32 ? 8 : depth == 16 ? 5 : depth);
-  }
-  BitMap* Bits() { return reinterpret_cast<BitMap*>(&map); }
-  uint32_t At32(int x, int y) const {
-    uint32_t v;
-    std::memcpy(&v, &bytes[size_t(y) * rowBytes + 4 * x], 4);
-    return v & 0xFFFFFF;
-  }
-  int rowBytes;
-  std::vector<UInt8> bytes;
-  PixMap map{};
-};
-
 class DcCopies : public PortTest {
  protected:
-  // The canvas filled with a pattern the seed draws, and the same pixels
-  // as 32-bit memory pixels.
-  Pixels Scatter(unsigned seed) {
-    Pixels same(64, 64, 32, seed);
+  // The canvas and same (64 x 64, 32 bits) filled with the pattern the
+  // seed draws.
+  void ScatterOnBoth(Pixels& same, unsigned seed) {
+    same.Scatter(seed);
     for (int y = 0; y < 64; ++y)
       for (int x = 0; x < 64; ++x) {
         uint32_t v = same.At32(x, y);
         std::memcpy(&same.bytes[size_t(y) * same.rowBytes + 4 * x], &v, 4);
         canvas.Fill(v, RECT{x, y, x + 1, y + 1});
       }
-    return same;
   }
   // The first canvas pixel that differs from the memory pixels, or "".
   std::string Difference(const Pixels& want) {
@@ -135,24 +110,17 @@ TEST_F(DcCopies, DibPixelMapsGoOnTheDcAsTheyStand) {
   EXPECT_EQ(KWE_DSSimple(nullptr, R(0, 0, 4, 4), R(0, 0, 4, 4), nullptr), paramErr);
   EXPECT_EQ(BlackIn(0, 0, 64, 64), 0);
   DisposePixMap(plain);
-  DisposePixMap(pm);
-}
-
-// The main device's table asks for the DC's palette by index: a DIB of
-// values 0 and 1 shows the default palette's black and dark red whatever
-// its own colours.
-TEST_F(DcCopies, TheMainDevicesTableReadsTheDcsPalette) {
+  // The main device's table asks for the DC's palette by index: values 0
+  // and 1 show the default palette's black and dark red, whatever the
+  // DIB's own colours.
   GDHandle main = GetMainDevice();
   ASSERT_TRUE(main && (**main).gdPMap && (**(**main).gdPMap).pmTable);
-  PackedDib dib(4, 1);
-  PixMapHandle pm = KWE_NewDIBPixMap(&dib.header);
-  ASSERT_NE(pm, nullptr);
   canvas.Clear();
   ASSERT_EQ(KWE_DSSimple(*pm, R(0, 0, 2, 1), R(0, 0, 2, 1), (**(**main).gdPMap).pmTable), noErr);
   EXPECT_EQ(canvas.Pixel(0, 0), 0x000000u);
   EXPECT_EQ(canvas.Pixel(1, 0), 0x800000u);
-  ASSERT_EQ(KWE_DSSimple(*pm, R(0, 0, 2, 1), R(0, 1, 2, 2), nullptr), noErr);
-  EXPECT_EQ(canvas.Pixel(0, 1), dib.Shown(0, 0));
+  ASSERT_EQ(KWE_DSSimple(*pm, R(0, 0, 2, 1), R(0, 1, 2, 2), (**pm).pmTable), noErr);
+  EXPECT_EQ(canvas.Pixel(0, 1), dib.Shown(0, 0)) << "any other table: the DIB's own colours";
   EXPECT_EQ(canvas.Pixel(1, 1), dib.Shown(1, 0));
   DisposePixMap(pm);
 }
@@ -172,9 +140,10 @@ TEST_F(DcCopies, NotSimpleCopiesMatchCopyBitsInMemory) {
     SInt16 mode = modes[n % 9];
     RgnHandle mask = n % 3 == 0 ? nullptr : n % 3 == 1 ? box : ragged;
     int depth = n % 2 ? 32 : 8;
-    Pixels src(20, 15, depth, n);
-    if (depth == 8) src.map.pmTable = eight;
-    Pixels want = Scatter(1000 + n);
+    Pixels src(20, 15, depth, depth == 8 ? eight : nullptr);
+    src.Scatter(n);
+    Pixels want(64, 64, 32);
+    ScatterOnBoth(want, 1000 + n);
     Rect s = R(n % 5, n % 4, 20, 15), d = R(2 + n % 7, 3, 2 + n % 7 + (n % 4 ? 18 : 40), 50);
     CopyBits(src.Bits(), want.Bits(), &s, &d, mode, mask);
     ASSERT_EQ(KWE_DSNotSimple(&src.map, nullptr, s, d, mode, nullptr, nullptr, mask), noErr);
@@ -212,13 +181,13 @@ TEST_F(DcCopies, NotSimpleRefusesWhatItCannotCopy) {
   EXPECT_EQ(KWE_DSNotSimple(*pm, nullptr, all, all, srcCopy, nullptr, nullptr, nullptr), noErr);
   EXPECT_EQ(canvas.Pixel(5, 0), dib.Shown(5, 0));
   canvas.Clear();
-  Pixels odd(8, 8, 8, 3);  // no colour table
+  Pixels odd(8, 8, 8);  // no colour table
   odd.map.rowBytes = SInt16(0x8000 | 7);
   EXPECT_NE(KWE_DSNotSimple(&odd.map, nullptr, all, all, srcCopy, nullptr, nullptr, nullptr),
             noErr);
   EXPECT_EQ(KWE_DSNotSimple(nullptr, nullptr, all, all, srcCopy, nullptr, nullptr, nullptr),
             paramErr);
-  Pixels deep(8, 8, 32, 4);
+  Pixels deep(8, 8, 32);
   EXPECT_EQ(
       KWE_DSNotSimple(&deep.map, nullptr, R(4, 4, 12, 12), all, srcCopy, nullptr, nullptr, nullptr),
       paramErr);
