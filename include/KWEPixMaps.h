@@ -45,6 +45,30 @@ KWE_API OSErr KWE_CALL KWE_CopyBitsMacToDIB(PixMap* src, PixMap* dst, Rect srcRe
                                             SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
                                             RgnHandle maskRgn);
 KWE_API PixMapHandle KWE_CALL KWE_UnpackPixMap(Handle flat);
+/* Puts srcRect of a library DIB pixel map unscaled on the current port's
+   DC, its top left at dstRect's (local coordinates): SetDIBitsToDevice for
+   a plain copy the display takes straight to the device, StretchDIBits at
+   the same size otherwise. With table the main device's colour table, an
+   indexed DIB's values are taken as indices of the DC's palette
+   (DIB_PAL_COLORS). paramErr for a map that is not a DIB pixel map, a
+   rectangle outside it or no current port. */
+KWE_API OSErr KWE_CALL KWE_DSSimple(PixMap* src, Rect srcRect, Rect dstRect, CTabHandle table);
+/* Copies srcRect of src (Macintosh pixels, or a library DIB pixel map)
+   onto dstRect of the current port's DC through the transfer mode and
+   maskRgn (local coordinates), srcTable standing for src's own table when
+   not null. A rectangular or Win32 region clips the DC; the pixels go
+   through the library's pixel pipeline and reach the DC as a DIB, the
+   DC's pixels read first unless the mode overwrites them all. A DIB source
+   is put as it stands; one with a mask made from a bitmap reports
+   " SDNotSimple unimplemented" and draws nothing. dst and dstTable are
+   not read: the DC is the destination. */
+KWE_API OSErr KWE_CALL KWE_DSNotSimple(PixMap* src, PixMap* dst, Rect srcRect, Rect dstRect,
+                                       SInt16 mode, CTabHandle srcTable, CTabHandle dstTable,
+                                       RgnHandle maskRgn);
+/* The next CopyBits onto a DC puts unscaled memory pixels with
+   SetDIBitsToDevice when the display can, whatever its mode: the caller
+   says the copy is a plain write. Only the next copy. */
+KWE_API void KWE_CALL KWE_NextWriteIsToScreen(void);
 /* Folds a library pixel map's Macintosh pixels into its own packed DIB.
    flags: 0x02 a fresh DIB, the rows of rect (null: all) converted into it;
    0x04 the DIB made but nothing converted; 0x08 a DDB made from the DIB as

@@ -14,6 +14,7 @@
 #include "frame/diagnostics.h"
 #include "quickdraw/colour/device_colours.h"
 #include "quickdraw/copybits/copy_sides.h"
+#include "quickdraw/copybits/dc_copies.h"
 #include "quickdraw/copybits/device_copies.h"
 #include "quickdraw/copybits/raster_ops.h"
 #include "quickdraw/offscreen/offscreen_bitmaps.h"
@@ -171,7 +172,39 @@ OSErr MemoryToMemory(CopySide src, const CopySide& dst, PipelineCopy copy) {
 void FillColours(PipelineCopy& copy) {
   PortAttr* a = CurrentAttr();
   copy.bkColor = a ? a->bkRGB : RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
+  copy.fgColor = a ? a->fgRGB : RGBColor{0, 0, 0};
   copy.opColor = OpColourOf(CurrentPort());
+}
+
+bool SameRgb(const RGBColor& a, const RGBColor& b) {
+  return a.red == b.red && a.green == b.green && a.blue == b.blue;
+}
+
+int DepthOf(const CopySide& side) {
+  return side.kind == SideKind::Device ? side.attr->deviceDepth : side.pipeline.pixels.depth;
+}
+
+// PrepareColorize: a 1-bit source in memory copied onto colour pixels
+// takes the port's foreground colour for its 1 bits and background colour
+// for its 0 bits. Black on white is what the bits show anyway; otherwise
+// the logical modes but the Xor ones are colorized, and the Xor modes
+// (which only invert) and the arithmetic modes say they cannot be.
+void PrepareColorize(const CopySide& src, const CopySide& dst, PipelineCopy& copy) {
+  if (src.kind != SideKind::Memory || src.pipeline.pixels.depth != 1) return;
+  if (dst.kind == SideKind::None || dst.kind == SideKind::Dib || DepthOf(dst) <= 1) return;
+  if (SameRgb(copy.fgColor, RGBColor{0, 0, 0}) &&
+      SameRgb(copy.bkColor, RGBColor{0xFFFF, 0xFFFF, 0xFFFF}))
+    return;
+  int base = copy.mode & ~kDitherBit;
+  if (base > 15) {
+    Report(" Undefined PrepareColorize case");
+  } else if ((base & 7) == 2) {
+    Report(" Invalid PrepareColorize case (Xor)");
+  } else if ((base & 7) == 6) {
+    Report(" Invalid PrepareColorize case (notXor)");
+  } else {
+    copy.colorize = true;
+  }
 }
 
 // A colour port's portBits is its pixel map handle and portVersion (top two
@@ -184,9 +217,14 @@ const BitMap* Dereferenced(const BitMap* bits) {
 
 }  // namespace
 
+std::unique_ptr<uint8_t[]> RegionMaskBits(RgnHandle rgn, const Rect& dst, int32_t* rowBytes) {
+  return MaskBits(rgn, nullptr, dst, rowBytes);
+}
+
 void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
                  const Rect* dstRect, SInt16 mode, RgnHandle maskRgn, const BitMap* maskBits,
                  const Rect* maskRect) {
+  DirectSwitch direct;  // disarms KWE_NextWriteIsToScreen however the copy ends
   srcBits = Dereferenced(srcBits);
   dstBits = Dereferenced(dstBits);
   if (!srcBits || !dstBits || !srcRect || !dstRect) {
@@ -226,6 +264,8 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
     copy.mode = mode & kDitherBit;
   }
   FillColours(copy);
+  if (CombinesMode(copy.mode)) PrepareColorize(src, dst, copy);
+  direct.Decide(dst, mode);
   MaskPicture picture{maskBits, maskRect ? *maskRect : Rect{}, *dstRect};
   bool withPicture = maskRect && !Empty(*maskRect) && UsableMask(maskBits);
   if (MaskOfNoDepth(maskBits)) {

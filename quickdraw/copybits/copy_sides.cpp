@@ -10,6 +10,10 @@ namespace kwe::quickdraw {
 
 namespace {
 constexpr uintptr_t kLastPortTag = 0xFFFF;
+
+// Memory pixels: the pipeline's view of them and their colours.
+CopySide& MemorySide(CopySide& side, const PixMap* pm, const MacPixels& pixels, OSErr* err);
+
 }  // namespace
 
 const ColourEntry* OneBitEntries() {
@@ -43,17 +47,27 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
     side.attr = attr;
     return side;
   }
-  // Entries of the offscreen bitmap table: the DC of the port drawing into
-  // the entry. 32767 (and anything else below the port tags) is no pixels.
-  if (PortAttr* attr = EntrySide(base)) {
-    side.kind = SideKind::Device;
-    side.attr = attr;
-    return side;
-  }
-  if (base <= kLastPortTag) return side;
   int depth = pm ? pm->pixelSize : 1;
   MacPixels pixels{reinterpret_cast<uint8_t*>(bits->baseAddr), bits->rowBytes & 0x3FFF, depth,
                    bits->bounds.right - bits->bounds.left, bits->bounds.bottom - bits->bounds.top};
+  // Entries of the offscreen bitmap table: the DC of the port drawing into
+  // the entry, or its memory. 32767 (and anything else below the port tags)
+  // is no pixels.
+  if (EntryAsMemory(bits, &pixels)) return MemorySide(side, nullptr, pixels, err);
+  if (PortAttr* attr = EntrySide(base)) {
+    side.kind = SideKind::Device;
+    side.attr = attr;
+    side.tableBitmap = !pm;
+    return side;
+  }
+  if (base <= kLastPortTag) return side;
+  return MemorySide(side, pm, pixels, err);
+}
+
+namespace {
+
+CopySide& MemorySide(CopySide& side, const PixMap* pm, const MacPixels& pixels, OSErr* err) {
+  const int depth = pixels.depth;
   if (pixels.width < 0 || pixels.height < 0) return side;  // nothing to copy
   if ((*err = CheckMacPixels(pixels)) != noErr) return side;
   side.pipeline.pixels = pixels;
@@ -80,4 +94,5 @@ CopySide ClassifySide(const BitMap* bits, OSErr* err) {
   return side;
 }
 
+}  // namespace
 }  // namespace kwe::quickdraw

@@ -21,6 +21,8 @@ struct CopySide {
   CTabHandle table = nullptr;  // null for a bitmap (the standard 1-bit table)
   // Device sides: the port whose DC holds the pixels.
   PortAttr* attr = nullptr;
+  // A 1-bit bitmap (not a pixel map) of the offscreen bitmap table.
+  bool tableBitmap = false;
   bool missingTable = false;
   // Dib sides: the packed DIB (header, colours, bits) and its bits.
   const BITMAPINFO* dib = nullptr;

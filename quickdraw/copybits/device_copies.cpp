@@ -7,92 +7,13 @@
 #include <new>
 
 #include "quickdraw/colour/device_colours.h"
+#include "quickdraw/copybits/dc_copies.h"
 #include "quickdraw/copybits/raster_ops.h"
 #include "quickdraw/regions/region_record.h"
 #include "quickdraw/shapes/shape_drawing.h"
 
 namespace kwe::quickdraw {
 namespace {
-
-// Large copies go in bands of rows, each about 64 KB of 32-bit pixels: the
-// buffers of a copy stay small whatever its size (a full-screen copy would
-// want megabytes at once), and a band that size stays in the processor's
-// cache between the read, the pipeline and the write. One band's buffer is
-// made for the copy and freed after it.
-constexpr int kBandBytes = 64 * 1024;
-
-int BandRows(int width, int height) {
-  int rows = kBandBytes / (4 * std::max(width, 1));
-  return std::clamp(rows, 1, std::max(height, 1));
-}
-
-// A 32-bit top-down DIB section in a memory DC: the layout of 32-bit
-// Macintosh pixels, so the pipeline reads and writes it directly.
-class Section {
- public:
-  Section(int width, int height) : width_(width), height_(height) {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    dc_ = CreateCompatibleDC(nullptr);
-    if (dc_) bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
-    if (bitmap_) old_ = SelectObject(dc_, bitmap_);
-  }
-  ~Section() {
-    if (old_) SelectObject(dc_, old_);
-    if (bitmap_) DeleteObject(bitmap_);
-    if (dc_) DeleteDC(dc_);
-  }
-  Section(const Section&) = delete;
-  Section& operator=(const Section&) = delete;
-  // Fills the section's first rows with the DC's pixels of r; false when
-  // there is no section or GDI cannot read them.
-  bool Read(HDC dc, const RECT& r) {
-    if (!bits_ || !BitBlt(dc_, 0, 0, width_, std::min<int>(height_, r.bottom - r.top), dc, r.left,
-                          r.top, SRCCOPY))
-      return false;
-    GdiFlush();
-    return true;
-  }
-  HDC Dc() const { return dc_; }
-  PipelineSide Side() const {
-    return PipelineSide{MacPixels{static_cast<uint8_t*>(bits_), 4 * width_, 32, width_, height_},
-                        nullptr, 0};
-  }
-
- private:
-  int width_, height_;
-  HDC dc_ = nullptr;
-  HBITMAP bitmap_ = nullptr;
-  HGDIOBJ old_ = nullptr;
-  void* bits_ = nullptr;
-};
-
-// Clips the destination DC to a mask region for the copy's duration.
-class MaskClip {
- public:
-  MaskClip(HDC dc, const PortAttr& a, RgnHandle mask) : dc_(dc) {
-    const RegionRecord* r = mask ? RecordOf(mask) : nullptr;
-    if (!r) return;
-    saved_ = SaveDC(dc);
-    HRGN shape = CreateRectRgn(0, 0, 0, 0);
-    if (shape && CombineRgn(shape, ShapeForGdi(*r), nullptr, RGN_COPY) != ERROR) {
-      int dh = 0, dv = 0;
-      LocalToDevice(a, &dh, &dv);
-      OffsetRgn(shape, dh, dv);
-      ExtSelectClipRgn(dc, shape, RGN_AND);
-    }
-    if (shape) DeleteObject(shape);
-  }
-  ~MaskClip() {
-    if (saved_) RestoreDC(dc_, saved_);
-  }
-  MaskClip(const MaskClip&) = delete;
-  MaskClip& operator=(const MaskClip&) = delete;
-
- private:
-  HDC dc_;
-  int saved_ = 0;
-};
 
 struct DibInfo {
   BITMAPINFOHEADER header;
@@ -149,11 +70,10 @@ OSErr MemoryBandToDevice(const DeviceCopy& job, HDC dc, const RECT& to, int top,
     }
     info.header.biClrUsed = static_cast<DWORD>(n);
   }
-  SetStretchBltMode(dc, COLORONCOLOR);
-  int done = StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, left, 0, w,
-                           h, rows, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS,
-                           RasterOpOfMode(job.copy.mode));
-  return done == 0 ? paramErr : noErr;
+  return PutDib(dc, to, reinterpret_cast<const BITMAPINFO*>(&info), rows, left, 0, w, h,
+                RasterOpOfMode(job.copy.mode), DIB_RGB_COLORS)
+             ? noErr
+             : paramErr;
 }
 
 // Rows that must be converted before GDI takes them go band by band when
@@ -174,30 +94,6 @@ OSErr MemoryToDevice(const DeviceCopy& job, HDC dc, const RECT& to) {
   return noErr;
 }
 
-// What GDI cannot do: the destination's pixels are read into a section,
-// the pipeline combines the source into them, and the section goes back.
-// Band by band, the scaling that of the whole copy.
-OSErr ThroughSection(const DeviceCopy& job, HDC dc, const RECT& to) {
-  int w = to.right - to.left, h = to.bottom - to.top;
-  const int band = BandRows(w, h);
-  Section section(w, band);
-  PipelineCopy copy = job.copy;
-  copy.src = Relative(job.srcRect, job.src.bounds);
-  copy.dst = Rect{0, 0, static_cast<SInt16>(h), static_cast<SInt16>(w)};
-  for (int top = 0; top < h; top += band) {
-    int rows = std::min(band, h - top);
-    RECT part{to.left, to.top + top, to.right, to.top + top + rows};
-    if (!section.Read(dc, part)) return memFullErr;
-    copy.bandTop = top;
-    copy.bandBottom = top + rows;
-    copy.dst.bottom = static_cast<SInt16>(h);
-    OSErr err = RunPipeline(job.src.pipeline, section.Side(), copy);
-    if (err != noErr) return err;
-    if (!BitBlt(dc, part.left, part.top, w, rows, section.Dc(), 0, 0, SRCCOPY)) return paramErr;
-  }
-  return noErr;
-}
-
 // A DC's pixels into memory: read into a section, then the pipeline. A
 // copy of the same height goes band by band; one that scales rows, or
 // dithers (the errors run on from row to row), in one piece.
@@ -212,7 +108,8 @@ OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
   bool dithers = (copy.mode & 64) && job.dst.pipeline.pixels.depth <= 8;
   const bool banding = whole.bottom - whole.top == h && !dithers;
   const int band = banding ? BandRows(w, h) : h;
-  Section section(w, band);
+  KeptDib& section = TheKeptDib();
+  if (!section.Fit(w, band)) return memFullErr;
   const uint8_t* mask = copy.mask;
   for (int top = 0; top < h; top += band) {
     int rows = std::min(band, h - top);
@@ -231,21 +128,6 @@ OSErr DeviceToMemory(const DeviceCopy& job, HDC dc, const RECT& from) {
   return noErr;
 }
 
-// The packed DIB is bottom-up: the source rectangle's bottom row is its
-// row (height - bottom).
-OSErr DibToDevice(const DeviceCopy& job) {
-  HDC dc = job.dst.attr->hdc;
-  RECT to = DeviceRect(*job.dst.attr, job.dstRect);
-  MaskClip clip(dc, *job.dst.attr, job.clip);
-  const Rect s = Relative(job.srcRect, job.src.bounds);
-  SetStretchBltMode(dc, COLORONCOLOR);
-  int done =
-      StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, s.left,
-                    job.src.dib->bmiHeader.biHeight - s.bottom, s.right - s.left, s.bottom - s.top,
-                    job.src.dibBits, job.src.dib, DIB_RGB_COLORS, RasterOpOfMode(job.copy.mode));
-  return done == 0 ? paramErr : noErr;
-}
-
 }  // namespace
 
 const uint8_t* OneBitInverse() {
@@ -261,18 +143,19 @@ OSErr CopyWithDevice(const DeviceCopy& job) {
   // A DIB pixel map's pixels go to a DC as they stand; nothing else reads
   // or writes them.
   if (job.src.kind == SideKind::Dib || job.dst.kind == SideKind::Dib) {
-    if (job.src.kind != SideKind::Dib || job.dst.kind != SideKind::Device || job.copy.mask)
-      return paramErr;
-    return DibToDevice(job);
+    if (job.src.kind != SideKind::Dib || job.dst.kind != SideKind::Device) return paramErr;
+    return NotSimpleOntoDevice(job);
   }
   if (job.dst.kind == SideKind::Memory) {
     RECT from = DeviceRect(*job.src.attr, job.srcRect);
     return DeviceToMemory(job, job.src.attr->hdc, from);
   }
+  int base = job.copy.mode & ~64;
+  if (job.src.kind == SideKind::Memory && (base > 15 || job.copy.mask || job.copy.colorize))
+    return NotSimpleOntoDevice(job);
   HDC dc = job.dst.attr->hdc;
   RECT to = DeviceRect(*job.dst.attr, job.dstRect);
   MaskClip clip(dc, *job.dst.attr, job.clip);
-  int base = job.copy.mode & ~64;
   if (job.src.kind == SideKind::Device) {
     RECT from = DeviceRect(*job.src.attr, job.srcRect);
     HDC source = job.src.attr->hdc;
@@ -286,8 +169,7 @@ OSErr CopyWithDevice(const DeviceCopy& job) {
                ? noErr
                : paramErr;
   }
-  if (base <= 15 && !job.copy.mask) return MemoryToDevice(job, dc, to);
-  return ThroughSection(job, dc, to);
+  return MemoryToDevice(job, dc, to);
 }
 
 }  // namespace kwe::quickdraw

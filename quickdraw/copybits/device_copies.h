@@ -4,6 +4,8 @@
 #pragma once
 #include <windows.h>
 
+#include <memory>
+
 #include "quickdraw/copybits/copy_sides.h"
 
 namespace kwe::quickdraw {
@@ -23,6 +25,10 @@ OSErr CopyWithDevice(const DeviceCopy& job);
 void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
                  const Rect* dstRect, SInt16 mode, RgnHandle maskRgn, const BitMap* maskBits,
                  const Rect* maskRect);
+
+// The pixels of dst (in dst's coordinates) inside rgn, one bit a pixel,
+// rows of *rowBytes; null when memory is short.
+std::unique_ptr<uint8_t[]> RegionMaskBits(RgnHandle rgn, const Rect& dst, int32_t* rowBytes);
 
 // The inverse table of the standard 1-bit table, made once.
 const uint8_t* OneBitInverse();

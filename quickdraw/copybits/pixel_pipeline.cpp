@@ -80,6 +80,22 @@ RGBColor Arithmetic(int mode, RGBColor s, RGBColor d, const PipelineCopy& copy) 
                   Component(mode, s.blue, d.blue, op.blue)};
 }
 
+// A colorized 1-bit source pixel in a logical mode: the foreground or
+// background colour's value, the destination, or the destination inverted
+// (the Xor modes, which have no colours to give).
+uint32_t Colorized(int mode, bool ink, uint32_t d, uint32_t fg, uint32_t bk, uint32_t mask) {
+  switch (mode & 7) {
+    case 0: return ink ? fg : bk;
+    case 1: return ink ? fg : d;
+    case 2: return ink ? ~d & mask : d;
+    case 3: return ink ? bk : d;
+    case 4: return ink ? bk : fg;
+    case 5: return ink ? d : fg;
+    case 6: return ink ? d : ~d & mask;
+    default: return ink ? d : bk;
+  }
+}
+
 bool MaskBit(const PipelineCopy& copy, int x, int y) {
   if (!copy.mask) return true;
   const uint8_t* row = copy.mask + static_cast<ptrdiff_t>(y) * copy.maskRowBytes;
@@ -188,6 +204,9 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
   const bool dither = (copy.mode & kDither) && dstDepth <= 8 && mode == kSrcCopy;
   const bool asValues = srcDepth == dstDepth && (srcDepth > 8 || copy.sameTable);
   const uint32_t mask = DepthMask(dstDepth);
+  const bool colorize = copy.colorize && srcDepth == 1 && mode < kBlend;
+  const uint32_t fgValue = colorize ? RgbToPixel(copy.fgColor, dstDepth, copy.inverse) : 0;
+  const uint32_t bkValue = colorize ? RgbToPixel(copy.bkColor, dstDepth, copy.inverse) : 0;
   Diffusion diffusion;
   if (dither && !diffusion.Start(d.right - d.left)) return memFullErr;
 
@@ -203,6 +222,11 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
     CopyIndexedRows(src.pixels, s, dst.pixels, d, lookup);
     return noErr;
   }
+  // Nearest-neighbour scaling (ResizePV) works on pixel values of every
+  // depth alike. A depth QuickDraw has not is refused above, before any
+  // stage is chosen (CopyBits reports it as the PVToRGB or RGBToPV case),
+  // so no input reaches an undefined ResizePV case and that message is
+  // never given.
   for (int y = firstRow; y < endRow; ++y) {
     int sy = s.top + static_cast<int>(y * srcH / dstH);
     const int dy = d.top + y - firstRow;
@@ -211,7 +235,9 @@ OSErr RunPipeline(const PipelineSide& src, const PipelineSide& dst, const Pipeli
       uint32_t sv = MacPixel(src.pixels, sx, sy);
       uint32_t dv = MacPixel(dst.pixels, d.left + x, dy);
       uint32_t out;
-      if (mode >= kBlend) {
+      if (colorize) {
+        out = Colorized(mode, sv & 1, dv & mask, fgValue, bkValue, mask);
+      } else if (mode >= kBlend) {
         RGBColor rgb = Arithmetic(mode, PixelToRgb(sv, srcDepth, src.table, src.count),
                                   PixelToRgb(dv, dstDepth, dst.table, dst.count), copy);
         out = RgbToPixel(rgb, dstDepth, copy.inverse);

@@ -45,6 +45,11 @@ struct PipelineCopy {
   // every row, in place.
   int bandTop;
   int bandBottom;
+  // A 1-bit source colorized with the port's colours: its 1 bits stand for
+  // fgColor and its 0 bits for bkColor (srcCopy; the other logical modes
+  // choose between them and the destination as the Toolbox has it).
+  bool colorize;
+  RGBColor fgColor;
 };
 
 // Pipeline results: the copy is refused with paramErr for pixels that fail

@@ -7,6 +7,7 @@
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "QuickdrawColour.h"
+#include "frame/diagnostics.h"
 #include "quickdraw/masks/seed_fill.h"
 
 namespace {
@@ -84,6 +85,59 @@ void ApplyMatch(const BitMap* src, const Rect& srcRect, const Rect& local, Worki
   if (device && *device) (*device)->gdRefCon = savedRefCon;
 }
 
+// CreateMaskCombine: the source's rows made 1-bit mask rows, the way chosen
+// by the source's depth. 1-bit rows in memory are the mask rows as they
+// stand; everything else goes through CopyBits' colour matching onto the
+// working bits, where each colour becomes its nearer of white and black.
+using MaskCombine = void (*)(const BitMap* src, WorkingBits& image);
+
+void OneBitRows(const BitMap* src, WorkingBits& image) {
+  const uint8_t* from = reinterpret_cast<const uint8_t*>(src->baseAddr);
+  const size_t rowBytes = static_cast<size_t>(src->rowBytes & 0x3FFF);
+  const size_t bytes = static_cast<size_t>((Width(src->bounds) + 7) / 8);
+  const uint8_t lastBits = static_cast<uint8_t>(0xFF00 >> (Width(src->bounds) - 8 * (bytes - 1)));
+  for (int y = 0; y < Height(src->bounds); ++y) {
+    uint8_t* to = image.pixels.data() + static_cast<size_t>(y) * image.rowBytes;
+    std::memcpy(to, from + y * rowBytes, bytes);
+    to[bytes - 1] &= lastBits;  // the bits past the right edge are no pixels
+  }
+}
+
+void MatchedRows(const BitMap* src, WorkingBits& image) {
+  CopyBits(src, &image.bits, &src->bounds, &image.bits.bounds, srcCopy, nullptr);
+}
+
+// The pixel map a colour port's portBits stands for, or the bits as given.
+const BitMap* PixelsOf(const BitMap* src) {
+  if ((src->rowBytes & 0xC000) != 0xC000) return src;
+  PixMapHandle pm = reinterpret_cast<PixMapHandle>(src->baseAddr);
+  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
+}
+
+// A bitmap whose rows OneBitRows may read: in memory, rowBytes even and
+// long enough. CopyBits refuses the others for itself.
+bool InMemory(const BitMap* src, bool pixMap) {
+  const int rowBytes = src->rowBytes & 0x3FFF;
+  return !pixMap && reinterpret_cast<uintptr_t>(src->baseAddr) > 0xFFFF && rowBytes % 2 == 0 &&
+         rowBytes >= (Width(src->bounds) + 7) / 8;
+}
+
+// Null for a depth QuickDraw has not: the pipeline could not read it, and
+// a mask made of it would be noise.
+MaskCombine MaskCombineFor(const BitMap* src) {
+  const bool pixMap = (src->rowBytes & 0x8000) != 0;
+  const int depth = pixMap ? reinterpret_cast<const PixMap*>(src)->pixelSize : 1;
+  switch (depth) {
+    case 1: return InMemory(src, pixMap) ? OneBitRows : MatchedRows;
+    case 2:
+    case 4:
+    case 8:
+    case 16:
+    case 32: return MatchedRows;
+    default: return nullptr;
+  }
+}
+
 }  // namespace
 
 // Without matchProc every colour but white is in the mask, whatever seedRGB
@@ -113,14 +167,20 @@ KWE_API void KWE_CALL CalcCMask(const BitMap* srcBits, const BitMap* dstBits, co
 // The handle's rows have their bits set where the mask is; a region holds
 // the same pixels.
 KWE_API Handle KWE_CALL KWE_CreateMask(const BitMap* src, Boolean calc, Boolean asRegion) {
+  if (src) src = PixelsOf(src);
   if (!src) return nullptr;
   const Rect& bounds = src->bounds;
   int width = Width(bounds), height = Height(bounds);
   if (width <= 0 || height <= 0) return nullptr;
+  MaskCombine combine = MaskCombineFor(src);
+  if (!combine) {
+    kwe::Report(" Undefined CreateMaskCombineProc case");
+    return nullptr;
+  }
   Rect local{0, 0, static_cast<SInt16>(height), static_cast<SInt16>(width)};
   WorkingBits image(local), mask(local);
   if (!image.Made() || !mask.Made()) return nullptr;
-  CopyBits(src, &image.bits, &bounds, &local, srcCopy, nullptr);
+  combine(src, image);
   if (calc) {
     if (!CalcMaskRows(image.pixels.data(), image.rowBytes, mask.pixels.data(), mask.rowBytes, width,
                       height))

@@ -38,6 +38,7 @@
 #include "frame/session.h"
 #include "quickdraw/colour/device_colours.h"
 #include "quickdraw/copybits/copy_sides.h"
+#include "quickdraw/ports/graphics_records.h"
 #include "quickdraw/ports/port_attr.h"
 
 namespace kwe::quickdraw {
@@ -56,6 +57,9 @@ struct Entry {
   HGDIOBJ replaced = nullptr;
   DibPixels pixels{};
   uint64_t memoryHash = 0;  // of the memory when it last matched the section
+  // The memory is a library DIB pixel map's packed DIB, laid out as the
+  // section is: copied as it stands, both ways.
+  bool mirrorsDib = false;
 };
 
 Entry g_table[kOffscreenEntries];
@@ -70,11 +74,15 @@ struct SectionInfo {
   RGBQUAD colours[256];
 };
 
+size_t BytesOf(const MacPixels& m) {
+  return static_cast<size_t>(m.rowBytes) * static_cast<size_t>(m.height);
+}
+
 // Eight bytes a step: CopyBits from a port's bits asks at every copy
 // whether the memory changed, and that must cost little beside the blit.
 uint64_t HashOf(const MacPixels& m) {
   uint64_t h = 0xCBF29CE484222325ull;
-  const size_t size = static_cast<size_t>(m.rowBytes) * static_cast<size_t>(m.height);
+  const size_t size = BytesOf(m);
   size_t i = 0;
   for (; i + 8 <= size; i += 8) {
     uint64_t word;
@@ -87,13 +95,19 @@ uint64_t HashOf(const MacPixels& m) {
 }
 
 void CopyIn(Entry& e) {
-  MacToDib(e.memory, 0, 0, nullptr, false, e.pixels);
+  if (e.mirrorsDib)
+    std::memcpy(e.pixels.bits, e.memory.base, BytesOf(e.memory));
+  else
+    MacToDib(e.memory, 0, 0, nullptr, false, e.pixels);
   e.memoryHash = HashOf(e.memory);
 }
 
 void WriteBack(Entry& e) {
   GdiFlush();
-  DibToMac(e.pixels, nullptr, false, e.memory, 0, 0);
+  if (e.mirrorsDib)
+    std::memcpy(e.memory.base, e.pixels.bits, BytesOf(e.memory));
+  else
+    DibToMac(e.pixels, nullptr, false, e.memory, 0, 0);
   e.memoryHash = HashOf(e.memory);
 }
 
@@ -133,30 +147,58 @@ void FreeEntry(Entry& e) {
   e = Entry{};
 }
 
-bool MakeSection(Entry& e, CTabHandle table) {
-  const int dibDepth = DibDepthFor(e.memory.depth, false);
+// The DIB form of Macintosh pixels of the entry's depth and colours.
+SectionInfo InfoFor(const MacPixels& memory, CTabHandle table) {
   SectionInfo info{};
   info.header = {sizeof info.header,
-                 e.memory.width,
-                 e.memory.height,
+                 memory.width,
+                 memory.height,
                  1,
-                 static_cast<WORD>(dibDepth),
+                 static_cast<WORD>(DibDepthFor(memory.depth, false)),
                  BI_RGB,
                  0,
                  0,
                  0,
                  0,
                  0};
-  FillColours(info, e.memory.depth, table);
+  FillColours(info, memory.depth, table);
+  return info;
+}
+
+bool MakeSection(Entry& e, const BITMAPINFO* info) {
   void* bits = nullptr;
   e.dc = CreateCompatibleDC(nullptr);
-  if (e.dc)
-    e.section = CreateDIBSection(e.dc, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS,
-                                 &bits, nullptr, 0);
+  if (e.dc) e.section = CreateDIBSection(e.dc, info, DIB_RGB_COLORS, &bits, nullptr, 0);
   if (!e.section) return false;
   e.replaced = SelectObject(e.dc, e.section);
-  e.pixels = DibPixels{static_cast<uint8_t*>(bits), dibDepth, e.memory.width, e.memory.height};
+  e.pixels = DibPixels{static_cast<uint8_t*>(bits), info->bmiHeader.biBitCount, e.memory.width,
+                       e.memory.height};
   return true;
+}
+
+// The packed DIB of a library DIB pixel map, or null.
+const BITMAPINFO* DibOf(const BitMap& bits, bool colour) {
+  PixMap* pm = colour ? const_cast<PixMap*>(reinterpret_cast<const PixMap*>(&bits)) : nullptr;
+  LibraryPixMap* lib = pm ? LibraryRecordOf(pm) : nullptr;
+  if (!lib || !(lib->flags & kDibPixelsFlag) || !lib->dib || !*lib->dib || !lib->dibBits)
+    return nullptr;
+  return reinterpret_cast<const BITMAPINFO*>(*lib->dib);
+}
+
+// A library pixel map that holds its pixels in a DDB has none behind
+// baseAddr (one byte shared by all such maps).
+bool PixelsElsewhere(const BitMap& bits, bool colour) {
+  PixMap* pm = colour ? const_cast<PixMap*>(reinterpret_cast<const PixMap*>(&bits)) : nullptr;
+  LibraryPixMap* lib = pm ? LibraryRecordOf(pm) : nullptr;
+  return lib && !(lib->flags & kMacPixelsFlag);
+}
+
+// The packed DIB's bits as the memory an entry keeps in step with.
+MacPixels DibMemory(const BitMap& bits, const BITMAPINFO& dib) {
+  const BITMAPINFOHEADER& h = dib.bmiHeader;
+  const LibraryPixMap* lib = reinterpret_cast<const LibraryPixMap*>(&bits);
+  return MacPixels{static_cast<uint8_t*>(lib->dibBits), DibRowBytes(h.biWidth, h.biBitCount),
+                   h.biBitCount, static_cast<int>(h.biWidth), static_cast<int>(h.biHeight)};
 }
 
 // Puts dc under the port, as its drawing DC from now on; the stock objects
@@ -178,6 +220,7 @@ void Detach(PortAttr& a, bool writeBack) {
   int slot = a.port->patStretch;
   int held = a.bitsEntry;
   a.bitsEntry = 0;
+  a.flags &= static_cast<UInt16>(~kPixMapDcFlag);
   SwapPortDC(a, g_savedDC[slot], g_savedDepth[slot]);
   g_savedDC[slot] = nullptr;
   if (held < 0) return;
@@ -207,13 +250,17 @@ bool DrawNowhere(PortAttr& a, OSErr err) {
 }
 
 bool Overlaps(const MacPixels& m, const BitMap* bits) {
+  const uint8_t* end = m.base + static_cast<ptrdiff_t>(m.rowBytes) * m.height;
+  if (const BITMAPINFO* dib = DibOf(*bits, true)) {
+    MacPixels d = DibMemory(*bits, *dib);
+    return d.base < end && m.base < d.base + BytesOf(d);
+  }
   uintptr_t base = reinterpret_cast<uintptr_t>(bits->baseAddr);
   if (base <= 0xFFFF) return false;
   int rows = bits->bounds.bottom - bits->bounds.top;
   if (rows <= 0) return false;
   const uint8_t* from = reinterpret_cast<const uint8_t*>(base);
   const uint8_t* to = from + static_cast<ptrdiff_t>(bits->rowBytes & 0x3FFF) * rows;
-  const uint8_t* end = m.base + static_cast<ptrdiff_t>(m.rowBytes) * m.height;
   return from < end && m.base < to;
 }
 
@@ -233,26 +280,34 @@ bool GiveBits(GrafPtr port, const BitMap& bits, bool colour) {
   uintptr_t base = reinterpret_cast<uintptr_t>(bits.baseAddr);
   if (base > 0 && base <= 0xFFFF) return true;  // a port's tag, an entry or no pixels
   const PixMap* pm = colour ? reinterpret_cast<const PixMap*>(&bits) : nullptr;
+  const BITMAPINFO* dib = DibOf(bits, colour);
   MacPixels memory{reinterpret_cast<uint8_t*>(bits.baseAddr), bits.rowBytes & 0x3FFF,
                    pm ? pm->pixelSize : 1, bits.bounds.right - bits.bounds.left,
                    bits.bounds.bottom - bits.bounds.top};
-  // A bitmap's rowBytes has no flag bits: with them it is no bitmap.
-  if ((!colour && (bits.rowBytes & 0xC000)) || memory.width <= 0 || memory.height <= 0 ||
-      CheckMacPixels(memory) != noErr ||
-      (pm && pm->pixelSize <= 8 && (!pm->pmTable || !*pm->pmTable)))
+  if (dib) {
+    memory = DibMemory(bits, *dib);
+  } else if ((!colour && (bits.rowBytes & 0xC000)) || memory.width <= 0 || memory.height <= 0 ||
+             CheckMacPixels(memory) != noErr || PixelsElsewhere(bits, colour) ||
+             (pm && pm->pixelSize <= 8 && (!pm->pmTable || !*pm->pmTable))) {
+    // A bitmap's rowBytes has no flag bits: with them it is no bitmap.
     return DrawNowhere(*a, paramErr);
+  }
   int index = 0;
   while (index < kOffscreenEntries && g_table[index].inUse) ++index;
   if (index == kOffscreenEntries) return DrawNowhere(*a, memFullErr);
   Entry& e = g_table[index];
   e.memory = memory;
-  if (!MakeSection(e, pm ? pm->pmTable : nullptr)) {
+  e.mirrorsDib = dib != nullptr;
+  SectionInfo info = dib ? SectionInfo{} : InfoFor(memory, pm ? pm->pmTable : nullptr);
+  if (!MakeSection(e, dib ? dib : reinterpret_cast<const BITMAPINFO*>(&info))) {
     FreeEntry(e);
     return DrawNowhere(*a, memFullErr);
   }
   e.inUse = true;
   e.port = port;
-  if (TheSession().drawingSwitches & kCopyInSwitch) {
+  // A DIB pixel map's pixels are what the map shows: the port draws on
+  // them, not on white.
+  if (dib || (TheSession().drawingSwitches & kCopyInSwitch)) {
     CopyIn(e);
   } else {
     // White: 1 bits in the 1-bit section, the white entry's value or
@@ -268,6 +323,7 @@ bool GiveBits(GrafPtr port, const BitMap& bits, bool colour) {
   }
   RememberPortDC(*a);
   a->bitsEntry = static_cast<int16_t>(index + 1);
+  if (dib) a->flags |= kPixMapDcFlag;
   SwapPortDC(*a, e.dc, PortDepthOf(memory.depth));
   SetQDError(noErr);
   return true;
@@ -325,11 +381,26 @@ void SyncAfterCopy(const BitMap* dst) {
   for (int i = 0; i < kOffscreenEntries; ++i) {
     Entry& e = g_table[i];
     if (!e.inUse) continue;
-    if (base == static_cast<uintptr_t>(i + 1) && !Current(e))
-      WriteBack(e);  // drawn into by the copy: the memory must show it
-    else if (Current(e) && Overlaps(e.memory, dst))
+    MacPixels copiedAsMemory;
+    if (base == static_cast<uintptr_t>(i + 1) && !Current(e)) {
+      // Drawn into by the copy: the memory must show it, unless the copy
+      // wrote the memory itself (the section reads it when next used).
+      if (!EntryAsMemory(dst, &copiedAsMemory)) WriteBack(e);
+    } else if (Current(e) && Overlaps(e.memory, dst)) {
       CopyIn(e);
+    }
   }
+}
+
+bool EntryAsMemory(const BitMap* bits, MacPixels* memory) {
+  const PortAttr* current = CurrentAttr();
+  uintptr_t base = reinterpret_cast<uintptr_t>(bits->baseAddr);
+  if (!current || !(current->flags & kPixMapDcFlag) || bits->rowBytes < 0 || !IsEntryTag(base))
+    return false;
+  const Entry& e = g_table[base - 1];
+  if (!e.inUse || e.mirrorsDib || Current(e)) return false;
+  *memory = e.memory;
+  return true;
 }
 
 bool EntryOrigin(GrafPtr port, int32_t* h, int32_t* v) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "Quickdraw.h"
+#include "quickdraw/pixmaps/pixel_conversion.h"
 
 namespace kwe::quickdraw {
 
@@ -42,6 +43,13 @@ PortAttr* EntrySide(uintptr_t tag);
 // it again, and an entry the copy drew into writes it back.
 void SyncBeforeCopy(const BitMap* src, const BitMap* dst);
 void SyncAfterCopy(const BitMap* dst);
+
+// While the current port draws into its own pixel map's DC, a bitmap of
+// the table (rowBytes positive, tag below the port tags) is copied as the
+// memory it stands for: the pipeline copies between that memory and the
+// pixel map exactly, where a blit between the pixel map's DC and the
+// entry's 1-bit section would match colours through GDI. False otherwise.
+bool EntryAsMemory(const BitMap* bits, MacPixels* memory);
 
 // Local coordinates of a port holding an entry map onto its pixels from
 // the bits' top left; false for any other port.

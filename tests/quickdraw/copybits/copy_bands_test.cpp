@@ -15,6 +15,7 @@
 #include "Memory.h"
 #include "Quickdraw.h"
 #include "QuickdrawColour.h"
+#include "memory_pixels.h"
 #include "quickdraw/regions/region_canvas.h"
 
 namespace {
@@ -22,30 +23,6 @@ namespace {
 using namespace kwe_test;
 
 Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
-
-// Pixels in the program's memory at a depth, rows even.
-struct Pixels {
-  Pixels(int w, int h, int depth, CTabHandle table = nullptr)
-      : rowBytes((w * depth + 15) / 16 * 2), bytes(size_t(rowBytes) * h) {
-    map.baseAddr = reinterpret_cast<Ptr>(bytes.data());
-    map.rowBytes = SInt16(rowBytes | 0x8000);
-    map.bounds = R(0, 0, w, h);
-    map.pixelSize = SInt16(depth);
-    map.pixelType = depth > 8 ? 16 : 0;
-    map.cmpCount = depth > 8 ? 3 : 1;
-    map.cmpSize = SInt16(depth == 32 ? 8 : depth == 16 ? 5 : depth);
-    map.pmTable = table;
-  }
-  const BitMap* Bits() const { return reinterpret_cast<const BitMap*>(&map); }
-  uint32_t At32(int x, int y) const {
-    uint32_t v;
-    std::memcpy(&v, &bytes[size_t(y) * rowBytes + 4 * x], 4);
-    return v & 0xFFFFFF;
-  }
-  int rowBytes;
-  std::vector<UInt8> bytes;
-  PixMap map{};
-};
 
 class CopyBands : public PortTest {};
 

@@ -76,13 +76,18 @@ class CopyBitsTest : public PortTest {
     EXPECT_EQ(BitMapToRegion(rgn, &bits), noErr);
     return rgn;
   }
-  // The case's background colour as the port keeps it (a port may take
-  // only black or white), which transparent then leaves out.
-  void UseBackground(reference::Case& c) {
+  // The case's colours as the port keeps them (a port may take only some
+  // colours): transparent leaves the background out, and a 1-bit source
+  // is colorized with both.
+  void UseColours(reference::Case& c) {
     RGBColor bk{UInt16(c.bk.r), UInt16(c.bk.g), UInt16(c.bk.b)};
+    RGBColor fg{UInt16(c.fg.r), UInt16(c.fg.g), UInt16(c.fg.b)};
     RGBBackColor(&bk);
+    RGBForeColor(&fg);
     GetBackColor(&bk);
+    GetForeColor(&fg);
     c.bk = reference::Colour{bk.red, bk.green, bk.blue};
+    c.fg = reference::Colour{fg.red, fg.green, fg.blue};
   }
   // Case n between memory pixel maps, compared with the reference model.
   void CopyInMemory(uint32_t n, int srcDepth, int dstDepth, uint64_t* sum) {
@@ -90,7 +95,7 @@ class CopyBitsTest : public PortTest {
                      got = reference::Make(n, srcDepth, dstDepth);
     const reference::Case& c = got.c;
     want.c.op = reference::Colour{0, 0, 0};  // the plain port's op colour
-    UseBackground(want.c);
+    UseColours(want.c);
     reference::Copy(want.src, want.dst, want.c);
     const BitMap* src = MapOf(got.src, got.src.depth == 1 && (n & 1), n % 3 == 0);
     // Tables of the same colours but another seed are not the same table.
@@ -157,7 +162,7 @@ TEST_F(CopyBitsTest, SeededSweepThroughTheDllMatchesTheReferenceModel) {
         want.dst.Put(x, y, v);
         SetPixelV(canvas.Dc(), x, y, RGB(v >> 16, v >> 8 & 255, v & 255));
       }
-    UseBackground(c);
+    UseColours(c);
     const BitMap* src = MapOf(want.src, want.src.depth == 1 && (n & 1));
     RgnHandle mask = c.masked ? MaskOf(c, want.dst.width, want.dst.height) : nullptr;
     Rect s = R(c.sl, c.st, c.sr, c.sb), d = R(c.dl, c.dt, c.dr, c.db);

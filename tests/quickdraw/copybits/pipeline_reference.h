@@ -93,8 +93,31 @@ struct Case {
   bool masked, sameTable;
   std::vector<uint8_t> mask;  // 1 bits change, rows of maskRowBytes
   int maskRowBytes;
-  Colour op, bk;
+  Colour op, bk, fg;
 };
+
+// Colorizing: a 1-bit source put on deeper pixels while the port's colours
+// are not black on white stands for the foreground colour with its 1 bits
+// and the background colour with its 0 bits. The Xor modes only invert and
+// are left alone, and so are the arithmetic modes.
+inline bool Colorizes(const Image& src, const Image& dst, const Case& c) {
+  int mode = c.mode & 63;
+  bool plain = c.fg.r == 0 && c.fg.g == 0 && c.fg.b == 0 && c.bk.r == 65535 && c.bk.g == 65535 &&
+               c.bk.b == 65535;
+  return src.depth == 1 && dst.depth > 1 && mode < 32 && (mode & 3) != 2 && !plain;
+}
+
+// What a colorized source bit makes of the destination pixel d.
+inline uint32_t Colorized(int mode, bool ink, uint32_t d, uint32_t fg, uint32_t bk) {
+  switch (mode) {
+    case 0: return ink ? fg : bk;
+    case 1: return ink ? fg : d;  // srcOr paints the 1 bits
+    case 3: return ink ? bk : d;  // srcBic clears them to the background
+    case 4: return ink ? bk : fg;
+    case 5: return ink ? d : fg;
+    default: return ink ? d : bk;  // notSrcBic
+  }
+}
 
 // A Toolbox transfer mode on one pixel. Pixel values for the Boolean modes
 // (complemented on direct pixels, where white is all ones), components for
@@ -133,6 +156,7 @@ inline void Copy(const Image& src, Image& dst, const Case& c) {
   static const int kOneBit[8] = {0, 3, 2, 1, 1, 3, 2, 1};
   if (dst.depth == 1 && mode >= 32) mode = kOneBit[mode - 32];
   bool dither = (c.mode & 64) && dst.depth <= 8 && mode == 0;
+  const bool colorize = Colorizes(src, dst, c);
   int w = c.dr - c.dl, h = c.db - c.dt;
   uint32_t all = dst.depth == 32 ? 0xFFFFFF : dst.depth == 16 ? 0x7FFF : (1u << dst.depth) - 1;
   std::vector<std::vector<long>> err(2, std::vector<long>(static_cast<size_t>(w + 2) * 3, 0));
@@ -142,7 +166,9 @@ inline void Copy(const Image& src, Image& dst, const Case& c) {
       uint32_t sv = src.Get(sx, sy), dv = dst.Get(c.dl + x, c.dt + y) & all;
       Colour s = Shown(src, sv);
       uint32_t out;
-      if (mode >= 32) {
+      if (colorize) {
+        out = Colorized(mode, sv != 0, dv, Stored(dst, c.fg), Stored(dst, c.bk));
+      } else if (mode >= 32) {
         Colour d = Shown(dst, dv), r = s;
         if (mode == 36) {
           if (s.r == c.bk.r && s.g == c.bk.g && s.b == c.bk.b) r = d;
@@ -267,6 +293,7 @@ inline Drawn Make(uint32_t n, int srcDepth = 0, int dstDepth = 0) {
   };
   c.op = colour();
   c.bk = rng() & 1 ? Colour{65535, 65535, 65535} : Shown(d.src, d.src.Get(c.sl, c.st));
+  c.fg = rng() % 3 ? Colour{0, 0, 0} : colour();
   return d;
 }
 

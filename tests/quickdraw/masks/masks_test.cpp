@@ -99,6 +99,60 @@ struct Stripes {
   }
 };
 
+// KWE_CreateMask of every depth QuickDraw has: a checkerboard of 3 x 3
+// squares of black and white, 13 pixels wide, in rows with room to spare
+// whose spare bits are set, gives the black squares' bits and nothing past
+// the right edge. A depth QuickDraw has not makes no mask and says so.
+TEST_F(Masks, CreateMaskOfEveryDepth) {
+  const int depths[] = {1, 2, 4, 8, 16, 32, 3, 24};
+  for (int depth : depths) {
+    const int rowBytes = (13 * depth + 7) / 8 / 2 * 2 + 4;
+    std::vector<UInt8> bytes(size_t(rowBytes) * 7, 0xFF);
+    PixMap map{};
+    map.baseAddr = reinterpret_cast<Ptr>(bytes.data());
+    map.rowBytes = SInt16(rowBytes | (depth == 1 ? 0 : 0x8000));
+    map.bounds = Rect{0, 0, 7, 13};
+    map.pixelSize = SInt16(depth);
+    // The 4-bit table's first four colours serve the 2-bit pixels: white,
+    // yellow, orange and red, the last nearer to black.
+    map.pmTable = depth <= 8 ? GetCTable(SInt16(depth == 2 ? 4 : depth)) : nullptr;
+    if (depth == 2) (**map.pmTable).ctSize = 3;
+    const uint32_t black = depth == 1 ? 1 : depth <= 8 ? (1u << depth) - 1 : 0;
+    const uint32_t white = depth == 1 ? 0 : depth <= 8 ? 0 : depth == 16 ? 0x7FFF : 0xFFFFFF;
+    // Pixels of 16 and 32 bits are little-endian words; packed ones run
+    // from the high bit.
+    auto put = [&](int x, int y, uint32_t v) {
+      UInt8* row = &bytes[size_t(y) * rowBytes];
+      if (depth >= 16) {
+        for (int k = 0; k < depth / 8; ++k) row[x * depth / 8 + k] = UInt8(v >> (8 * k));
+        return;
+      }
+      int shift = 8 - depth - (x * depth) % 8;
+      UInt8 bits = UInt8(((1u << depth) - 1) << shift);
+      row[x * depth / 8] = UInt8((row[x * depth / 8] & ~bits) | ((v << shift) & bits));
+    };
+    for (int y = 0; y < 7 && depth != 3; ++y)
+      for (int x = 0; x < 13; ++x) put(x, y, (x / 3 + y / 3) % 2 ? black : white);
+    capture.Clear();
+    Handle mask = KWE_CreateMask(reinterpret_cast<const BitMap*>(&map), false, false);
+    if (depth == 3 || depth == 24) {
+      EXPECT_EQ(mask, nullptr) << depth;
+      ASSERT_EQ(capture.Reports().size(), 1u) << depth;
+      EXPECT_NE(capture.Reports()[0].find("Undefined CreateMaskCombineProc case"),
+                std::string::npos);
+    } else {
+      ASSERT_NE(mask, nullptr) << depth;
+      EXPECT_TRUE(capture.Reports().empty()) << depth;
+      for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 16; ++x)
+          ASSERT_EQ(Bit(reinterpret_cast<UInt8*>(*mask), 2, x, y), x < 13 && (x / 3 + y / 3) % 2)
+              << "depth " << depth << " at " << x << "," << y;
+      DisposeHandle(mask);
+    }
+    if (map.pmTable) DisposeCTable(map.pmTable);
+  }
+}
+
 int g_offered = 0;
 // Red is left out of the mask, green put in; other colours are declined.
 Boolean KWE_CALL RedOutGreenIn(RGBColor* rgb, SInt32* position) {

@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "KWEPixMaps.h"
 #include "KWEPorts.h"
 #include "KWESession.h"
 #include "Memory.h"
@@ -302,6 +303,66 @@ TEST_F(OffscreenBits, ColourPortOnAnEightBitPixelMap) {
   EXPECT_TRUE(SetPortPix(own)) << "the port's own pixel map back, to be disposed with it";
   CloseCPort(&off);
   (*pm)->baseAddr = nullptr;
+  DisposePixMap(pm);
+}
+
+// A DIB pixel map given to a colour port is drawn on as it stands: the
+// port's drawing lands in the map's own DIB (white stays white around it),
+// and a bitmap without pixels behind baseAddr (one over a DDB) is refused.
+// While that port is current, a bitmap of the offscreen table is copied to
+// and from as its memory: a copy into it stays there when its port draws
+// again.
+TEST_F(OffscreenBits, ColourPortOnADibPixelMapAndTableBitmapsMeanwhile) {
+  struct {
+    BITMAPINFOHEADER header;
+    RGBQUAD colours[2];
+    UInt8 bits[12 * 8];
+  } dib{{sizeof dib.header, 12, 8, 1, 8, BI_RGB, 0, 0, 0, 2, 0},
+        {{255, 255, 255, 0}, {0, 0, 0, 0}},
+        {}};
+  PixMapHandle pm = KWE_NewDIBPixMap(&dib.header);
+  ASSERT_NE(pm, nullptr);
+  Bits table(R(0, 0, 16, 4), 2, 0);
+  GrafPort plain{};
+  ASSERT_TRUE(OpenOn(plain, table.map));
+  CGrafPort colour{};
+  OpenCPort(&colour);
+  PixMapHandle own = colour.portPixMap;
+  ASSERT_TRUE(SetPortPix(pm));
+  Rect block = R(2, 1, 6, 4);
+  PaintRect(&block);
+  table.bytes[0] = 0xC3;  // the program's own change, while its port is not current
+  // The table's memory onto the canvas, the canvas back into the table.
+  canvas.Clear();
+  Rect strip = R(0, 0, 16, 4), at = R(100, 100, 116, 104);
+  CopyBits(&plain.portBits, &port.portBits, &strip, &at, srcCopy, nullptr);
+  EXPECT_EQ(canvas.Row(100, 100, 116), "##....##........");
+  RECT blackLine{100, 103, 116, 104};
+  canvas.Fill(kBlack, blackLine);
+  CopyBits(&port.portBits, &plain.portBits, &at, &strip, srcCopy, nullptr);
+  SetPort(&plain);
+  Rect corner = R(0, 0, 2, 1);
+  InvertRect(&corner);
+  SetPort(&port);
+  EXPECT_EQ(table.bytes[0], 0x03) << "the inverted corner over the first row";
+  EXPECT_EQ(table.bytes[6], 0xFF) << "the black line the canvas gave";
+  void* bits = nullptr;
+  ASSERT_NE(KWE_GetDIBFromPixMap(pm, &bits), nullptr);
+  const UInt8* rows = static_cast<const UInt8*>(bits);
+  for (int y = 0; y < 8; ++y)
+    for (int x = 0; x < 12; ++x)
+      ASSERT_EQ(rows[(7 - y) * 12 + x], x >= 2 && x < 6 && y >= 1 && y < 4 ? 1 : 0)
+          << x << "," << y;
+
+  SetPort(reinterpret_cast<GrafPtr>(&colour));
+  PixMapHandle overDdb = KWE_NewDDBPixMap(CreateBitmap(8, 8, 1, 1, nullptr), nullptr);
+  ASSERT_NE(overDdb, nullptr);
+  EXPECT_FALSE(SetPortPix(overDdb));
+  EXPECT_EQ(QDError(), paramErr);
+  EXPECT_TRUE(SetPortPix(own));
+  CloseCPort(&colour);
+  ClosePort(&plain);
+  DisposePixMap(overDdb);
   DisposePixMap(pm);
 }
 
