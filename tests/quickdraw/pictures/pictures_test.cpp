@@ -193,6 +193,18 @@ RgnHandle RandomRegion(std::mt19937& random, const Rect& r) {
   return RegionOf({r, other});
 }
 
+// A rectangle or an oval in the five verbs: frame, paint, erase, invert
+// and fill with pat.
+void RectOrOval(bool oval, int verb, const Rect& r, const Pattern& pat) {
+  switch (verb) {
+    case 0: oval ? FrameOval(&r) : FrameRect(&r); break;
+    case 1: oval ? PaintOval(&r) : PaintRect(&r); break;
+    case 2: oval ? EraseOval(&r) : EraseRect(&r); break;
+    case 3: oval ? InvertOval(&r) : InvertRect(&r); break;
+    default: oval ? FillOval(&r, &pat) : FillRect(&r, &pat); break;
+  }
+}
+
 // One random drawing call of a scene, the same whether it is drawn or
 // recorded.
 void RandomCall(std::mt19937& random, const ColourExtras* extras = nullptr) {
@@ -213,24 +225,8 @@ void RandomCall(std::mt19937& random, const ColourExtras* extras = nullptr) {
     case 2: PenPat(&pat); break;
     case 3: ForeColor(colours[random() % 5]); break;
     case 4: BackPat(&pat); break;
-    case 5: {
-      int verb = random() % 5;
-      if (verb == 0) FrameRect(&r);
-      if (verb == 1) PaintRect(&r);
-      if (verb == 2) EraseRect(&r);
-      if (verb == 3) InvertRect(&r);
-      if (verb == 4) FillRect(&r, &pat);
-      break;
-    }
-    case 6: {
-      int verb = random() % 5;
-      if (verb == 0) FrameOval(&r);
-      if (verb == 1) PaintOval(&r);
-      if (verb == 2) EraseOval(&r);
-      if (verb == 3) InvertOval(&r);
-      if (verb == 4) FillOval(&r, &pat);
-      break;
-    }
+    case 5: RectOrOval(false, int(random() % 5), r, pat); break;
+    case 6: RectOrOval(true, int(random() % 5), r, pat); break;
     case 7: {
       SInt16 w = SInt16(random() % 30), h = SInt16(random() % 30);
       int verb = random() % 3;
@@ -434,17 +430,7 @@ TEST_F(Pictures, DoubleSizePlaybackMatchesTheSceneDrawnDoubled) {
         Rect r{SInt16(c.r.top * scale), SInt16(c.r.left * scale), SInt16(c.r.bottom * scale),
                SInt16(c.r.right * scale)};
         PenSize(SInt16(c.pen * scale), SInt16(c.pen * scale));
-        if (c.kind == 0) {
-          if (c.verb == 0) FrameRect(&r);
-          if (c.verb == 1) PaintRect(&r);
-          if (c.verb == 2) EraseRect(&r);
-          if (c.verb == 3) InvertRect(&r);
-        } else {
-          if (c.verb == 0) FrameOval(&r);
-          if (c.verb == 1) PaintOval(&r);
-          if (c.verb == 2) EraseOval(&r);
-          if (c.verb == 3) InvertOval(&r);
-        }
+        RectOrOval(c.kind == 1, c.verb, r, vars.black);
       }
     };
     canvas.Clear();
