@@ -143,7 +143,8 @@ TEST_F(Devices, SearchProceduresAnswerNewestFirstAndDecliningOnesPassOn) {
 // The standard tables by id (their colours are checked natively in
 // colour_tables_test), and colour matching against the main device's table.
 TEST_F(Devices, ColourTablesAndMatchingAgainstTheMainDevice) {
-  const std::pair<SInt16, int> sizes[] = {{1, 2}, {4, 16}, {8, 256}, {20, 16}, {40, 256}};
+  const std::pair<SInt16, int> sizes[] = {{1, 2},  {2, 4},  {4, 16},  {8, 256}, {20, 16},
+                                          {33, 2}, {34, 4}, {36, 16}, {40, 256}};
   for (auto [id, size] : sizes) {
     CTabHandle t = GetCTable(id);
     ASSERT_NE(t, nullptr) << id;
