@@ -143,21 +143,20 @@ bool AnyOrdinaryPortOpen() {
   return false;
 }
 
-// Objects the port made are taken out of its DC before they are deleted:
-// GDI refuses to delete an object that is selected.
-void ResetGdiCache(PortAttr& a) {
+void DeselectGdiObjects(PortAttr& a) {
   if (a.hdc && (a.pen || a.penPatternBrush)) {
     SelectObject(a.hdc, GetStockObject(BLACK_PEN));
     SelectObject(a.hdc, GetStockObject(WHITE_BRUSH));
   }
+  ForgetSelections(a);
+}
+
+// Objects the port made are taken out of its DC before they are deleted:
+// GDI refuses to delete an object that is selected.
+void ResetGdiCache(PortAttr& a) {
+  DeselectGdiObjects(a);
   if (a.hdc && a.textFont) SelectObject(a.hdc, GetStockObject(SYSTEM_FONT));
-  a.selectedRop2 = 0;
-  a.selectedBackgroundMode = 0;
-  a.selectedBkColorRef = CLR_INVALID;
-  a.selectedTextColorRef = CLR_INVALID;
-  a.selectedPenStyle = -1;
-  a.dirty =
-      static_cast<UInt16>((a.dirty | kPenDirty | kTextDirty) & ~(kPenSelected | kNullPenSelected));
+  a.dirty = static_cast<UInt16>(a.dirty | kPenDirty | kTextDirty);
   if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
   a.penPatternBrush = nullptr;
   a.brushColourPattern = nullptr;
