@@ -19,15 +19,15 @@ namespace kwe::quickdraw {
 // mode is arithmetic and the port a colour port on a device deeper than 1.
 bool DrawsArithmetic(GrafPtr port, const PortAttr& a, Verb verb);
 
-// The memory DC and the two 32-bit sections the passes draw into. One set
-// is kept between calls (making them costs far more than drawing a small
-// shape), grown when a box reaches past it; a box beyond kKeptSheetPixels
-// gets a set of its own for the call.
+// The two 32-bit sections the passes draw into, each in a memory DC of its
+// own (selecting a bitmap into a DC costs more than drawing a small shape).
+// One set is kept between calls, grown when a box reaches past it; a box
+// beyond kKeptSheetPixels gets a set of its own for the call.
 struct ArithmeticSheets {
-  HDC dc = nullptr;
+  HDC dcs[2] = {nullptr, nullptr};
   HBITMAP sections[2] = {nullptr, nullptr};
   void* bits[2] = {nullptr, nullptr};
-  HGDIOBJ replaced = nullptr;
+  HGDIOBJ replaced[2] = {nullptr, nullptr};
   int width = 0, height = 0;
   const PortAttr* user = nullptr;  // the port that last drew through them
 };
