@@ -104,7 +104,13 @@ void MakeCurrent(GrafPtr port) {
   lowmem::At<GrafPtr>(lowmem::Slot::ThePort) = port;
 }
 
-bool IsColourPort(GrafPtr port) { return port && AsColour(port)->portVersion < 0; }
+// A colour port's portVersion has both top bits set (0xC000, a GWorld's
+// 0xE000), in the place of a plain port's portBits.rowBytes, whose top bits
+// are clear for a bitmap and only bit 15 for a pixel map handed to
+// SetPortBits: bit 15 alone does not make a colour port, as for CopyBits.
+bool IsColourPort(GrafPtr port) {
+  return port && (static_cast<UInt16>(AsColour(port)->portVersion) & 0xC000) == 0xC000;
+}
 
 void AllowInternalSlot(bool allow) { g_internalSlotAllowed = allow; }
 

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <string>
 
@@ -212,20 +213,51 @@ TEST_F(ArithmeticShapes, TenThousandShapesLeaveGdiObjectsFlat) {
   EXPECT_EQ(LiveGdiObjects(), start);
 }
 
-// A 1-bit port keeps the Boolean mode GDI comes nearest with: addOver is
-// srcXor there, so painting black over white twice gives white again.
-TEST_F(ArithmeticShapes, PlainPortsKeepTheNearestBooleanMode) {
-  GrafPort plain{};
-  OpenPort(&plain);
-  KWE_SwaphDC(drawn.Dc(), true);
-  drawn.Clear();
-  PenMode(addOver);
-  Rect r{4, 4, 20, 20};
-  PaintRect(&r);
-  EXPECT_EQ(drawn.Pixel(10, 10), kBlack);
-  PaintRect(&r);
-  EXPECT_EQ(drawn.Pixel(10, 10), kWhite);
-  ClosePort(&plain);
+// A plain port keeps the Boolean mode GDI comes nearest with (addOver is
+// srcXor there, so painting black over white twice gives white again) and
+// only the eight old colours, also when its portBits.rowBytes has bit 15
+// set as a pixel map's has: only both top bits make a colour port, so no
+// colour call writes a CGrafPort's fields over the plain port's patterns
+// or reads its bounds as a GrafVars handle.
+TEST_F(ArithmeticShapes, PlainPortsKeepBooleanModesAndOldColours) {
+  const struct {
+    const char* name;
+    UInt16 flags;
+  } rows[] = {{"plain port", 0}, {"plain port, rowBytes bit 15", 0x8000}};
+  const RGBColor red{0xFFFF, 0, 0}, blue{0, 0, 0xFFFF}, grey{0x8000, 0x8000, 0x8000};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    GrafPort plain{};
+    OpenPort(&plain);
+    KWE_SwaphDC(drawn.Dc(), true);
+    plain.portBits.rowBytes = SInt16(UInt16(plain.portBits.rowBytes) | row.flags);
+    const GrafPort before = plain;
+    RGBForeColor(&red);
+    RGBBackColor(&blue);
+    OpColor(&grey);
+    HiliteColor(&grey);
+    EXPECT_EQ(plain.fgColor, redColor);
+    EXPECT_EQ(plain.bkColor, blueColor);
+    EXPECT_EQ(std::memcmp(&plain.bkPat, &before.bkPat, sizeof before.bkPat), 0);
+    EXPECT_EQ(std::memcmp(&plain.fillPat, &before.fillPat, sizeof before.fillPat), 0);
+    EXPECT_EQ(std::memcmp(&plain.portBits.bounds, &before.portBits.bounds, sizeof(Rect)), 0);
+    RGBColor got{};
+    GetForeColor(&got);
+    EXPECT_GT(got.red, 0xC000);
+    EXPECT_LT(got.blue, 0x4000);
+
+    ForeColor(blackColor);
+    BackColor(whiteColor);
+    drawn.Clear();
+    PenMode(addOver);
+    Rect r{4, 4, 20, 20};
+    PaintRect(&r);
+    EXPECT_EQ(drawn.Pixel(10, 10), kBlack);
+    PaintRect(&r);
+    EXPECT_EQ(drawn.Pixel(10, 10), kWhite);
+    plain.portBits.rowBytes = before.portBits.rowBytes;
+    ClosePort(&plain);
+  }
   SetPort(reinterpret_cast<GrafPtr>(&port));
 }
 
