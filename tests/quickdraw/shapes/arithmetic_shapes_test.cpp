@@ -68,6 +68,9 @@ ShapeCase MakeCase(uint32_t n) {
   if (rng() % 4 == 0) c.bk = c.fg;  // transparent then leaves all of it
   if (rng() % 4 == 0) c.op = RGBColor{0xFFFF, 0x8000, 0};
   c.patterned = rng() % 4 == 0;
+  // Shapes in one colour meet the tables kept from earlier ones, made for
+  // another mode, op colour or background.
+  if (rng() % 3 == 0) c.fg = RGBColor{0x4000, 0x8000, 0xC000};
   return c;
 }
 
