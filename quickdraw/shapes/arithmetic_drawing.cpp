@@ -12,7 +12,7 @@
 namespace kwe::quickdraw {
 namespace {
 
-constexpr int kBlend = 32, kAdMin = 39;
+constexpr int kBlend = 32, kTransparent = 36, kAdMin = 39;
 constexpr uint32_t kOnBlack = 0x000000, kOnWhite = 0xFFFFFF;
 
 ArithmeticSheets g_kept;
@@ -280,8 +280,11 @@ void ArithmeticLayer::Combine() {
   PipelineCopy copy{};
   copy.mode = port_->pnMode;
   copy.opColor = OpColourOf(port_);
-  // transparent leaves out the background as the pattern's pixels show it.
-  copy.bkColor = PixelToRgb(RgbToPixel(a_.bkRGB, 32, nullptr), 32, nullptr, 0);
+  // transparent leaves out the background as the pattern's pixels show it;
+  // the other modes leave it black, so that their kept tables do not
+  // depend on it.
+  if (copy.mode == kTransparent)
+    copy.bkColor = PixelToRgb(RgbToPixel(a_.bkRGB, 32, nullptr), 32, nullptr, 0);
   bool done = CombineByTables(c, onBlack, onWhite, stride, r, copy);
   if (!done) {
     auto wholeBox = [&](uint32_t* pixels) {

@@ -16,6 +16,7 @@
 #include <string>
 
 #include "KWEPorts.h"
+#include "Memory.h"
 #include "Quickdraw.h"
 #include "quickdraw/copybits/pipeline_reference.h"
 #include "quickdraw/regions/region_canvas.h"
@@ -68,9 +69,12 @@ ShapeCase MakeCase(uint32_t n) {
   if (rng() % 4 == 0) c.bk = c.fg;  // transparent then leaves all of it
   if (rng() % 4 == 0) c.op = RGBColor{0xFFFF, 0x8000, 0};
   c.patterned = rng() % 4 == 0;
-  // Shapes in one colour meet the tables kept from earlier ones, made for
-  // another mode, op colour or background.
-  if (rng() % 3 == 0) c.fg = RGBColor{0x4000, 0x8000, 0xC000};
+  // Shapes in one pair of colours meet the tables kept from earlier ones,
+  // made for another mode or op colour.
+  if (rng() % 3 == 0) {
+    c.fg = RGBColor{0x4000, 0x8000, 0xC000};
+    c.bk = RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
+  }
   return c;
 }
 
@@ -192,6 +196,64 @@ TEST_F(ArithmeticShapes, EveryShapeVerbAndModeMatchesTheReference) {
           << "at " << i % kSize << "," << i / kSize;
   }
   EXPECT_GT(covered, kCases * 20) << "the sweep drew almost nothing";
+}
+
+// A pixel pattern of fifteen colours is more than the kept component
+// tables hold: each mode then combines the whole box through the pipeline,
+// and every pixel under the rectangle must hold the reference's result for
+// the pattern's colour there.
+TEST_F(ArithmeticShapes, ManyColouredPixelPatternsCombineThroughThePipeline) {
+  PixPatHandle pp = NewPixPat();
+  PixMap& map = **(**pp).patMap;
+  Handle table = reinterpret_cast<Handle>(map.pmTable);
+  SetHandleSize(table, 8 + 16 * sizeof(ColorSpec));
+  SetHandleSize((**pp).patData, 32);
+  map.rowBytes = SInt16(4 | 0x8000);
+  map.bounds = Rect{0, 0, 8, 8};
+  map.pixelSize = map.cmpSize = 4;
+  map.cmpCount = 1;
+  (**map.pmTable).ctSize = 15;
+  RGBColor colours[16];
+  for (int i = 0; i < 16; ++i) {
+    colours[i] =
+        RGBColor{UInt16(i * 0x1111), UInt16((15 - i) * 0x1111), UInt16(i * 7 % 16 * 0x1111)};
+    (**map.pmTable).ctTable[i] = ColorSpec{SInt16(i), colours[i]};
+  }
+  // Pixel (x, y) of the pattern has colour x + y: fifteen of them.
+  for (int y = 0; y < 8; ++y)
+    for (int x = 0; x < 8; x += 2)
+      reinterpret_cast<UInt8*>(*(**pp).patData)[y * 4 + x / 2] =
+          UInt8((x + y) % 16 << 4 | (x + 1 + y) % 16);
+  (**pp).patXValid = -1;
+
+  const Rect r{8, 12, 40, 50};
+  for (int mode = 32; mode <= 39; ++mode) {
+    SCOPED_TRACE("mode " + std::to_string(mode));
+    ShapeCase c{};
+    c.mode = mode;
+    c.bk = RGBColor{0xFFFF, 0xFFFF, 0xFFFF};
+    c.op = RGBColor{0x4000, 0xC000, 0x8000};
+    Noise(uint32_t(mode));
+    KWE_SwaphDC(drawn.Dc(), true);
+    ClipRect(&r);
+    PenMode(SInt16(mode));
+    RGBBackColor(&c.bk);
+    OpColor(&c.op);
+    PenPixPat(pp);
+    PaintRect(&r);
+    GdiFlush();
+    for (int y = 0; y < kSize; ++y)
+      for (int x = 0; x < kSize; ++x) {
+        uint32_t d = Bits(expected)[y * kSize + x] & 0xFFFFFF;
+        if (y >= r.top && y < r.bottom && x >= r.left && x < r.right) {
+          c.fg = colours[(x & 7) + (y & 7)];
+          d = Expected(c, x, y, d);
+        }
+        ASSERT_EQ(Bits(drawn)[y * kSize + x] & 0xFFFFFF, d) << "at " << x << "," << y;
+      }
+  }
+  PenPat(&kBlackPat);
+  DisposePixPat(pp);
 }
 
 // The sections the passes draw into are kept from shape to shape: GDI's
