@@ -9,10 +9,20 @@ namespace {
 
 RGBColor Grey(UInt16 level) { return RGBColor{level, level, level}; }
 
+// n greys from white down to black in equal steps (0xFFFF / (n - 1)).
+int GreyRamp(int n, RGBColor* out) {
+  const int step = 0xFFFF / (n - 1);
+  for (int i = 0; i < n; ++i) out[i] = Grey(static_cast<UInt16>(0xFFFF - i * step));
+  return n;
+}
+
 RGBColor FromBytes(uint32_t rgb) {
   auto wide = [](uint32_t byte) { return static_cast<UInt16>((byte & 0xFF) * 0x101); };
   return RGBColor{wide(rgb >> 16), wide(rgb >> 8), wide(rgb)};
 }
+
+// The Toolbox's 2-bit table: white, light grey, dark grey, black.
+constexpr uint32_t kFour[4] = {0xFFFFFF, 0xACACAC, 0x555555, 0x000000};
 
 // The Toolbox's 16 colours, white first and black last.
 constexpr uint32_t kSixteen[16] = {0xFFFFFF, 0xFCF305, 0xFF6402, 0xDD0806, 0xF20884, 0x4600A5,
@@ -48,20 +58,20 @@ int Standard256(RGBColor* out) {
 
 int StandardTableColours(int id, RGBColor* out) {
   switch (id) {
-    case 1:
-      out[0] = Grey(0xFFFF);
-      out[1] = Grey(0);
-      return 2;
+    case 1: return GreyRamp(2, out);
+    case 2:
+      for (int i = 0; i < 4; ++i) out[i] = FromBytes(kFour[i]);
+      return 4;
     case 4:
       for (int i = 0; i < 16; ++i) out[i] = FromBytes(kSixteen[i]);
       return 16;
     case 8: return Standard256(out);
-    case 20:
-      for (int i = 0; i < 16; ++i) out[i] = Grey(static_cast<UInt16>(0xFFFF - i * 0x1111));
-      return 16;
-    case 40:
-      for (int i = 0; i < 256; ++i) out[i] = Grey(static_cast<UInt16>(0xFFFF - i * 0x0101));
-      return 256;
+    case 20: return GreyRamp(16, out);
+    // The grey tables: 32 + the depth.
+    case 33:
+    case 34:
+    case 36:
+    case 40: return GreyRamp(1 << (id - 32), out);
     default: return 0;
   }
 }

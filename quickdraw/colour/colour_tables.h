@@ -15,8 +15,9 @@ using ColourEntry = ColorSpec;
 // An entry whose value has this bit is skipped by colour matching.
 constexpr SInt16 kSkipEntry = 0x4000;
 
-// The colours of standard table id (1, 4, 8, 20 or 40) written to out (room
-// for 256); the count, or 0 for an id the library does not build.
+// The colours of standard table id written to out (room for 256): 1, 2, 4
+// and 8 for the colour depths, 33, 34, 36 and 40 (32 + depth) and 20 for
+// greys; the count, or 0 for an id the library does not build.
 int StandardTableColours(int id, RGBColor* out);
 
 // The first entry with the smallest |dr| + |dg| + |db| over the 16-bit

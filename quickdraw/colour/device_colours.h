@@ -18,6 +18,11 @@ CTabHandle NewColourTable(const RGBColor* colours, int n, SInt32 seed);
 int TableEntryCount(CTabHandle table);
 inline const ColourEntry* TableEntries(CTabHandle table) { return (*table)->ctTable; }
 
+// The GrafVars of a colour port (op and highlight colours, palette
+// fields); null for a plain port and for a colour port whose handle is
+// missing or too small to hold them.
+GrafVars* GrafVarsOf(GrafPtr port);
+
 // The current device's colour table; null before InitGraf.
 CTabHandle CurrentDeviceTable();
 

@@ -22,14 +22,6 @@ constexpr SInt16 kPaletteSet = static_cast<SInt16>(0x8000);
 
 WindowPtr ScreenPaletteOwner() { return reinterpret_cast<WindowPtr>(intptr_t{-1}); }
 
-GrafVars* VarsOf(GrafPtr port) {
-  if (!port || !IsColourPort(port)) return nullptr;
-  Handle h = AsColour(port)->grafVars;
-  return h && *h && GetHandleSize(h) >= static_cast<Size>(sizeof(GrafVars))
-             ? reinterpret_cast<GrafVars*>(*h)
-             : nullptr;
-}
-
 // The Win32 window of a window's port; null for any other port.
 HWND PortWindow(GrafPtr port) {
   PortAttr* a = port ? AttrOf(port) : nullptr;
@@ -96,7 +88,7 @@ KWE_API PaletteHandle KWE_CALL GetPalette(WindowPtr srcWindow) {
   if (srcWindow == ScreenPaletteOwner()) return DefaultPalette();
   if (HWND hwnd = PortWindow(srcWindow))
     return reinterpret_cast<PaletteHandle>(GetWindowLongPtrA(hwnd, kPaletteLong));
-  GrafVars* vars = VarsOf(srcWindow);
+  GrafVars* vars = GrafVarsOf(srcWindow);
   return vars && (vars->pmFlags & kPaletteSet) ? reinterpret_cast<PaletteHandle>(vars->pmFgColor)
                                                : nullptr;
 }
@@ -109,7 +101,7 @@ KWE_API void KWE_CALL SetPalette(WindowPtr dstWindow, PaletteHandle srcPalette, 
   if (!dstWindow || !AttrOf(dstWindow)) return;
   HWND hwnd = PortWindow(dstWindow);
   if (hwnd) SetWindowLongPtrA(hwnd, kPaletteLong, reinterpret_cast<LONG_PTR>(srcPalette));
-  if (GrafVars* vars = VarsOf(dstWindow)) {
+  if (GrafVars* vars = GrafVarsOf(dstWindow)) {
     vars->pmFgColor = reinterpret_cast<Handle>(srcPalette);
     vars->pmFlags = srcPalette ? (cUpdates ? kPaletteUpdates : kPaletteSet) : SInt16{0};
   }

@@ -2,6 +2,7 @@
 // colour-port extras (op colour, highlight colour).
 #include <windows.h>
 
+#include "Memory.h"
 #include "Quickdraw.h"
 #include "quickdraw/colour/colour_arithmetic.h"
 #include "quickdraw/colour/device_colours.h"
@@ -29,13 +30,15 @@ void UseBackground(PortAttr& a, const RGBColor& rgb) {
   a.bkColorRef = ColorRefOf(a.bkRGB);
 }
 
-GrafVars* VarsOf(GrafPtr port) {
+}  // namespace
+
+GrafVars* GrafVarsOf(GrafPtr port) {
   if (!IsColourPort(port)) return nullptr;
   Handle h = AsColour(port)->grafVars;
-  return h && *h ? reinterpret_cast<GrafVars*>(*h) : nullptr;
+  return h && *h && GetHandleSize(h) >= static_cast<Size>(sizeof(GrafVars))
+             ? reinterpret_cast<GrafVars*>(*h)
+             : nullptr;
 }
-
-}  // namespace
 
 void ApplyForeColor(SInt32 color) {
   GrafPtr port = CurrentPort();
@@ -118,12 +121,12 @@ KWE_API void KWE_CALL GetBackColor(RGBColor* color) {
 }
 
 KWE_API void KWE_CALL OpColor(const RGBColor* color) {
-  if (GrafVars* vars = color && CurrentAttr() ? VarsOf(CurrentPort()) : nullptr)
+  if (GrafVars* vars = color && CurrentAttr() ? GrafVarsOf(CurrentPort()) : nullptr)
     vars->rgbOpColor = *color;
 }
 
 KWE_API void KWE_CALL HiliteColor(const RGBColor* color) {
-  if (GrafVars* vars = color && CurrentAttr() ? VarsOf(CurrentPort()) : nullptr)
+  if (GrafVars* vars = color && CurrentAttr() ? GrafVarsOf(CurrentPort()) : nullptr)
     vars->rgbHiliteColor = *color;
 }
 

@@ -144,6 +144,9 @@ void AllowInternalSlot(bool allow);
 // Forgets every GDI object the port selected or made and puts the stock
 // ones back into its DC; what was last set in the DC is no longer known.
 void ResetGdiCache(PortAttr& a);
+// The port's pen and brush leave its DC but stay made, to be selected again
+// into the DC it draws into next.
+void DeselectGdiObjects(PortAttr& a);
 void FlushGdiState(PortAttr& a);
 
 // --- Device contexts the library holds. ---

@@ -11,6 +11,7 @@
 #include "quickdraw/ports/port_attr.h"
 #include "quickdraw/ports/screen_state.h"
 #include "quickdraw/regions/region_record.h"
+#include "quickdraw/shapes/arithmetic_drawing.h"
 #include "quickdraw/text/text_state.h"
 
 namespace kwe::quickdraw {
@@ -225,6 +226,7 @@ void CloseAnyPort(GrafPtr port) {
 void ReleasePortRecord(int slot) {
   PortAttr* a = AttrOfSlot(slot);
   if (!a) return;
+  ReleaseArithmeticSheets(a);
   FlushGdiState(*a);
   if (CurrentDC() == a->hdc && CurrentAttr() == a) SetCurrentDC(nullptr);
   if (a->flags & kWindowPortFlag) {

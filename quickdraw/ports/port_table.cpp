@@ -104,7 +104,13 @@ void MakeCurrent(GrafPtr port) {
   lowmem::At<GrafPtr>(lowmem::Slot::ThePort) = port;
 }
 
-bool IsColourPort(GrafPtr port) { return port && AsColour(port)->portVersion < 0; }
+// A colour port's portVersion has both top bits set (0xC000, a GWorld's
+// 0xE000), in the place of a plain port's portBits.rowBytes, whose top bits
+// are clear for a bitmap and only bit 15 for a pixel map handed to
+// SetPortBits: bit 15 alone does not make a colour port, as for CopyBits.
+bool IsColourPort(GrafPtr port) {
+  return port && (static_cast<UInt16>(AsColour(port)->portVersion) & 0xC000) == 0xC000;
+}
 
 void AllowInternalSlot(bool allow) { g_internalSlotAllowed = allow; }
 
@@ -143,21 +149,20 @@ bool AnyOrdinaryPortOpen() {
   return false;
 }
 
-// Objects the port made are taken out of its DC before they are deleted:
-// GDI refuses to delete an object that is selected.
-void ResetGdiCache(PortAttr& a) {
+void DeselectGdiObjects(PortAttr& a) {
   if (a.hdc && (a.pen || a.penPatternBrush)) {
     SelectObject(a.hdc, GetStockObject(BLACK_PEN));
     SelectObject(a.hdc, GetStockObject(WHITE_BRUSH));
   }
+  ForgetSelections(a);
+}
+
+// Objects the port made are taken out of its DC before they are deleted:
+// GDI refuses to delete an object that is selected.
+void ResetGdiCache(PortAttr& a) {
+  DeselectGdiObjects(a);
   if (a.hdc && a.textFont) SelectObject(a.hdc, GetStockObject(SYSTEM_FONT));
-  a.selectedRop2 = 0;
-  a.selectedBackgroundMode = 0;
-  a.selectedBkColorRef = CLR_INVALID;
-  a.selectedTextColorRef = CLR_INVALID;
-  a.selectedPenStyle = -1;
-  a.dirty =
-      static_cast<UInt16>((a.dirty | kPenDirty | kTextDirty) & ~(kPenSelected | kNullPenSelected));
+  a.dirty = static_cast<UInt16>(a.dirty | kPenDirty | kTextDirty);
   if (a.penPatternBrush) DeleteObject(a.penPatternBrush);
   a.penPatternBrush = nullptr;
   a.brushColourPattern = nullptr;

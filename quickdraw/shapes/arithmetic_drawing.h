@@ -19,6 +19,25 @@ namespace kwe::quickdraw {
 // mode is arithmetic and the port a colour port on a device deeper than 1.
 bool DrawsArithmetic(GrafPtr port, const PortAttr& a, Verb verb);
 
+// The two 32-bit sections the passes draw into, each in a memory DC of its
+// own (selecting a bitmap into a DC costs more than drawing a small shape).
+// One set is kept between calls, grown when a box reaches past it; a box
+// beyond kKeptSheetPixels gets a set of its own for the call.
+struct ArithmeticSheets {
+  HDC dcs[2] = {nullptr, nullptr};
+  HBITMAP sections[2] = {nullptr, nullptr};
+  void* bits[2] = {nullptr, nullptr};
+  HGDIOBJ replaced[2] = {nullptr, nullptr};
+  int width = 0, height = 0;
+  const PortAttr* user = nullptr;  // the port that last drew through them
+};
+constexpr int kKeptSheetPixels = 1 << 20;  // 4 MB a section
+
+// Gives the kept sheets back to GDI when the port that last used them is
+// closed (ClosePort, InitGraf and the end of QuickDraw); null: whoever used
+// them.
+void ReleaseArithmeticSheets(const PortAttr* closing);
+
 // Swaps the port's DC for the two sections while the verb is drawn in
 // them, then combines and puts the result back.
 class ArithmeticLayer {
@@ -39,10 +58,8 @@ class ArithmeticLayer {
   PortAttr& a_;
   RECT box_{};
   HDC portDC_ = nullptr;
-  HDC dc_ = nullptr;
-  HBITMAP sections_[2] = {nullptr, nullptr};
-  void* bits_[2] = {nullptr, nullptr};
-  HGDIOBJ replaced_ = nullptr;
+  ArithmeticSheets own_;  // a box too large for the kept sheets
+  ArithmeticSheets* sheets_ = nullptr;
   int pass_ = -1;
   int16_t penRop2_ = R2_COPYPEN;
   int16_t brushOriginH_ = 0, brushOriginV_ = 0;

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "frame/low_memory.h"
+#include "quickdraw/colour/device_colours.h"
 #include "quickdraw/patterns/pattern_brush.h"
 #include "quickdraw/patterns/port_patterns.h"
 #include "quickdraw/ports/standard_procedures.h"
@@ -218,8 +219,7 @@ bool HighlightDeviceRect(GrafPtr port, PortAttr& a, const RECT& r) {
   int w = r.right - r.left, h = r.bottom - r.top;
   if (a.deviceDepth <= 1 || w <= 0 || h <= 0) return false;
   RGBColor hilite = lowmem::At<RGBColor>(lowmem::Slot::HiliteRGB);
-  if (IsColourPort(port) && AsColour(port)->grafVars && *AsColour(port)->grafVars)
-    hilite = reinterpret_cast<GrafVars*>(*AsColour(port)->grafVars)->rgbHiliteColor;
+  if (const GrafVars* vars = GrafVarsOf(port)) hilite = vars->rgbHiliteColor;
   auto asPixel = [](COLORREF c) -> uint32_t {
     return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c);
   };

@@ -32,6 +32,9 @@ TEST(ColourTables, StandardTablesHoldTheToolboxColours) {
   } cases[] = {
       {1, 2, 0, {0xFFFF, 0xFFFF, 0xFFFF}},
       {1, 2, 1, {0, 0, 0}},
+      {2, 4, 1, {0xACAC, 0xACAC, 0xACAC}},
+      {2, 4, 2, {0x5555, 0x5555, 0x5555}},
+      {2, 4, 3, {0, 0, 0}},
       {4, 16, 2, {0xFFFF, 0x6464, 0x0202}},
       {4, 16, 15, {0, 0, 0}},
       {8, 256, 0, {0xFFFF, 0xFFFF, 0xFFFF}},
@@ -42,6 +45,11 @@ TEST(ColourTables, StandardTablesHoldTheToolboxColours) {
       {8, 256, 254, {0x1111, 0x1111, 0x1111}},
       {8, 256, 255, {0, 0, 0}},
       {20, 16, 1, {0xEEEE, 0xEEEE, 0xEEEE}},
+      {33, 2, 1, {0, 0, 0}},
+      {34, 4, 1, {0xAAAA, 0xAAAA, 0xAAAA}},
+      {34, 4, 3, {0, 0, 0}},
+      {36, 16, 1, {0xEEEE, 0xEEEE, 0xEEEE}},
+      {36, 16, 15, {0, 0, 0}},
       {40, 256, 1, {0xFEFE, 0xFEFE, 0xFEFE}},
       {40, 256, 255, {0, 0, 0}},
   };
@@ -54,8 +62,7 @@ TEST(ColourTables, StandardTablesHoldTheToolboxColours) {
         << got.green << " " << got.blue;
   }
   RGBColor none[256];
-  EXPECT_EQ(StandardTableColours(2, none), 0);
-  EXPECT_EQ(StandardTableColours(-1, none), 0);
+  for (int id : {-1, 0, 3, 16, 32, 35, 48}) EXPECT_EQ(StandardTableColours(id, none), 0) << id;
 }
 
 // A seeded sweep of random colours over random tables with repeated entries:
@@ -87,7 +94,7 @@ TEST(ColourTables, NearestEntryIsTheFirstOfTheNearest) {
 // its middle, the first of equally near ones; a colour's cell is found the
 // same way the Toolbox reads the table.
 TEST(ColourTables, InverseTableHoldsTheNearestEntryOfEveryCell) {
-  for (int id : {1, 4, 8, 40}) {
+  for (int id : {1, 2, 4, 8, 34, 40}) {
     auto t = Table(id);
     std::vector<uint8_t> itab(kInverseTableSize);
     BuildInverseTable(t.data(), static_cast<int>(t.size()), itab.data());

@@ -71,10 +71,80 @@ TEST_F(Devices, TheMainDeviceAndAnApplicationsOwn) {
   EXPECT_EQ(GetGDevice(), main);
 }
 
+// Search procedures for the table below: A answers every colour with 1, B
+// pure blue with 7, K pure blue with 255 (black), and G pure green with 5;
+// G writes its guess before it decides, so a declined answer still leaves
+// a position behind.
+Boolean KWE_CALL AllIsOne(RGBColor*, SInt32* position) {
+  *position = 1;
+  return true;
+}
+Boolean KWE_CALL BlueIsSeven(RGBColor* rgb, SInt32* position) {
+  if (rgb->blue != 0xFFFF || rgb->red || rgb->green) return false;
+  *position = 7;
+  return true;
+}
+Boolean KWE_CALL BlueIsBlack(RGBColor* rgb, SInt32* position) {
+  if (rgb->blue != 0xFFFF || rgb->red || rgb->green) return false;
+  *position = 255;
+  return true;
+}
+Boolean KWE_CALL GreenIsFive(RGBColor* rgb, SInt32* position) {
+  *position = 200;
+  if (rgb->green != 0xFFFF || rgb->red || rgb->blue) return false;
+  *position = 5;
+  return true;
+}
+ColorSearchProcPtr SearchProcedure(char name) {
+  return name == 'A'   ? AllIsOne
+         : name == 'B' ? BlueIsSeven
+         : name == 'K' ? BlueIsBlack
+                       : GreenIsFive;
+}
+
+// A device's search procedures are asked newest first, a declining one
+// passes the colour on to the older ones, and DelSearch unlinks one record
+// leaving the rest in order. Each row adds (+) and deletes (-) procedures
+// on a device of the application's own, then matches pure red, green and
+// blue (the table's own answers are 35, 185 and 210).
+TEST_F(Devices, SearchProceduresAnswerNewestFirstAndDecliningOnesPassOn) {
+  const struct {
+    const char* steps;
+    SInt32 red, green, blue;
+    bool realRed, realBlue;
+  } rows[] = {
+      {"", 35, 185, 210, true, true},      {"+G", 35, 5, 210, true, true},
+      {"+A+B+G", 1, 5, 7, false, false},   {"+A+B+G-B", 1, 5, 1, false, false},
+      {"+A+B+G-G", 1, 1, 7, false, false}, {"+A+B+G-A", 35, 5, 7, true, false},
+      {"+B+B-B", 35, 185, 7, true, false}, {"+K", 35, 185, 255, true, false},
+      {"-B+G-B", 35, 5, 210, true, true},
+  };
+  GDHandle main = GetMainDevice();
+  const RGBColor red{0xFFFF, 0, 0}, green{0, 0xFFFF, 0}, blue{0, 0, 0xFFFF};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << "steps \"" << row.steps << "\"");
+    GDHandle device = NewGDevice(0, 0);
+    ASSERT_NE(device, nullptr);
+    SetGDevice(device);
+    for (const char* s = row.steps; *s; s += 2)
+      (s[0] == '+' ? AddSearch : DelSearch)(SearchProcedure(s[1]));
+    EXPECT_EQ(Color2Index(&red), row.red);
+    EXPECT_EQ(Color2Index(&green), row.green);
+    EXPECT_EQ(Color2Index(&blue), row.blue);
+    EXPECT_EQ(bool(RealColor(&red)), row.realRed);
+    EXPECT_EQ(bool(RealColor(&blue)), row.realBlue);
+    DisposeGDevice(device);  // takes its procedures along
+    EXPECT_EQ(GetGDevice(), main);
+    EXPECT_EQ(Color2Index(&blue), 210);
+  }
+  EXPECT_EQ((**main).gdSearchProc, nullptr);
+}
+
 // The standard tables by id (their colours are checked natively in
 // colour_tables_test), and colour matching against the main device's table.
 TEST_F(Devices, ColourTablesAndMatchingAgainstTheMainDevice) {
-  const std::pair<SInt16, int> sizes[] = {{1, 2}, {4, 16}, {8, 256}, {20, 16}, {40, 256}};
+  const std::pair<SInt16, int> sizes[] = {{1, 2},  {2, 4},  {4, 16},  {8, 256}, {20, 16},
+                                          {33, 2}, {34, 4}, {36, 16}, {40, 256}};
   for (auto [id, size] : sizes) {
     CTabHandle t = GetCTable(id);
     ASSERT_NE(t, nullptr) << id;

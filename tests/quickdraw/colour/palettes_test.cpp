@@ -1,8 +1,7 @@
 // Palettes as Windows holds them: the logical palette behind each Toolbox
 // palette and what an 8-bit DIB section indexing it shows; the device's
 // table written with SetEntries into the screen palette; reserved entries,
-// search and complement procedures that colour matching consults, and
-// DeviceLoop.
+// complement procedures and DeviceLoop.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -97,15 +96,6 @@ TEST_F(Palettes, WindowsPalettesFollowTheirToolboxPalettes) {
   EXPECT_EQ(KWE_GetWindowsPalette(DefaultOwner(), nullptr), paramErr);
 }
 
-Boolean KWE_CALL BlueIsSeven(RGBColor* rgb, SInt32* position) {
-  if (rgb->blue != 0xFFFF || rgb->red || rgb->green) return false;
-  *position = 7;
-  return true;
-}
-Boolean KWE_CALL EverythingIsNine(RGBColor*, SInt32* position) {
-  *position = 9;
-  return true;
-}
 void KWE_CALL ToGrey(RGBColor* rgb) { *rgb = RGBColor{0x8000, 0x8000, 0x8000}; }
 
 struct LoopCall {
@@ -118,11 +108,11 @@ void KWE_CALL RecordLoop(SInt16 depth, SInt16 flags, GDHandle device, SInt32 dat
   g_loops.push_back({depth, flags, device, data});
 }
 
-// What colour matching answers as the device's table, its reserved entries
-// and its search procedures change; the screen palette SetEntries mirrors
-// into; complement procedures; DeviceLoop.
+// What colour matching answers as the device's table and its reserved
+// entries change; the screen palette SetEntries mirrors into; complement
+// procedures; DeviceLoop.
 TEST_F(Palettes, TheDevicesTableAndProceduresDecideColourMatching) {
-  RGBColor red{0xFFFF, 0, 0}, blue{0, 0, 0xFFFF}, dim{0x2000, 0x1000, 0x1000};
+  RGBColor red{0xFFFF, 0, 0}, dim{0x2000, 0x1000, 0x1000};
   CTabHandle device = (**(**GetMainDevice()).gdPMap).pmTable;
   SInt32 seed = (**device).ctSeed;
   ColorSpec specs[] = {{0, dim}, {0, {0, 0, 0}}, {0, {0xFFFF, 0xFFFF, 0xFFFF}}};
@@ -156,19 +146,6 @@ TEST_F(Palettes, TheDevicesTableAndProceduresDecideColourMatching) {
   EXPECT_EQ(Color2Index(&red), 35);
   ReserveEntry(256, true);
   EXPECT_EQ(QDError(), cRangeErr);
-
-  // Search procedures, newest first; those that decline pass on.
-  AddSearch(BlueIsSeven);
-  EXPECT_EQ(Color2Index(&blue), 7);
-  EXPECT_EQ(Color2Index(&red), 35);
-  AddSearch(EverythingIsNine);
-  EXPECT_EQ(Color2Index(&blue), 9);
-  DelSearch(EverythingIsNine);
-  EXPECT_EQ(Color2Index(&blue), 7);
-  DelSearch(BlueIsSeven);
-  DelSearch(BlueIsSeven);
-  EXPECT_NE(Color2Index(&blue), 7);
-  EXPECT_EQ((**GetMainDevice()).gdSearchProc, nullptr);
 
   RGBColor c = red;
   AddComp(ToGrey);
