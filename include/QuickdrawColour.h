@@ -235,6 +235,12 @@ KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits
                                    const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
                                    const Rect* dstRect, SInt16 mode, RgnHandle maskRgn);
 
+/* Moves the pixels of r in the current port by (dh, dv), within the part of
+   r that is visible and not clipped; what they leave is erased with the
+   background and returned in updateRgn (which may be null). The port's
+   coordinates do not change. */
+KWE_API void KWE_CALL ScrollRect(const Rect* r, SInt16 dh, SInt16 dv, RgnHandle updateRgn);
+
 #ifdef __cplusplus
 inline void AnimatePalette(WindowPtr w, CTabHandle ctab, SInt16 srcIndex, SInt16 dstEntry,
                            SInt16 dstLength) {

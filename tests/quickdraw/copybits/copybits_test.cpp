@@ -248,6 +248,53 @@ TEST_F(CopyBitsTest, BitmapsOntoThePortScaledMaskedAndWithinIt) {
   DisposeRgn(mask);
 }
 
+// ScrollRect moves the pixels of the part of its rectangle that the port
+// shows and does not clip, erases what they leave and hands that back; the
+// rest of the port keeps its pixels. Each case against a model of the canvas.
+TEST_F(CopyBitsTest, ScrollRectMovesOnlyWhatIsShownAndErasesWhatItLeaves) {
+  struct Case {
+    Rect r;
+    int dh, dv;
+    Rect clip;
+  } cases[] = {
+      {R(10, 10, 60, 50), 5, 0, R(0, 0, 256, 256)},
+      {R(10, 10, 60, 50), 0, -7, R(0, 0, 256, 256)},
+      {R(10, 10, 60, 50), -3, 4, R(20, 0, 256, 30)},  // the clip cuts the rectangle
+      {R(10, 10, 60, 50), 70, 0, R(0, 0, 256, 256)},  // moved wholly out: all erased
+  };
+  constexpr int kSize = 72;
+  for (const Case& c : cases) {
+    uint32_t before[kSize][kSize];
+    for (int y = 0; y < kSize; ++y)
+      for (int x = 0; x < kSize; ++x) {
+        before[y][x] = (x * 7 + y * 3) % 5 < 2 ? kBlack : kWhite;
+        canvas.Fill(before[y][x], RECT{x, y, x + 1, y + 1});
+      }
+    ClipRect(&c.clip);
+    RgnHandle update = NewRgn();
+    ScrollRect(&c.r, SInt16(c.dh), SInt16(c.dv), update);
+    Rect all = R(-32000, -32000, 32000, 32000);
+    ClipRect(&all);
+    auto movable = [&](int x, int y) {
+      Point p{SInt16(y), SInt16(x)};
+      return PtInRect(p, &c.r) && PtInRect(p, &c.clip);
+    };
+    for (int y = 0; y < kSize; ++y)
+      for (int x = 0; x < kSize; ++x) {
+        bool moved = movable(x, y) && movable(x - c.dh, y - c.dv);
+        uint32_t want = moved ? before[y - c.dv][x - c.dh] : movable(x, y) ? kWhite : before[y][x];
+        ASSERT_EQ(canvas.Pixel(x, y), want)
+            << "scroll by " << c.dh << "," << c.dv << " at " << x << "," << y;
+        ASSERT_EQ(PtInRgn(Point{SInt16(y), SInt16(x)}, update), movable(x, y) && !moved)
+            << "update region at " << x << "," << y;
+      }
+    DisposeRgn(update);
+  }
+  Rect r = R(0, 0, 8, 8);
+  ScrollRect(&r, 1, 1, nullptr);  // no region wanted
+  ScrollRect(nullptr, 1, 1, nullptr);
+}
+
 // CopyMask and CopyDeepMask: a checkerboard mask twice as coarse as the
 // destination lets through 2 x 2 blocks, into memory and onto the port, and
 // a region narrows it further.
