@@ -149,7 +149,7 @@ TEST_F(Alerts, APressOnTheLoneButtonsRightPartAnswersIt) {
   DWORD pressed = 0;
   SInt16 hit = 0;
   WhileModal({[&] {
-               HWND alert = GetForegroundWindow(), ok = GetDlgItem(alert, 1);
+               HWND alert = HwndOfDialog(FrontWindow()), ok = GetDlgItem(alert, 1);
                RECT r;
                GetWindowRect(ok, &r);
                SetCursorPos(r.right - 5, (r.top + r.bottom) / 2);
