@@ -165,6 +165,18 @@ bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRec
   if (!click || !clickRect) return click;
   RECT r;
   GetWindowRect(control, &r);
+  // The mouseDown goes where the control's window and its item's rectangle
+  // overlap: an alert's lone button keeps its width while its item is made
+  // 60 pixels wide, and a press on the rest of the button would otherwise
+  // fall outside every item and answer nothing.
+  ItemView v;
+  if (ItemAt(d, item, &v)) {
+    POINT corners[2] = {{v.rect.left - d->portRect.left, v.rect.top - d->portRect.top},
+                        {v.rect.right - d->portRect.left, v.rect.bottom - d->portRect.top}};
+    MapWindowPoints(dialog, nullptr, corners, 2);
+    RECT itemRect{corners[0].x, corners[0].y, corners[1].x, corners[1].y}, both;
+    if (IntersectRect(&both, &r, &itemRect)) r = both;
+  }
   *clickRect = Rect{SInt16(r.top), SInt16(r.left), SInt16(r.bottom), SInt16(r.right)};
   return true;
 }

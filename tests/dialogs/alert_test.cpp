@@ -140,3 +140,24 @@ TEST_F(Alerts, BadAlertsAnswerMinusOneAndLeaveNothing) {
 }
 
 }  // namespace
+
+// A lone button is centred at its own width while its item is made 60
+// pixels wide: a press on the part of the button past the item's rectangle
+// still answers the alert, at once rather than at the Escape that WhileModal
+// presses a second later.
+TEST_F(Alerts, APressOnTheLoneButtonsRightPartAnswersIt) {
+  DWORD pressed = 0;
+  SInt16 hit = 0;
+  WhileModal({[&] {
+               HWND alert = HwndOfDialog(FrontWindow()), ok = GetDlgItem(alert, 1);
+               RECT r;
+               GetWindowRect(ok, &r);
+               SetCursorPos(r.right - 5, (r.top + r.bottom) / 2);
+               PostMessageA(alert, WM_COMMAND, MAKEWPARAM(1, BN_CLICKED),
+                            reinterpret_cast<LPARAM>(ok));
+               pressed = GetTickCount();
+             }},
+             [&] { hit = Alert(301, nullptr); });
+  EXPECT_EQ(hit, 1);
+  EXPECT_LT(GetTickCount() - pressed, 500u) << "answered by the press, not by Escape";
+}
