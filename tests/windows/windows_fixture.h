@@ -2,14 +2,15 @@
 // shown, as a ported application starts (and the same with an MDI client);
 // helpers to make windows and to read back what USER and GDI hold.
 #pragma once
-#include <functional>
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "Events.h"
 #include "KWEWindows.h"
 #include "MacWindows.h"
 #include "support/test_host.h"
+#include "support/user_input.h"
 
 namespace kwe_test {
 
@@ -35,13 +36,6 @@ struct Footprint {
   }
 };
 std::ostream& operator<<(std::ostream& out, const Footprint& f);
-
-// A point of the window's frame whose hit test is hit, as a user aims at it.
-POINT FrameSpot(HWND hwnd, LRESULT hit);
-// That spot pressed and released, as posted input.
-void PostFrameClick(HWND hwnd, LRESULT hit);
-// Real mouse input through SendInput, at a screen point for moves.
-void SendMouse(DWORD flags, POINT at = {});
 
 class WindowTest : public SessionTest {
  protected:
@@ -69,11 +63,11 @@ class WindowTest : public SessionTest {
   RECT ClientInParent(WindowPtr w);
   // The colour Windows holds at a point of the window's client area.
   COLORREF Pixel(WindowPtr w, int h, int v);
-  // Runs the steps one per timer tick while the modal loop that the posted
-  // input starts runs (Windows' move and size loops take input only then).
-  void DuringModalLoop(std::vector<std::function<void()>> steps);
   // The next mouseDown, as the application's event loop would get it.
   bool NextMouseDown(EventRecord* e);
+  // The next mouseDown, which FindWindow must decode as this part of w;
+  // its point.
+  Point ExpectMouseDown(SInt16 part, WindowPtr w, const std::string& where = "");
   Footprint Now();
   // Other programs (tests running beside these) take the activation now and
   // then, which deactivates the front window as the user's click on their
