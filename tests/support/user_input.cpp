@@ -55,8 +55,6 @@ void WhileModal(std::vector<std::function<void()>> steps, const std::function<vo
     idle = 0;
   });
   call();
-  for (DWORD start = GetTickCount(); !run.Done() && GetTickCount() - start < 5000; Sleep(5))
-    PumpMessages();
 }
 
 }  // namespace kwe_test

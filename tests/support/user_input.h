@@ -23,10 +23,10 @@ POINT FrameSpot(HWND hwnd, LRESULT hit);
 void PostFrameClick(HWND hwnd, LRESULT hit);
 
 // Runs call while the steps play one per timer tick (the first after
-// interval milliseconds); steps the call leaves are played after it. A
-// call still running a second after the last step gets Escape on the
-// foreground window, again every second, so a broken modal loop fails
-// instead of hanging.
+// interval milliseconds); steps still left when it returns never run, so
+// a loop that ends too early misses them. A call still running a second
+// after the last step gets Escape on the foreground window, again every
+// second, so a broken modal loop fails instead of hanging.
 void WhileModal(std::vector<std::function<void()>> steps, const std::function<void()>& call,
                 UINT interval = 30);
 

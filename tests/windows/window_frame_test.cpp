@@ -89,16 +89,13 @@ TEST_F(FrameInput, RealClicksOnAWindowBehindAreOneMouseDownEach) {
   POINT grab = FrameSpot(KWE_GethWnd(back), HTCAPTION);
   SendMouse(MOUSEEVENTF_MOVE, grab);
   SendMouse(MOUSEEVENTF_LEFTDOWN);
-  WhileModal(
-      {[&] {
-         SendMouse(MOUSEEVENTF_MOVE, POINT{grab.x + 20, grab.y + 10});
-       },
-       [&] {
-         SendMouse(MOUSEEVENTF_MOVE, POINT{grab.x + 30, grab.y + 20});
-       },
-       [&] { SendMouse(MOUSEEVENTF_LEFTUP); }},
-      [this] { Pump(); }, 20);
-  Pump();
+  DuringModalLoop({[&] {
+                     SendMouse(MOUSEEVENTF_MOVE, POINT{grab.x + 20, grab.y + 10});
+                   },
+                   [&] {
+                     SendMouse(MOUSEEVENTF_MOVE, POINT{grab.x + 30, grab.y + 20});
+                   },
+                   [&] { SendMouse(MOUSEEVENTF_LEFTUP); }});
   RECT after = ClientInParent(back);
   EXPECT_EQ(std::make_pair(after.left - before.left, after.top - before.top),
             std::make_pair(30L, 20L));
@@ -134,14 +131,11 @@ class Grow : public Fixture {
     POINT corner = FrameSpot(hwnd, HTBOTTOMRIGHT);
     SetCursorPos(corner.x, corner.y);
     PostMessageA(hwnd, WM_NCLBUTTONDOWN, HTBOTTOMRIGHT, MAKELPARAM(corner.x, corner.y));
-    WhileModal(
-        {[&] {
-           SetCursorPos(corner.x + dx, corner.y + dy);
-           PostMessageA(hwnd, WM_MOUSEMOVE, MK_LBUTTON, 0);
-         },
-         [&] { PostMessageA(hwnd, WM_LBUTTONUP, 0, 0); }},
-        [this] { this->Pump(); }, 20);
-    this->Pump();
+    this->DuringModalLoop({[&] {
+                             SetCursorPos(corner.x + dx, corner.y + dy);
+                             PostMessageA(hwnd, WM_MOUSEMOVE, MK_LBUTTON, 0);
+                           },
+                           [&] { PostMessageA(hwnd, WM_LBUTTONUP, 0, 0); }});
     Point at = this->ExpectMouseDown(inGrow, w);
     Rect limits{80, 80, 1000, 1000};
     EXPECT_EQ(GrowWindow(bystander, at, &limits), 0);

@@ -168,6 +168,18 @@ COLORREF WindowTest::Pixel(WindowPtr w, int h, int v) {
   return c;
 }
 
+void WindowTest::DuringModalLoop(std::vector<std::function<void()>> steps) {
+  bool done = false;
+  steps.push_back([&done] { done = true; });
+  WhileModal(
+      std::move(steps),
+      [&] {
+        for (DWORD start = GetTickCount(); !done && GetTickCount() - start < 5000; Sleep(5)) Pump();
+      },
+      20);
+  Pump();
+}
+
 bool WindowTest::NextMouseDown(EventRecord* e) {
   for (int i = 0; i < kQuietPasses; ++i)
     if (GetNextEvent(mDownMask, e)) return true;

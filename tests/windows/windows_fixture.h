@@ -2,6 +2,7 @@
 // shown, as a ported application starts (and the same with an MDI client);
 // helpers to make windows and to read back what USER and GDI hold.
 #pragma once
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -63,6 +64,9 @@ class WindowTest : public SessionTest {
   RECT ClientInParent(WindowPtr w);
   // The colour Windows holds at a point of the window's client area.
   COLORREF Pixel(WindowPtr w, int h, int v);
+  // Runs the steps one per timer tick while the modal loop that the posted
+  // input starts runs (Windows' move and size loops take input only then).
+  void DuringModalLoop(std::vector<std::function<void()>> steps);
   // The next mouseDown, as the application's event loop would get it.
   bool NextMouseDown(EventRecord* e);
   // The next mouseDown, which FindWindow must decode as this part of w;
