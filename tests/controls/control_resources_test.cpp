@@ -167,7 +167,6 @@ TEST_F(ControlTest, NullHandlesAndWindowsAnswerZero) {
   Rect r{10, 10, 30, 90};
   EXPECT_EQ(NewControl(nullptr, &r, PStr("\x01X"), true, 0, 0, 1, 0, 0), nullptr);
   EXPECT_EQ(NewControl(window, nullptr, PStr("\x01X"), true, 0, 0, 1, 0, 0), nullptr);
-  EXPECT_EQ(GetNewControl(128, nullptr), nullptr);
   ControlHandle none = nullptr;
   EXPECT_EQ(GetControlValue(none) + GetControlMinimum(none) + GetControlMaximum(none) +
                 GetControlVariant(none) + GetControlReference(none) + TestControl(none, Point{}) +

@@ -9,7 +9,6 @@
 #include "resource_builder/resource_description.h"
 #include "resource_builder/resource_image.h"
 #include "support/resource_image_file.h"
-#include "support/timed_steps.h"
 
 namespace kwe_test {
 
@@ -54,19 +53,6 @@ HWND HwndOfDialog(DialogPtr d) { return KWE_GethWnd(d); }
 
 HWND ItemChild(DialogPtr d, int item) { return GetDlgItem(HwndOfDialog(d), item); }
 
-void PostKey(HWND to, UINT vk, bool shift, bool ctrl, bool alt) {
-  BYTE keys[256] = {};
-  GetKeyboardState(keys);
-  keys[VK_SHIFT] = shift ? 0x80 : 0;
-  keys[VK_CONTROL] = ctrl ? 0x80 : 0;
-  keys[VK_MENU] = alt ? 0x80 : 0;
-  SetKeyboardState(keys);
-  // Alt makes them system keys, with the context bit (29) set.
-  LPARAM down = LPARAM(1 | (MapVirtualKeyA(vk, 0) << 16) | (alt ? 1u << 29 : 0));
-  PostMessageA(to, alt ? WM_SYSKEYDOWN : WM_KEYDOWN, vk, down);
-  PostMessageA(to, alt ? WM_SYSKEYUP : WM_KEYUP, vk, down | LPARAM(3u << 30));
-}
-
 ::testing::AssertionResult Flat(const Footprint& before, const Footprint& after) {
   constexpr int kCacheSlack = 8;
   if (after.windows == before.windows && after.bytes == before.bytes && after.list == before.list &&
@@ -93,18 +79,6 @@ void DialogTest::Resources(const std::string& description) {
   std::string error;
   ASSERT_TRUE(resource_builder::ParseResourceDescription(description, list, error)) << error;
   OpenResourceImage(resource_builder::BuildResourceImage(list), "kwe_dlg_", &file, &refNum);
-}
-
-void DialogTest::WhileModal(std::vector<std::function<void()>> steps,
-                            const std::function<void()>& call) {
-  int idle = 0;
-  TimedSteps run(std::move(steps), 30, [&idle] {
-    // Past the steps: a loop still running after a second is pressed out.
-    if (++idle <= 33) return;
-    if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
-    idle = 0;
-  });
-  call();
 }
 
 SInt16 DialogTest::RunModal(std::vector<std::function<void()>> steps, ModalFilterProcPtr filter,

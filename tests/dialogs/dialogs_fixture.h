@@ -30,9 +30,6 @@ inline DialogPeek PeekDialog(DialogPtr d) { return reinterpret_cast<DialogPeek>(
 HWND HwndOfDialog(DialogPtr d);
 HWND ItemChild(DialogPtr d, int item);
 
-// Posts a key as the keyboard hook hands it to the dialog window.
-void PostKey(HWND to, UINT vk, bool shift = false, bool ctrl = false, bool alt = false);
-
 // USER's windows and the heap's bytes as they were; GDI's objects within a
 // few that Wine's own caches take now and then (a leak per dialog would
 // show hundreds over the cycles the tests run).
@@ -45,10 +42,6 @@ class DialogTest : public WindowTest {
   // Opens a resource file built from the text form; fails the test on a
   // mistake in it.
   void Resources(const std::string& description);
-  // Runs the steps one per timer tick (every 30 ms) while call runs, and
-  // presses Escape on the front window afterwards until call returns, so a
-  // broken modal loop fails instead of hanging.
-  void WhileModal(std::vector<std::function<void()>> steps, const std::function<void()>& call);
   // The application's loop: ModalDialog again until it answers an item of
   // stop; every answer is kept in hits.
   SInt16 RunModal(std::vector<std::function<void()>> steps, ModalFilterProcPtr filter = nullptr,

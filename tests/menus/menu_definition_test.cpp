@@ -61,17 +61,16 @@ class Definitions : public MenuTest {
 TEST_F(Definitions, AnMdefMenuIsSizedAndDrawnByItsProcedure) {
   MenuHandle drawn = GetMenu(150);
   ASSERT_NE(drawn, nullptr);
-  EXPECT_NE((**drawn).menuProc, 0u);
   EXPECT_EQ(std::vector<SInt16>(g_messages), std::vector<SInt16>{mSizeMsg});
   EXPECT_EQ((**drawn).menuWidth, 120);
-  MenuHandle plain = GetMenu(151);
-  EXPECT_EQ((**plain).menuProc, 0u);
   InsertMenu(NewMenu(1, P("Apple").c_str()), 0);
   InsertMenu(drawn, 0);
+  InsertMenu(GetMenu(151), 0);
   DrawMenuBar();
   HMENU popup = BarPopup(0);
   ASSERT_EQ(GetMenuItemCount(popup), 1);
   EXPECT_TRUE(GetMenuState(popup, 0, MF_BYPOSITION) & MF_OWNERDRAW);
+  EXPECT_EQ(Win32ItemAt(BarPopup(1), 0).text, "&One") << "an unregistered 'MDEF' is standard";
   MEASUREITEMSTRUCT measure{ODT_MENU, 0, GetMenuItemID(popup, 0), 0, 0, 0};
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
@@ -119,9 +118,9 @@ TEST_F(Definitions, TheMenuHookRunsWhileTheMouseIsOutsideThePopUp) {
   AppendMenu(m, P("A;B").c_str());
   SetCursorPos(20, 20);
   SendMouse(MOUSEEVENTF_LEFTDOWN);
-  DuringModal({[] { SetCursorPos(60, 60); }});
-  EXPECT_EQ(PopUpMenuSelect(m, 300, 300, 1), 0);
-  Finish();
+  SInt32 result = -1;
+  WhileModal({[] { SetCursorPos(60, 60); }}, [&] { result = PopUpMenuSelect(m, 300, 300, 1); });
+  EXPECT_EQ(result, 0);
   EXPECT_GE(g_hookCalls, 3);
   KWE_SetMenuHook(nullptr);
 }
@@ -183,35 +182,31 @@ TEST_F(Definitions, ResourceNamesAndFontsBecomeItems) {
   EXPECT_LE(CountMItems(trueType), CountMItems(fonts));
 }
 
-// DisposeMenu takes the menu out of the bar and the hierarchical list;
-// DeleteMenu looks in the hierarchical list first; InsertMenu before a menu
-// of the bar puts it there and lays the lefts out again.
-TEST_F(Definitions, InsertDeleteAndDisposeKeepTheListsWhole) {
-  MenuHandle a = NewMenu(10, P("A").c_str()), b = NewMenu(11, P("B").c_str());
-  MenuHandle c = NewMenu(12, P("C").c_str());
-  AppendMenu(a, P("Item").c_str());
+// InsertMenu before a menu of the bar puts it there, and not twice;
+// GetMenuHandle looks in the bar first and DeleteMenu in the hierarchical
+// list first; DisposeMenu takes the menu out of the bar; SetMenuBar brings
+// a saved bar back.
+TEST_F(Definitions, InsertDeleteAndDisposeKeepTheBarWhole) {
+  MenuHandle a = NewMenu(1, P("A").c_str()), b = NewMenu(11, P("B").c_str());
   InsertMenu(a, 0);
-  InsertMenu(c, 0);
+  InsertMenu(NewMenu(12, P("C").c_str()), 0);
   InsertMenu(b, 12);
   InsertMenu(b, 0);  // already there
-  auto* list = reinterpret_cast<MenuListPtr>(*vars.MenuList);
-  ASSERT_EQ(list->lastMenu, SInt16(3 * sizeof(MenuPair)));
-  EXPECT_EQ(list->menus[1].menuOH, b);
-  EXPECT_EQ(list->menus[1].menuLeft, (**a).menuWidth);
-  EXPECT_EQ(list->lastRight, (**a).menuWidth + (**b).menuWidth + (**c).menuWidth);
-  MenuHandle sub = NewMenu(11, P("Sub").c_str());
-  InsertMenu(sub, -1);
-  EXPECT_EQ(GetMenuHandle(11), b);  // the bar first
-  DeleteMenu(11);                   // the hierarchical list first
+  DrawMenuBar();
+  EXPECT_EQ(BarTitles(), (std::vector<std::string>{"&B", "&C"}));  // A is the Apple menu
+  InsertMenu(NewMenu(11, P("Sub").c_str()), -1);
+  EXPECT_EQ(GetMenuHandle(11), b);
+  DeleteMenu(11);
   EXPECT_EQ(GetMenuHandle(11), b);
   DisposeMenu(b);
-  EXPECT_EQ(GetMenuHandle(11), nullptr);
-  EXPECT_EQ(list->lastMenu, SInt16(2 * sizeof(MenuPair)));
+  DrawMenuBar();
+  EXPECT_EQ(BarTitles(), std::vector<std::string>{"&C"});
   Handle copy = GetMenuBar();
   ClearMenuBar();
-  EXPECT_EQ(GetMenuHandle(10), nullptr);
+  EXPECT_EQ(GetMenuHandle(12), nullptr);
   SetMenuBar(copy);
-  EXPECT_EQ(GetMenuHandle(12), c);
+  DrawMenuBar();
+  EXPECT_EQ(BarTitles(), std::vector<std::string>{"&C"});
   DisposeHandle(copy);
 }
 

@@ -103,27 +103,6 @@ TEST(MenuRecords, WalkFindsWholeItemsOfAnyCut) {
   }
 }
 
-TEST(MenuRecords, InsertedItemsShiftTheEnableBitsBehindThem) {
-  const struct {
-    UInt32 flags;
-    int after, count;
-    UInt32 disabled, expected;
-  } cases[] = {
-      {0x0000000F, 3, 1, 0, 0x1F},         // appended, enabled
-      {0x0000000F, 3, 1, 1, 0x0F},         // appended, disabled
-      {0x0000000B, 1, 2, 0, 0x0000002F},   // 1 kept, new 2 and 3, old 3 -> 5
-      {0x00000005, 0, 1, 1, 0x00000009},   // item 2 -> 3, new 1 disabled
-      {0xFFFFFFFF, 30, 3, 0, 0xFFFFFFFF},  // bits past 31 are dropped
-      {0x80000001, 0, 1, 0, 0x00000003},   // bit 31 moves out
-  };
-  for (const auto& c : cases)
-    EXPECT_EQ(ShiftInEnableBits(c.flags, c.after, c.count, c.disabled), c.expected)
-        << std::hex << c.flags << " after " << c.after;
-  EXPECT_TRUE(ItemEnabled(0x1, 33));
-  EXPECT_FALSE(ItemEnabled(0x0, 33));
-  EXPECT_FALSE(ItemEnabled(0x3, 2));
-}
-
 // Titles and items as Win32 shows them: one mnemonic per text, chosen at a
 // word's start first, then a consonant; ampersands doubled; Macintosh
 // characters substituted or converted.

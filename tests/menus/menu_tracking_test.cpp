@@ -49,11 +49,7 @@ TEST_F(Tracking, MenuSelectAnswersTheItemChosenInWindowsTracking) {
       {{VK_ESCAPE, VK_ESCAPE}, 0},
   };
   for (const auto& c : cases) {
-    std::vector<std::function<void()>> steps;
-    for (UINT key : c.keys) steps.push_back([this, key] { PostKey(key); });
-    DuringModal(steps);
-    SendMessageA(mainWindow, WM_SYSCOMMAND, SC_KEYMENU, 0);
-    Finish();
+    WhileModal(Keys(c.keys), [this] { SendMessageA(mainWindow, WM_SYSCOMMAND, SC_KEYMENU, 0); });
     EventRecord e{};
     WindowPtr w = nullptr;
     EXPECT_EQ(NextMouseDown(&e) ? FindWindo(e.where, &w) : -1, c.expected ? inMenuBar : -1);
@@ -74,9 +70,15 @@ TEST_F(Tracking, MenuSelectAnswersTheItemChosenInWindowsTracking) {
 // A WM_COMMAND posted from a timer while MenuSelect waits is its answer.
 TEST_F(Tracking, MenuSelectPicksUpACommandStillOnItsWay) {
   UINT id = GetMenuItemID(BarPopup(1), 4);
-  DuringModal({[&] { PostMessageA(mainWindow, WM_COMMAND, id, 0); }}, 1);
-  Sleep(20);
-  EXPECT_EQ(MenuSelect(Point{-1, -1}), (130 << 16) | 5);
+  SInt32 answer = 0;
+  WhileModal(
+      {[&] { PostMessageA(mainWindow, WM_COMMAND, id, 0); }},
+      [&] {
+        Sleep(20);
+        answer = MenuSelect(Point{-1, -1});
+      },
+      1);
+  EXPECT_EQ(answer, (130 << 16) | 5);
 }
 
 // Every command key of the bar, in either case, answers its item; disabled
@@ -118,13 +120,11 @@ TEST_F(Tracking, PopUpMenuSelectAnswersTheChosenItem) {
       {{VK_DOWN, VK_RETURN}, -666, (300 << 16) | 1},
   };
   for (const auto& c : cases) {
-    std::vector<std::function<void()>> steps;
     HWND shown = nullptr;
-    steps.push_back([&] { shown = FindWindowA("#32768", nullptr); });
-    for (UINT key : c.keys) steps.push_back([this, key] { PostKey(key); });
-    DuringModal(steps);
-    SInt32 result = PopUpMenuSelect(pop, 120, 100, c.popUpItem);
-    Finish();
+    std::vector<std::function<void()>> steps = Keys(c.keys);
+    steps.insert(steps.begin(), [&] { shown = FindWindowA("#32768", nullptr); });
+    SInt32 result = 0;
+    WhileModal(steps, [&] { result = PopUpMenuSelect(pop, 120, 100, c.popUpItem); });
     EXPECT_EQ(result, c.expected) << c.popUpItem;
     EXPECT_NE(shown, nullptr);
     EXPECT_FALSE(IsWindowVisible(FindWindowA("#32768", nullptr)) &&
@@ -139,11 +139,9 @@ TEST_F(Tracking, PopUpNearTheScreensEdgeMovesLeft) {
   AppendMenu(pop, P("A rather long item text;Two").c_str());
   int screen = GetSystemMetrics(SM_CXSCREEN);
   RECT at{};
-  DuringModal(
-      {[&] { GetWindowRect(FindWindowA("#32768", nullptr), &at); }, [&] { PostKey(VK_ESCAPE); }},
-      150);
-  PopUpMenuSelect(pop, 100, SInt16(screen - 10), 1);
-  Finish();
+  WhileModal(
+      {[&] { GetWindowRect(FindWindowA("#32768", nullptr), &at); }, Keys({VK_ESCAPE})[0]},
+      [&] { PopUpMenuSelect(pop, 100, SInt16(screen - 10), 1); }, 150);
   int width = (**pop).menuWidth;
   EXPECT_EQ(at.left, screen - width - 30 - 1);
 }
@@ -158,24 +156,25 @@ TEST_F(Tracking, OwnerDrawnItemsAreDrawnByTheLibrary) {
   CheckItem(pop, 2, true);
   int black = 0, ink = 0;
   RECT window{};
-  DuringModal({[&] {
-                 HWND h = FindWindowA("#32768", nullptr);
-                 GetWindowRect(h, &window);
-                 HDC dc = GetDC(nullptr);
-                 // Black icon pixels at the icon's place in item 1.
-                 for (int y = window.top + 4; y < window.top + 36; ++y)
-                   for (int x = window.left; x < window.left + 60; ++x)
-                     black += GetPixel(dc, x, y) == RGB(0, 0, 0);
-                 // Text pixels of the bold item.
-                 for (int y = window.top + 40; y < window.bottom; ++y)
-                   for (int x = window.left + 20; x < window.left + 80; ++x)
-                     ink += GetPixel(dc, x, y) == GetSysColor(COLOR_MENUTEXT);
-                 ReleaseDC(nullptr, dc);
-               },
-               [&] { PostKey(VK_ESCAPE); }},
-              200);
-  EXPECT_EQ(PopUpMenuSelect(pop, 100, 100, 1), 0);
-  Finish();
+  SInt32 result = -1;
+  WhileModal(
+      {[&] {
+         HWND h = FindWindowA("#32768", nullptr);
+         GetWindowRect(h, &window);
+         HDC dc = GetDC(nullptr);
+         // Black icon pixels at the icon's place in item 1.
+         for (int y = window.top + 4; y < window.top + 36; ++y)
+           for (int x = window.left; x < window.left + 60; ++x)
+             black += GetPixel(dc, x, y) == RGB(0, 0, 0);
+         // Text pixels of the bold item.
+         for (int y = window.top + 40; y < window.bottom; ++y)
+           for (int x = window.left + 20; x < window.left + 80; ++x)
+             ink += GetPixel(dc, x, y) == GetSysColor(COLOR_MENUTEXT);
+         ReleaseDC(nullptr, dc);
+       },
+       Keys({VK_ESCAPE})[0]},
+      [&] { result = PopUpMenuSelect(pop, 100, 100, 1); }, 200);
+  EXPECT_EQ(result, 0);
   EXPECT_GE(black, 32 * 20);
   EXPECT_GT(ink, 10);
 }

@@ -55,7 +55,6 @@ void MenuTest::SetUp() {
 }
 
 void MenuTest::TearDown() {
-  Finish();
   if (resourceRefNum > 0) CloseResFile(resourceRefNum);
   if (!resourceFile.empty()) DeleteFileA(resourceFile.c_str());
   WindowTest::TearDown();
@@ -76,17 +75,18 @@ HMENU MenuTest::BarPopup(int toolboxIndex) {
   return nullptr;
 }
 
-void MenuTest::DuringModal(std::vector<std::function<void()>> steps, UINT delay) {
-  Finish();
-  steps_ = std::make_unique<TimedSteps>(std::move(steps), delay);
+std::vector<std::function<void()>> MenuTest::Keys(const std::vector<UINT>& keys) {
+  std::vector<std::function<void()>> steps;
+  for (UINT vk : keys)
+    steps.push_back([this, vk] { PostKey(GetFocus() ? GetFocus() : mainWindow, vk); });
+  return steps;
 }
 
-void MenuTest::Finish() { steps_.reset(); }
-
-void MenuTest::PostKey(UINT vk) {
-  HWND to = GetFocus() ? GetFocus() : mainWindow;
-  PostMessageA(to, WM_KEYDOWN, vk, 1);
-  PostMessageA(to, WM_KEYUP, vk, LPARAM(0xC0000001));
+std::vector<std::string> MenuTest::BarTitles() {
+  std::vector<std::string> titles;
+  HMENU bar = GetMenu(mainWindow);
+  for (int i = 0, n = GetMenuItemCount(bar); i < n; ++i) titles.push_back(Win32ItemAt(bar, i).text);
+  return titles;
 }
 
 }  // namespace kwe_test

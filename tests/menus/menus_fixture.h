@@ -4,14 +4,12 @@
 // Win32 menu; input played while a modal menu loop runs.
 #pragma once
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "KWEMenus.h"
 #include "Menus.h"
 #include "support/menu_resources.h"
-#include "support/timed_steps.h"
 #include "windows/windows_fixture.h"
 
 namespace kwe_test {
@@ -37,18 +35,14 @@ class MenuTest : public WindowTest {
   // The Win32 popup of bar position (Toolbox menus from 0, the Apple menu
   // left out in merged mode).
   HMENU BarPopup(int toolboxIndex);
-  // Runs the steps one per timer tick, the first after delay milliseconds,
-  // while whatever call follows runs its modal loop; Finish() stops them.
-  void DuringModal(std::vector<std::function<void()>> steps, UINT delay = 30);
-  void Finish();
-  // A key pressed and released, as the keyboard posts it to the focus.
-  void PostKey(UINT vk);
+  // Steps that press and release these keys, as the keyboard posts them to
+  // the focus.
+  std::vector<std::function<void()>> Keys(const std::vector<UINT>& keys);
+  // The titles of the Win32 bar, left to right.
+  std::vector<std::string> BarTitles();
 
   std::string resourceFile;
   SInt16 resourceRefNum = -1;
-
- private:
-  std::unique_ptr<TimedSteps> steps_;
 };
 
 }  // namespace kwe_test

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "windows/windows_fixture.h"
 
@@ -11,17 +12,7 @@ namespace {
 
 using namespace kwe_test;
 
-class FrameInput : public WindowsOnTop {
- protected:
-  // The pseudo-point the input made, decoded by FindWindow.
-  void ExpectPart(SInt16 part, WindowPtr w, const std::string& where) {
-    EventRecord e{};
-    ASSERT_TRUE(NextMouseDown(&e)) << where;
-    WindowPtr found = nullptr;
-    EXPECT_EQ(FindWindow(e.where, &found), part) << where;
-    EXPECT_EQ(std::make_pair(e.where.h, found), std::make_pair(SInt16(-1), w)) << where;
-  }
-};
+using FrameInput = WindowsOnTop;
 
 // Close and zoom boxes, clicked (also the library's own on small-caption
 // windows) or chosen from the system menu: the part comes once for the
@@ -51,7 +42,7 @@ TEST_F(FrameInput, CloseAndZoomBoxesBecomePartsTheTrackCallsAnswerOnce) {
         SendMessageA(hwnd, WM_SYSCOMMAND, part == inZoomIn ? SC_RESTORE : c.input, 0);
       else
         PostFrameClick(hwnd, c.input);
-      ExpectPart(part, w, where);
+      EXPECT_EQ(ExpectMouseDown(part, w, where).h, -1) << where;
       EXPECT_FALSE(track(bystander, part)) << where;
       EXPECT_TRUE(track(w, part)) << where;
       EXPECT_FALSE(track(w, part)) << where;
@@ -65,25 +56,6 @@ TEST_F(FrameInput, CloseAndZoomBoxesBecomePartsTheTrackCallsAnswerOnce) {
   EXPECT_FALSE(NextMouseDown(&e));
 }
 
-// A real click in the content of a window behind is one mouseDown, at the
-// point, in that window's content: Windows' activation of it adds no drag.
-TEST_F(FrameInput, AContentClickOnAWindowBehindIsOneMouseDownInItsContent) {
-  WindowPtr back = Make(documentProc, {60, 30, 160, 190});
-  Make(zoomDocProc, {90, 120, 190, 300});
-  Drain();
-  RECT r;
-  GetWindowRect(KWE_GethWnd(back), &r);
-  SendMouse(MOUSEEVENTF_MOVE, POINT{r.left + 20, r.bottom - 20});
-  SendMouse(MOUSEEVENTF_LEFTDOWN);
-  SendMouse(MOUSEEVENTF_LEFTUP);
-  EventRecord e{};
-  WindowPtr found = nullptr;
-  ASSERT_TRUE(NextMouseDown(&e));
-  EXPECT_EQ(FindWindow(e.where, &found), inContent);
-  EXPECT_EQ(found, back);
-  EXPECT_FALSE(NextMouseDown(&e));
-}
-
 // PinRect keeps each coordinate within its own two edges, both included.
 TEST(PinRect, EachCoordinateIsClampedToItsOwnEdges) {
   const Rect r{10, 20, 50, 200};  // top, left, bottom, right
@@ -94,14 +66,26 @@ TEST(PinRect, EachCoordinateIsClampedToItsOwnEdges) {
     EXPECT_EQ(PinRect(&r, Pt(c.h, c.v)), SInt32(c.pinnedV << 16 | c.pinnedH)) << c.h << "," << c.v;
 }
 
-// A real press on the title bar of a window behind, a move and a release:
-// Windows moves it, the application gets inDrag for it, and DragWindow brings
-// it to the front and activates it; zooming returns to where it was dragged.
-TEST_F(FrameInput, ARealDragOfAWindowBehindIsInDragAndDragWindowSelectsIt) {
+// A real click in the content of a window behind is one mouseDown in its
+// content: Windows' activation of it adds no drag. A real press on its title
+// bar, a move and a release: Windows moves it, the application gets inDrag
+// for it, and DragWindow brings it to the front and activates it; zooming
+// returns to where it was dragged.
+TEST_F(FrameInput, RealClicksOnAWindowBehindAreOneMouseDownEach) {
   WindowPtr back = Make(documentProc, {60, 30, 160, 190});
   WindowPtr front = Make(zoomDocProc, {90, 120, 190, 300});
   Drain();
-  RECT before = ClientInParent(back);
+  RECT before;
+  GetWindowRect(KWE_GethWnd(back), &before);
+  SendMouse(MOUSEEVENTF_MOVE, POINT{before.left + 20, before.bottom - 20});
+  SendMouse(MOUSEEVENTF_LEFTDOWN);
+  SendMouse(MOUSEEVENTF_LEFTUP);
+  ExpectMouseDown(inContent, back, "content");
+  EventRecord e;
+  EXPECT_FALSE(NextMouseDown(&e));
+  SelectWindow(front);
+  Drain();
+  before = ClientInParent(back);
   POINT grab = FrameSpot(KWE_GethWnd(back), HTCAPTION);
   SendMouse(MOUSEEVENTF_MOVE, grab);
   SendMouse(MOUSEEVENTF_LEFTDOWN);
@@ -115,7 +99,7 @@ TEST_F(FrameInput, ARealDragOfAWindowBehindIsInDragAndDragWindowSelectsIt) {
   RECT after = ClientInParent(back);
   EXPECT_EQ(std::make_pair(after.left - before.left, after.top - before.top),
             std::make_pair(30L, 20L));
-  ExpectPart(inDrag, back, "drag");
+  ExpectMouseDown(inDrag, back, "drag");
   Rect limit{0, 0, 2000, 2000};
   DragWindow(back, Pt(-1, -inDrag), &limit);
   EXPECT_EQ(ListOrder(), (std::vector<WindowPtr>{back, front}));
@@ -152,16 +136,12 @@ class Grow : public Fixture {
                              PostMessageA(hwnd, WM_MOUSEMOVE, MK_LBUTTON, 0);
                            },
                            [&] { PostMessageA(hwnd, WM_LBUTTONUP, 0, 0); }});
-    EventRecord e{};
-    WindowPtr found = nullptr;
-    ASSERT_TRUE(this->NextMouseDown(&e));
-    EXPECT_EQ(FindWindow(e.where, &found), inGrow);
-    EXPECT_EQ(found, w);
+    Point at = this->ExpectMouseDown(inGrow, w);
     Rect limits{80, 80, 1000, 1000};
-    EXPECT_EQ(GrowWindow(bystander, e.where, &limits), 0);
-    SInt32 size = GrowWindow(w, e.where, &limits);
+    EXPECT_EQ(GrowWindow(bystander, at, &limits), 0);
+    SInt32 size = GrowWindow(w, at, &limits);
     EXPECT_EQ(size, expected);
-    EXPECT_EQ(GrowWindow(w, e.where, &limits), 0);
+    EXPECT_EQ(GrowWindow(w, at, &limits), 0);
     SizeWindow(w, SInt16(size & 0xFFFF), SInt16(size >> 16), true);
     EXPECT_EQ(std::make_pair(w->portRect.right, w->portRect.bottom),
               std::make_pair(SInt16(size & 0xFFFF), SInt16(size >> 16)));
@@ -229,35 +209,15 @@ TEST_F(MdiWindowTest, DocumentsAreMdiChildrenAndKeepTheirMinimumSize) {
     EXPECT_EQ(GetParent(KWE_GethWnd(w)) == mdiClient, &procID - kinds < 6) << procID;
   }
   EXPECT_EQ(Win32Order(), ListOrder());
-  for (WindowPtr w : ListOrder()) DisposeWindow(w);
-
   KWE_SetMinWinSize(130, 110);
   WindowPtr a = Make(documentProc, {20, 20, 170, 220});
   KWE_SetMinWinSize(0, 0);
   WindowPtr b = Make(documentProc, {40, 40, 190, 240});
-  SizeWindow(a, 10, 10, true);
-  SizeWindow(b, 10, 10, true);
-  EXPECT_EQ(std::make_pair(a->portRect.right, a->portRect.bottom),
-            std::make_pair(SInt16(130), SInt16(110)));
-  EXPECT_LT(b->portRect.bottom, 110);
   KWE_SetwPtrMinSize(b, 150, 120);
-  SizeWindow(b, 10, 10, true);
-  EXPECT_EQ(std::make_pair(b->portRect.right, b->portRect.bottom),
-            std::make_pair(SInt16(150), SInt16(120)));
-}
-
-// The program's own MoveWindow and SizeWindow, then the zoom box out and in:
-// the window comes back where the program last put it, not where it was made.
-TEST_F(FrameInput, ZoomingInReturnsWhereTheProgramPutTheWindow) {
-  WindowPtr w = Make(zoomDocProc, {60, 40, 160, 200});
-  MoveWindow(w, 130, 90, false);
-  SizeWindow(w, 220, 120, true);
-  RECT placed = ClientInParent(w);
-  ZoomWindow(w, inZoomOut, false);
-  ZoomWindow(w, inZoomIn, false);
-  RECT back = ClientInParent(w);
-  EXPECT_TRUE(EqualRect(&placed, &back))
-      << back.left << "," << back.top << " " << back.right << "," << back.bottom;
+  for (WindowPtr w : {a, b}) SizeWindow(w, 10, 10, true);
+  EXPECT_EQ(
+      std::make_tuple(a->portRect.right, a->portRect.bottom, b->portRect.right, b->portRect.bottom),
+      std::make_tuple(130, 110, 150, 120));
 }
 
 }  // namespace

@@ -42,10 +42,11 @@ RgnHandle LShape() {
 // Invalidated areas, less validated ones (before or after the update event
 // is taken), are all that the update's drawing reaches; nothing invalid left
 // means no update event. A hidden window in front hides nothing: CalcVis
-// leaves the visible region the whole port.
+// leaves the visible region the whole port. A window with a picture is drawn
+// from it, with no update event for the application.
 TEST_F(Updates, DrawingInAnUpdateReachesOnlyTheInvalidArea) {
   const Rect all{0, 0, 100, 160}, topLeft{0, 0, 50, 80}, bottom{50, 0, 100, 160};
-  const Rect small{10, 10, 40, 40}, around{0, 0, 50, 50};
+  const Rect small{10, 10, 40, 40}, around{0, 0, 50, 50}, left{0, 0, 100, 80};
   const struct {
     const Rect* inval;
     const Rect* valid;
@@ -53,21 +54,27 @@ TEST_F(Updates, DrawingInAnUpdateReachesOnlyTheInvalidArea) {
     bool regions;
     int events;
     const char* cells;
+    bool picture = false;
   } cases[] = {{&topLeft, nullptr, false, false, 1, "XX..XX.........."},
                {&all, &topLeft, false, false, 1, "..XX..XXXXXXXXXX"},
                {&all, &bottom, true, false, 1, "XXXXXXXX........"},
                {&small, &around, false, false, 0, "................"},
                {nullptr, nullptr, false, true, 1, "XXXXX...X...X..."},
                {&all, nullptr, true, true, 1, ".....XXX.XXX.XXX"},
-               {&all, nullptr, false, false, 1, "XXXXXXXXXXXXXXXX"}};
+               {&all, nullptr, false, false, 1, "XXXXXXXXXXXXXXXX"},
+               {&all, nullptr, false, false, 0, "XX..XX..XX..XX..", true}};
   WindowPtr w = Make(documentProc, {40, 40, 140, 200});
   Make(noGrowDocProc, {60, 60, 120, 150}, false);
   Drain();
   CalcVis(w);
   RgnHandle shape = LShape();
+  SetPort(w);
+  PicHandle pic = OpenPicture(&w->portRect);
+  PaintRect(&left);
+  ClosePicture();
   for (const auto& c : cases) {
     std::string where = std::string("case ") + c.cells;
-    SetPort(w);
+    SetWindowPic(w, c.picture ? pic : nullptr);
     EraseRect(&w->portRect);
     ASSERT_EQ(Cells(w), "................") << where;
     if (c.inval) InvalRect(c.inval);
@@ -83,31 +90,16 @@ TEST_F(Updates, DrawingInAnUpdateReachesOnlyTheInvalidArea) {
     EXPECT_EQ(Cells(w), c.cells) << where;
     EXPECT_TRUE(PaintUpdates().empty()) << where;
   }
+  SetWindowPic(w, nullptr);
+  KillPicture(pic);
   DisposeRgn(shape);
 }
 
-// A window with a picture is drawn from it: no update event reaches the
-// application, and the picture is in the window.
-TEST_F(Updates, AWindowWithAPictureIsDrawnFromIt) {
-  WindowPtr w = Make(documentProc, {40, 40, 140, 200});
-  Drain();
-  SetPort(w);
-  Rect left{0, 0, 100, 80};
-  PicHandle pic = OpenPicture(&w->portRect);
-  PaintRect(&left);
-  ClosePicture();
-  SetWindowPic(w, pic);
-  EraseRect(&w->portRect);
-  InvalRect(&w->portRect);
-  EXPECT_TRUE(PaintUpdates().empty());
-  EXPECT_EQ(Cells(w), "XX..XX..XX..XX..");
-  SetWindowPic(w, nullptr);
-  KillPicture(pic);
-}
-
-// A window uncovered by moving the one in front of it gets one update event,
-// and the update's drawing reaches the uncovered part only.
-TEST_F(Updates, AWindowUncoveredByAMoveGetsOneUpdateForThatPart) {
+// A window uncovered by moving the one in front of it gets one update
+// event, and the update's drawing reaches the uncovered part only.
+// Disposing of the window being updated ends its update: the current port
+// is not left on it, and the next window's update works as always.
+TEST_F(Updates, UncoveringAndDisposingInAnUpdateUpdateOnlyWhatIsInvalid) {
   WindowPtr back = Make(documentProc, {40, 40, 140, 200});
   WindowPtr front = Make(noGrowDocProc, {90, 110, 190, 310});
   Drain();
@@ -122,32 +114,26 @@ TEST_F(Updates, AWindowUncoveredByAMoveGetsOneUpdateForThatPart) {
   EXPECT_EQ(Pixel(back, covered.left - 2, 99), RGB(255, 255, 255));
   EXPECT_EQ(Pixel(back, 159, covered.top - 2), RGB(255, 255, 255));
   EXPECT_EQ(Pixel(back, 10, 10), RGB(255, 255, 255));
-}
 
-// Disposing of the window being updated ends its update: the current port is
-// not left on it, and the next window's update works as always.
-TEST_F(Updates, DisposingTheWindowInItsUpdateEndsTheUpdate) {
-  WindowPtr keep = Make(documentProc, {40, 40, 140, 200});
-  WindowPtr w = Make(zoomDocProc, {60, 220, 160, 380});
-  Drain();
-  SetPort(w);
-  InvalRect(&w->portRect);
+  SetPort(front);
+  InvalRect(&front->portRect);
   EventRecord e;
   ASSERT_TRUE(GetNextEvent(updateMask, &e));
-  ASSERT_EQ(EventWindow(e), w);
-  BeginUpdate(w);
-  DisposeWindow(w);
-  EndUpdate(w);
+  ASSERT_EQ(EventWindow(e), front);
+  BeginUpdate(front);
+  DisposeWindow(front);
+  EndUpdate(front);
   GrafPtr port = nullptr;
   GetPort(&port);
-  EXPECT_NE(port, w);
-  SetPort(keep);
+  EXPECT_NE(port, front);
+  SetPort(back);
+  EraseRect(&back->portRect);
   Rect corner{0, 0, 50, 80};
   InvalRect(&corner);
   std::map<WindowPtr, int> events = PaintUpdates();
   EXPECT_EQ(events.size(), 1u);
-  EXPECT_EQ(events[keep], 1);
-  EXPECT_EQ(Cells(keep), "XX..XX..........");
+  EXPECT_EQ(events[back], 1);
+  EXPECT_EQ(Cells(back), "XX..XX..........");
 }
 
 }  // namespace

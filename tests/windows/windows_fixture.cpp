@@ -44,33 +44,6 @@ std::ostream& operator<<(std::ostream& out, const Footprint& f) {
              << f.list.size() << " in the list";
 }
 
-POINT FrameSpot(HWND hwnd, LRESULT hit) {
-  RECT r;
-  GetWindowRect(hwnd, &r);
-  for (int y = r.top; y < r.bottom; ++y)
-    for (int x = r.left; x < r.right; ++x)
-      if (SendMessageA(hwnd, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == hit) return POINT{x, y};
-  ADD_FAILURE() << "no frame spot with hit test " << hit;
-  return POINT{r.left, r.top};
-}
-
-void PostFrameClick(HWND hwnd, LRESULT hit) {
-  POINT p = FrameSpot(hwnd, hit);
-  SetCursorPos(p.x, p.y);
-  PostMessageA(hwnd, WM_NCLBUTTONDOWN, WPARAM(hit), MAKELPARAM(p.x, p.y));
-  PostMessageA(hwnd, WM_LBUTTONUP, 0, 0);
-}
-
-void SendMouse(DWORD flags, POINT at) {
-  INPUT in{};
-  in.type = INPUT_MOUSE;
-  int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
-  in.mi.dx = (at.x * 65536 + width - 1) / width;
-  in.mi.dy = (at.y * 65536 + height - 1) / height;
-  in.mi.dwFlags = flags | (flags & MOUSEEVENTF_MOVE ? MOUSEEVENTF_ABSOLUTE : 0);
-  SendInput(1, &in, sizeof in);
-}
-
 Footprint WindowTest::Now() {
   UInt32 bytes = 0;
   KWE_ComputeMemorySize(nullptr, nullptr, nullptr, nullptr, &bytes);
@@ -196,13 +169,14 @@ COLORREF WindowTest::Pixel(WindowPtr w, int h, int v) {
 }
 
 void WindowTest::DuringModalLoop(std::vector<std::function<void()>> steps) {
-  {
-    TimedSteps run(std::move(steps), 20);
-    for (DWORD start = GetTickCount(); !run.Done() && GetTickCount() - start < 5000;) {
-      Pump();
-      Sleep(5);
-    }
-  }
+  bool done = false;
+  steps.push_back([&done] { done = true; });
+  WhileModal(
+      std::move(steps),
+      [&] {
+        for (DWORD start = GetTickCount(); !done && GetTickCount() - start < 5000; Sleep(5)) Pump();
+      },
+      20);
   Pump();
 }
 
@@ -210,6 +184,15 @@ bool WindowTest::NextMouseDown(EventRecord* e) {
   for (int i = 0; i < kQuietPasses; ++i)
     if (GetNextEvent(mDownMask, e)) return true;
   return false;
+}
+
+Point WindowTest::ExpectMouseDown(SInt16 part, WindowPtr w, const std::string& where) {
+  EventRecord e{};
+  EXPECT_TRUE(NextMouseDown(&e)) << where;
+  WindowPtr found = nullptr;
+  EXPECT_EQ(FindWindow(e.where, &found), part) << where;
+  EXPECT_EQ(found, w) << where;
+  return e.where;
 }
 
 }  // namespace kwe_test

@@ -4,12 +4,14 @@
 #pragma once
 #include <functional>
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "Events.h"
 #include "KWEWindows.h"
 #include "MacWindows.h"
 #include "support/test_host.h"
+#include "support/user_input.h"
 
 namespace kwe_test {
 
@@ -35,13 +37,6 @@ struct Footprint {
   }
 };
 std::ostream& operator<<(std::ostream& out, const Footprint& f);
-
-// A point of the window's frame whose hit test is hit, as a user aims at it.
-POINT FrameSpot(HWND hwnd, LRESULT hit);
-// That spot pressed and released, as posted input.
-void PostFrameClick(HWND hwnd, LRESULT hit);
-// Real mouse input through SendInput, at a screen point for moves.
-void SendMouse(DWORD flags, POINT at = {});
 
 class WindowTest : public SessionTest {
  protected:
@@ -74,6 +69,9 @@ class WindowTest : public SessionTest {
   void DuringModalLoop(std::vector<std::function<void()>> steps);
   // The next mouseDown, as the application's event loop would get it.
   bool NextMouseDown(EventRecord* e);
+  // The next mouseDown, which FindWindow must decode as this part of w;
+  // its point.
+  Point ExpectMouseDown(SInt16 part, WindowPtr w, const std::string& where = "");
   Footprint Now();
   // Other programs (tests running beside these) take the activation now and
   // then, which deactivates the front window as the user's click on their
