@@ -18,8 +18,13 @@ namespace {
 using namespace kwe_test;
 using Ints = std::vector<int>;
 
-// The list's cells as the model sees them: model[h][v].
-using Model = std::vector<std::vector<std::string>>;
+// The list's cells as the model sees them: model[h][v], its text and whether
+// it is selected.
+struct Item {
+  std::string text;
+  bool selected = false;
+};
+using Model = std::vector<std::vector<Item>>;
 
 std::string Check(ListHandle l, const Model& model, bool grid) {
   HWND box = KWE_GetHWNDFromListHandle(l);
@@ -30,13 +35,19 @@ std::string Check(ListHandle l, const Model& model, bool grid) {
   int items = int(SendMessageA(box, LB_GETCOUNT, 0, 0));
   if (items != (grid ? rows : columns * rows)) return "item count " + std::to_string(items);
   std::vector<std::string> texts = grid ? std::vector<std::string>() : Items(box);
+  Ints selected;
   for (int h = 0; h < columns; ++h)
     for (int v = 0; v < rows; ++v) {
+      const Item& m = model[size_t(h)][size_t(v)];
       std::string where = " at " + std::to_string(h) + "," + std::to_string(v);
-      if (CellText(l, At(h, v)) != model[size_t(h)][size_t(v)]) return "cell" + where;
-      if (!grid && texts[size_t(h * rows + v)] != model[size_t(h)][size_t(v)])
-        return "item" + where;
+      if (CellText(l, At(h, v)) != m.text) return "cell" + where;
+      if (!grid && texts[size_t(h * rows + v)] != m.text) return "item" + where;
+      if (m.selected) selected.push_back(h * rows + v);
     }
+  if (SelectedCells(l) != selected)
+    return "selected cells " + ::testing::PrintToString(SelectedCells(l)) + " against " +
+           ::testing::PrintToString(selected);
+  if (!grid && SelectedItems(box) != selected) return "selected items";
   return "";
 }
 
@@ -46,56 +57,74 @@ std::string Word(std::mt19937& rng) {
   return s;
 }
 
-// Edit scripts over a text list of one column and over a grid: set, append,
-// clear, add and delete rows (and columns for the grid).
-void Sweep(ListTest* t, ListHandle l, Model model, bool grid, unsigned seed) {
+// Edit scripts over a list: set, append, clear, add and delete rows (and
+// columns for the grid), select and deselect cells (lOnlyOne keeps one), and
+// deactivate, which hides a multiple selection until LActivate brings it back.
+void Sweep(ListTest* t, ListHandle l, Model model, bool grid, bool onlyOne, unsigned seed) {
   std::mt19937 rng(seed);
+  HWND box = KWE_GetHWNDFromListHandle(l);
   for (int step = 0; step < 60; ++step) {
     int columns = int(model.size()), rows = int(model[0].size());
-    int op = int(rng() % (grid ? 7 : 5));
+    int op = int(rng() % (grid ? 9 : 7));
     int h = columns ? int(rng() % unsigned(columns)) : 0;
     int v = int(rng() % unsigned(rows + 1));
     std::string w = Word(rng);
+    SCOPED_TRACE(::testing::Message() << "seed " << seed << " step " << step << " op " << op);
     if (op == 0 && v < rows) {
       t->SetCell(l, At(h, v), w);
-      model[size_t(h)][size_t(v)] = w;
+      model[size_t(h)][size_t(v)].text = w;
     } else if (op == 1 && v < rows) {
       LAddToCell(w.data(), SInt16(w.size()), At(h, v), l);
-      model[size_t(h)][size_t(v)] += w;
+      model[size_t(h)][size_t(v)].text += w;
     } else if (op == 2 && v < rows) {
       LClrCell(At(h, v), l);
-      model[size_t(h)][size_t(v)].clear();
+      model[size_t(h)][size_t(v)].text.clear();
     } else if (op == 3) {
       int n = 1 + int(rng() % 3);
-      EXPECT_EQ(LAddRow(SInt16(n), SInt16(v), l), v) << "seed " << seed << " step " << step;
-      for (auto& column : model) column.insert(column.begin() + v, size_t(n), "");
+      EXPECT_EQ(LAddRow(SInt16(n), SInt16(v), l), v);
+      for (auto& column : model) column.insert(column.begin() + v, size_t(n), Item{});
     } else if (op == 4 && v < rows && rows > 1) {
       int n = std::min(1 + int(rng() % 2), rows - v - (v == 0 ? 1 : 0));
       if (n <= 0) continue;
       LDelRow(SInt16(n), SInt16(v), l);
       for (auto& column : model) column.erase(column.begin() + v, column.begin() + v + n);
-    } else if (op == 5 && columns < 5) {
+    } else if (op == 5 && v < rows) {
+      bool on = rng() % 3 != 0;
+      LSetSelect(on, At(h, v), l);
+      for (auto& column : model)
+        for (Item& m : column) m.selected &= !(on && onlyOne);
+      model[size_t(h)][size_t(v)].selected = on;
+    } else if (op == 6) {
+      LActivate(false, l);
+      EXPECT_FALSE(IsWindowEnabled(box));
+      if (!grid && !onlyOne) {
+        EXPECT_EQ(SelectedItems(box), Ints{});
+      }
+      LActivate(true, l);
+      EXPECT_TRUE(IsWindowEnabled(box));
+    } else if (op == 7 && columns < 5) {
       int at = int(rng() % unsigned(columns + 1));
-      EXPECT_EQ(LAddColumn(1, SInt16(at), l), at) << "seed " << seed << " step " << step;
-      model.insert(model.begin() + at, std::vector<std::string>(size_t(rows)));
-    } else if (op == 6 && columns > 2) {
+      EXPECT_EQ(LAddColumn(1, SInt16(at), l), at);
+      model.insert(model.begin() + at, std::vector<Item>(size_t(rows)));
+    } else if (op == 8 && columns > 2) {
       LDelColumn(1, SInt16(h), l);
       model.erase(model.begin() + h);
     }
-    ASSERT_EQ(Check(l, model, grid), "") << "seed " << seed << " step " << step << " op " << op;
+    ASSERT_EQ(Check(l, model, grid), "");
   }
 }
 
-// Seeds 1-3: a text list of one column; 4-6: three columns in one list box
-// that holds every cell; 7-10: a grid.
+// Seeds 1-4: a text list of one column; 5-8: three columns in one list box
+// that holds every cell; 9-12: a grid. Odd seeds ask for lOnlyOne; a grid,
+// one list box item a row, keeps one selected cell whatever the flags.
 TEST_F(ListTest, CellsMatchItemsThroughEditScripts) {
-  for (unsigned seed = 1; seed <= 10; ++seed) {
-    bool grid = seed > 6;
-    int columns = seed <= 3 ? 1 : 3, rows = grid ? 4 : 5;
-    KWE_LSetSelFlags(grid ? 0x0082 : 0x0482);
+  for (unsigned seed = 1; seed <= 12; ++seed) {
+    bool grid = seed > 8, onlyOne = grid || seed % 2;
+    int columns = seed <= 4 ? 1 : 3, rows = grid ? 4 : 5;
+    KWE_LSetSelFlags(UInt16((seed > 4 && !grid ? 0x0400 : 0) | (onlyOne ? 0x0082 : 0x0002)));
     ListHandle l = MakeList(columns, rows);
     ASSERT_NE(l, nullptr);
-    Sweep(this, l, Model(size_t(columns), std::vector<std::string>(size_t(rows))), grid, seed);
+    Sweep(this, l, Model(size_t(columns), std::vector<Item>(size_t(rows))), grid, onlyOne, seed);
     LDispose(l);
   }
 }
@@ -189,30 +218,6 @@ class ListSelectionTest : public ListTest {
   }
 };
 
-TEST_F(ListSelectionTest, SetSelectShowsInTheListBox) {
-  struct {
-    UInt16 options;
-    std::vector<std::pair<int, bool>> steps;
-    Ints cells, items;
-  } cases[] = {
-      // Multiple selection: each cell on its own.
-      {0x0000, {{1, true}, {3, true}, {1, false}, {4, true}}, {3, 4}, {3, 4}},
-      // lOnlyOne: a new selection moves the old one.
-      {0x0080, {{1, true}, {3, true}}, {3}, {3}},
-      {0x0080, {{2, true}, {2, false}}, {}, {}},
-  };
-  for (const auto& k : cases) {
-    ListHandle l = Filled(5, k.options);
-    for (auto [v, on] : k.steps) LSetSelect(on, At(0, v), l);
-    EXPECT_EQ(SelectedCells(l), k.cells) << k.options;
-    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options;
-    // New texts replace the items and keep their selection.
-    for (int v = 0; v < 5; ++v) SetCell(l, At(0, v), "renamed " + std::to_string(v));
-    EXPECT_EQ(SelectedItems(KWE_GetHWNDFromListHandle(l)), k.items) << k.options << " renamed";
-    LDispose(l);
-  }
-}
-
 // Each case clicks the items of a six-row list in turn; LClick answers
 // whether the last click was the second of a double click.
 TEST_F(ListSelectionTest, ClicksSelectByTheModifierRules) {
@@ -280,21 +285,6 @@ TEST_F(ListSelectionTest, GridClickSelectsTheCellUnderThePoint) {
   EXPECT_EQ(GetPixel(dc, 45, row.bottom - 2), GetSysColor(COLOR_HIGHLIGHT));
   EXPECT_EQ(GetPixel(dc, 95, row.bottom - 2), GetSysColor(COLOR_WINDOW));
   ReleaseDC(box, dc);
-}
-
-TEST_F(ListSelectionTest, DeactivationHidesTheSelectionAndActivationRestoresIt) {
-  ListHandle l = Filled(5, 0x0000);
-  LSetSelect(true, At(0, 1), l);
-  LSetSelect(true, At(0, 4), l);
-  HWND box = KWE_GetHWNDFromListHandle(l);
-  LActivate(false, l);
-  EXPECT_EQ((**l).lActive, 0);
-  EXPECT_FALSE(IsWindowEnabled(box));
-  EXPECT_EQ(SelectedItems(box), Ints{});
-  EXPECT_EQ(SelectedCells(l), (Ints{1, 4}));
-  LActivate(true, l);
-  EXPECT_TRUE(IsWindowEnabled(box));
-  EXPECT_EQ(SelectedItems(box), (Ints{1, 4}));
 }
 
 }  // namespace

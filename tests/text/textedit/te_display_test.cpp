@@ -48,24 +48,36 @@ class Display : public TextEditTest {
 
 const char kText[] = "The quick brown fox jumps over the lazy dog\rand keeps running far away";
 
-TEST_F(Display, UpdatesDrawOnlyInsideTheirRectangleAndTheView) {
+// TEUpdate draws only inside its rectangle and the view, TETextBox only
+// inside its box: the text on a fresh background, mostly light.
+TEST_F(Display, UpdatesAndTextBoxesDrawOnlyInsideTheirRectangle) {
   Rect view{20, 20, 120, 220};
   TEHandle te = Record(view);
   SetText(te, kText);
   Rect areas[] = {{0, 0, 300, 400}, {30, 40, 60, 120}, {10, 10, 40, 300}, {100, 200, 140, 260}};
-  for (const Rect& area : areas) {
-    Black();
-    TEUpdate(&area, te);
-    Rect inside{std::max(area.top, view.top), std::max(area.left, view.left),
-                std::min(area.bottom, view.bottom), std::min(area.right, view.right)};
-    for (int v = 0; v < 160; v += 3)
-      for (int h = 0; h < 260; h += 3) {
-        bool in = v >= inside.top && v < inside.bottom && h >= inside.left && h < inside.right;
-        ASSERT_TRUE(in || Dark(h, v)) << "drawn outside at " << h << "," << v;
+  for (bool box : {false, true})
+    for (const Rect& area : areas) {
+      SCOPED_TRACE(::testing::Message()
+                   << (box ? "box " : "update ") << area.top << "," << area.left);
+      Black();
+      Rect inside = area;
+      if (box) {
+        TETextBox(kText, sizeof kText - 1, &area, teJustCenter);
+      } else {
+        TEUpdate(&area, te);
+        SectRect(&area, &view, &inside);
       }
-    // Inside: the text on a fresh background, mostly light.
-    EXPECT_LT(DarkIn(inside), Cells(inside) / 2) << area.top << "," << area.left;
-  }
+      for (int v = 0; v < 160; v += 3)
+        for (int h = 0; h < 260; h += 3) {
+          bool in = v >= inside.top && v < inside.bottom && h >= inside.left && h < inside.right;
+          ASSERT_TRUE(in || Dark(h, v)) << "drawn outside at " << h << "," << v;
+        }
+      EXPECT_LT(DarkIn(inside), Cells(inside) / 2);
+      EXPECT_TRUE(!box || DarkIn(inside) > 0) << "the box shows text";
+    }
+  Black();
+  TETextBox("nothing", 0, &areas[1], teJustLeft);
+  EXPECT_EQ(DarkIn(areas[1]), Cells(areas[1]));
 }
 
 // The selection shows inverted while the record is active; the caret blinks
@@ -154,18 +166,6 @@ TEST_F(Display, ScrollingMovesTheTextAndPinsAtTheBottom) {
   Point p = TEGetPoint((*te)->teLength, te);
   EXPECT_LE(p.v, view.bottom);
   EXPECT_GE(p.v - (*te)->lineHeight, view.top);
-}
-
-TEST_F(Display, TextBoxDrawsInItsBoxOnly) {
-  Black();
-  Rect box{30, 30, 90, 150};
-  TETextBox("nothing", 0, &box, teJustLeft);
-  EXPECT_EQ(DarkIn(box), Cells(box));
-  TETextBox(kText, sizeof kText - 1, &box, teJustCenter);
-  EXPECT_LT(DarkIn(box), Cells(box) / 2);
-  EXPECT_GT(DarkIn(box), 0);
-  for (Rect around : {Rect{10, 10, 28, 200}, Rect{92, 10, 120, 200}})
-    EXPECT_EQ(DarkIn(around), Cells(around));
 }
 
 // Macintosh Roman text reaches Windows through the library's character-set
