@@ -57,7 +57,6 @@ TEST_F(ListTest, EachShapeOfListGetsItsListBox) {
     EXPECT_EQ((bar.rgstate[0] & STATE_SYSTEM_UNAVAILABLE) != 0, k.vBar && keepsBars) << k.name;
     EXPECT_EQ(GetDlgCtrlID(box), k.idMark | (**l).lReserved) << k.name;
     EXPECT_EQ(SendMessageA(box, LB_GETCOUNT, 0, 0), k.items) << k.name;
-    EXPECT_EQ((**l).selFlags, SInt8(k.options & 0xFF)) << k.name;
     LDispose(l);
     EXPECT_FALSE(IsWindow(box)) << k.name;
   }
@@ -160,7 +159,9 @@ TEST_F(ListTest, The256thListIsRefusedWithAMessage) {
   EXPECT_EQ((**again).lReserved, 100);
 }
 
-TEST_F(ListTest, FootprintStaysFlatOverAThousandLists) {
+// More lists than the table's 255 slots, so a slot left behind shows as a
+// refused list; windows, GDI objects and memory come back exactly.
+TEST_F(ListTest, FootprintStaysFlatOverThreeHundredLists) {
   auto cycle = [&](int i) {
     KWE_LSetSelFlags(i % 2 ? 0x0082 : 0x0002);
     ListHandle l = MakeList(1 + i % 3, 8, Rect{20, 20, 120, 220}, true, i % 4 == 0);
@@ -173,7 +174,7 @@ TEST_F(ListTest, FootprintStaysFlatOverAThousandLists) {
   };
   for (int i = 0; i < 20; ++i) cycle(i);
   Footprint before = Now();
-  for (int i = 0; i < 1000; ++i) cycle(i);
+  for (int i = 0; i < 300; ++i) cycle(i);
   EXPECT_EQ(Now(), before);
 }
 
