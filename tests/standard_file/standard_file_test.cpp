@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <functional>
 
 #include "KWEStandardFile.h"
 #include "files/files_fixture.h"
@@ -54,13 +55,16 @@ struct DialogSeen {
   int refusals = 0;                  // names after which the dialog stayed open
 };
 
-// The user of the open and save dialogs: notes what the dialog shows, then
-// types each name into the name field and presses Open/Save (an empty name
-// presses Cancel).
+// The user of the open and save dialogs: notes what the dialog shows (and
+// does what else is asked meanwhile), then types each name into the name
+// field and presses Open/Save (an empty name presses Cancel).
 class FileDialogDriver {
  public:
-  explicit FileDialogDriver(std::vector<std::string> names)
-      : user_([this, names](HWND dialog) { Play(dialog, names); }) {}
+  explicit FileDialogDriver(std::vector<std::string> names, std::function<void()> meanwhile = {})
+      : user_([this, names, meanwhile](HWND dialog) {
+          if (meanwhile) meanwhile();
+          Play(dialog, names);
+        }) {}
   const DialogSeen& Seen() {
     seen_.title = user_.Title();
     return seen_;
@@ -105,12 +109,29 @@ class StandardFileTest : public FilesTest {
 // The filter list holds the records of the asked types (every record and
 // "All Files" when none is asked, "All Files" alone when no record has the
 // type); the filter procedure and overlong names are refused until a good
-// choice, whose reply names the file.
+// choice, whose reply names the file. The dialog closes every open file
+// while it runs (another program may take them), and they read on
+// afterwards from where they were.
 TEST_F(StandardFileTest, OpenDialogListsTheAskedTypesAndNamesTheChosenFile) {
   const OSType onlyText[] = {kText}, unknown[] = {kOther};
+  WriteRaw(At("data.bin"), "0123456789");
+  SInt16 refNum = 0;
+  ASSERT_EQ(FSOpen(P("data.bin"), 0, &refNum), noErr);
+  char bytes[4] = {};
+  SInt32 count = 3;
+  ASSERT_EQ(FSRead(refNum, &count, bytes), noErr);
+  bool exclusive = false;
   StandardFileReply reply;
-  FileDialogDriver driver({"notes.txt"});
+  FileDialogDriver driver({"notes.txt"}, [&, path = At("data.bin")] {
+    HANDLE h = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    exclusive = h != INVALID_HANDLE_VALUE;
+    if (exclusive) CloseHandle(h);
+  });
   StandardGetFile(nullptr, 1, onlyText, &reply);
+  EXPECT_TRUE(exclusive) << "the open file was parked";
+  ASSERT_EQ(FSRead(refNum, &count, bytes), noErr);
+  EXPECT_EQ(std::string(bytes, 3), "345");
+  FSClose(refNum);
   EXPECT_EQ(driver.Seen().filters,
             (std::vector<std::string>{"Text documents (*.TXT)", "ASCII (*.ASC)"}));
   ASSERT_TRUE(reply.sfGood);
@@ -180,34 +201,6 @@ TEST_F(StandardFileTest, SaveNamesTheFileAndCancelLeavesAClearedReplyAndNothingB
   EXPECT_EQ(capture.Reports().back(), "CustomGetFile");
   EXPECT_LE(LiveGdiObjects(), gdi + 8);
   EXPECT_EQ(ThreadWindows(), windows);
-}
-
-// The open dialog closes every open file while it runs (another program may
-// take them), and they read on afterwards from where they were.
-TEST_F(StandardFileTest, OpenFilesAreParkedWhileTheOpenDialogRuns) {
-  WriteRaw(At("data.bin"), "0123456789");
-  SInt16 refNum = 0;
-  ASSERT_EQ(FSOpen(P("data.bin"), 0, &refNum), noErr);
-  char bytes[4] = {};
-  SInt32 count = 3;
-  ASSERT_EQ(FSRead(refNum, &count, bytes), noErr);
-  std::string path = At("data.bin");
-  bool exclusiveDuringDialog = false;
-  SFReply reply;
-  {
-    DialogUser user([&](HWND dialog) {
-      HANDLE h = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-      exclusiveDuringDialog = h != INVALID_HANDLE_VALUE;
-      if (h != INVALID_HANDLE_VALUE) CloseHandle(h);
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    SFGetFile(Point{}, nullptr, nullptr, -1, nullptr, nullptr, &reply);
-  }
-  EXPECT_TRUE(exclusiveDuringDialog);
-  count = 3;
-  ASSERT_EQ(FSRead(refNum, &count, bytes), noErr);
-  EXPECT_EQ(std::string(bytes, 3), "345");
-  FSClose(refNum);
 }
 
 }  // namespace

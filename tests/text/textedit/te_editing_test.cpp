@@ -1,6 +1,7 @@
-// Library-drawn records edited the way an application edits them: a seeded
-// script of insertions, deletions, keys, cuts, pastes and resizes, checked
-// after every step against a plain string and against a fresh line layout.
+// Records edited the way an application and its user edit them: seeded
+// scripts of insertions, deletions, keys, cuts, pastes and resizes, a
+// library-drawn record checked after every step against a plain string and
+// a fresh line layout, a bound one against the edit control it follows.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -19,6 +20,8 @@ std::string RandomText(std::mt19937& rng, int most) {
 }
 
 class EditScript : public TextEditTest {};
+
+constexpr DWORD kMultiLine = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
 
 TEST_F(EditScript, SeededScriptsKeepTextLinesAndSelectionTrue) {
   for (unsigned seed = 1; seed <= 12; ++seed) {
@@ -84,46 +87,133 @@ TEST_F(EditScript, SeededScriptsKeepTextLinesAndSelectionTrue) {
   }
 }
 
-// Text that would pass 32000 characters is cut; 0 and negative lengths
-// leave no text and no lines.
-TEST_F(EditScript, TheLimitCutsInsertedText) {
-  TEHandle te = Record({10, 10, 300, 200});
-  std::string big(32000 - 50, 'x');
-  SetText(te, big);
-  TEInsert(std::string(100, 'y').data(), 100, te);
-  EXPECT_EQ(TextOf(te), big + std::string(50, 'y'));
-  TEKey('z', te);
-  EXPECT_EQ((*te)->teLength, 32000);
-  SetText(te, std::string(40000, 'q'));
-  EXPECT_EQ((*te)->teLength, 32000);
-  EXPECT_EQ((*te)->selStart, 32000);
-  EXPECT_TRUE(LinesTrue(te));
-  for (SInt32 length : {0, -5}) {
-    TESetText("abc", length, te);
-    EXPECT_EQ((*te)->teLength, 0);
-    EXPECT_EQ((*te)->nLines, 0);
-  }
-}
-
-// Backspace at 0 and Delete at the end do nothing; the arrows collapse the
-// selection to a caret one character, or one line, away.
+// One table of keys for both kinds of record on "ab\rab": Backspace at 0 and
+// Delete at the end do nothing, Delete takes the character after the caret,
+// a return goes whole (both halves of a control's CR-LF); on a library-drawn
+// record the arrows collapse the selection to a caret one character, or one
+// line, away (the same letters stand under each other).
 TEST_F(EditScript, KeysAtTheEdgesAndArrows) {
-  TEHandle te = Record({10, 10, 300, 200});
-  SetText(te, "aaaaaaa\raaaaa");  // the same letter under the same letter
   struct Case {
     int start, end;
     SInt16 key;
+    const char* text;
     int caret;
   } cases[] = {
-      {0, 0, 8, 0},  {13, 13, 127, 13}, {0, 0, 28, 0},   {3, 3, 28, 2},  {4, 7, 28, 3},
-      {2, 5, 29, 6}, {13, 13, 29, 13},  {10, 10, 30, 2}, {2, 2, 31, 10}, {2, 2, 30, 2},
+      {0, 0, 8, "ab\rab", 0},  {5, 5, 127, "ab\rab", 5}, {1, 1, 127, "a\rab", 1},
+      {3, 3, 8, "abab", 2},    {2, 2, 127, "abab", 2},   {1, 1, 'x', "axb\rab", 2},
+      {1, 4, 'y', "ayb", 2},   {0, 0, 28, "ab\rab", 0},  {2, 2, 28, "ab\rab", 1},
+      {1, 4, 28, "ab\rab", 0}, {1, 3, 29, "ab\rab", 4},  {5, 5, 29, "ab\rab", 5},
+      {4, 4, 30, "ab\rab", 1}, {1, 1, 31, "ab\rab", 4},  {1, 1, 30, "ab\rab", 1},
   };
-  for (const Case& c : cases) {
-    TESetSelect(c.start, c.end, te);
-    TEKey(c.key, te);
-    EXPECT_EQ(TextOf(te), "aaaaaaa\raaaaa") << c.start << " key " << c.key;
-    EXPECT_EQ((*te)->selStart, c.caret) << c.start << " key " << c.key;
-    EXPECT_EQ((*te)->selEnd, c.caret) << c.start << " key " << c.key;
+  for (bool bound : {false, true}) {
+    TEHandle te = bound ? Bound({10, 10, 150, 220}, kMultiLine) : Record({10, 10, 300, 200});
+    for (const Case& c : cases) {
+      if (bound && c.key >= 28 && c.key <= 31) continue;  // the control's own keys
+      SCOPED_TRACE(::testing::Message() << (bound ? "bound " : "drawn ") << c.start << ".." << c.end
+                                        << " key " << c.key);
+      SetText(te, "ab\rab");
+      TESetSelect(c.start, c.end, te);
+      TEKey(c.key, te);
+      EXPECT_EQ(TextOf(te), c.text);
+      EXPECT_EQ((*te)->selStart * 100 + (*te)->selEnd, c.caret * 101);
+      if (bound) {
+        EXPECT_TRUE(AgreesWithControl(te));
+      }
+    }
+  }
+}
+
+// Text never passes 32000 characters in either kind of record: inserted and
+// typed text is cut, yet typing over a selection of a full record replaces
+// it; 0 and negative lengths leave no text and no lines.
+TEST_F(EditScript, TheLimitCutsInsertedText) {
+  for (bool bound : {false, true}) {
+    SCOPED_TRACE(bound ? "bound" : "drawn");
+    // One line in the control: 32000 characters in a narrow multi-line
+    // control would be re-read line by line at every step.
+    TEHandle te = bound ? Bound({10, 10, 30, 220}, ES_AUTOHSCROLL) : Record({10, 10, 300, 200});
+    std::string big(32000 - 50, 'x');
+    SetText(te, big);
+    TESetSelect(32000, 32000, te);
+    TEInsert(std::string(100, 'y').data(), 100, te);
+    EXPECT_EQ(TextOf(te), big + std::string(50, 'y'));
+    TEKey('z', te);
+    EXPECT_EQ((*te)->teLength, 32000);
+    TESetSelect(10, 20, te);
+    TEKey('z', te);
+    EXPECT_EQ(TextOf(te).substr(9, 3), "xzx");
+    EXPECT_EQ((*te)->teLength, 31991);
+    SetText(te, std::string(40000, 'q'));
+    EXPECT_EQ((*te)->teLength, 32000);
+    if (bound) {
+      EXPECT_EQ(GetWindowTextLengthA(edit), 32000);
+      EXPECT_TRUE(AgreesWithControl(te));
+    } else {
+      EXPECT_TRUE(LinesTrue(te));
+    }
+    TESetSelect(1, 99999, te);
+    EXPECT_EQ((*te)->selEnd, 32000);
+    for (SInt32 length : {0, -5}) {
+      TESetText("abc", length, te);
+      EXPECT_EQ((*te)->teLength, 0);
+      EXPECT_EQ((*te)->nLines, 0);
+    }
+    EXPECT_EQ(bound ? GetWindowTextLengthA(edit) : 0, 0);
+  }
+}
+
+// A record bound to a real edit control: what the user types into the
+// control (posted WM_CHAR and WM_KEYDOWN) and what the application does
+// through TextEdit; after every step the record's text, line starts and
+// selection agree with what the control holds.
+TEST_F(EditScript, SeededTypingKeepsABoundRecordWithItsControl) {
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    std::mt19937 rng(seed);
+    if (edit) DestroyWindow(edit);
+    TEHandle te = Bound({10, 10, 150, 220}, kMultiLine);
+    ASSERT_TRUE(te);
+    SetFocus(edit);
+    for (int step = 0; step < 70; ++step) {
+      int n = (*te)->teLength;
+      int a = int(rng() % unsigned(n + 1)), b = int(rng() % unsigned(n + 1));
+      if (a > b) std::swap(a, b);
+      int op = int(rng() % 9);
+      switch (op) {
+        case 0:  // typed into the control
+        case 1:
+          for (int i = int(rng() % 6); i >= 0; --i)
+            PostMessageA(edit, WM_CHAR, WPARAM("abc de\rfgh "[rng() % 11]), 1);
+          break;
+        case 2:  // Backspace and Delete in the control
+          PostMessageA(edit, WM_CHAR, 8, 1);
+          PostMessageA(edit, WM_KEYDOWN, VK_DELETE, 1);
+          break;
+        case 3:
+          for (char c : std::string("xy z\r")) TEKey(SInt16(c), te);
+          TEKey(8, te);
+          break;
+        case 4: TESetSelect(a, b, te); break;
+        case 5:
+          TESetSelect(a, b, te);
+          TECut(te);
+          TESetSelect(0, 0, te);
+          TEPaste(te);
+          break;
+        case 6:
+          TESetSelect(a, b, te);
+          TEInsert("ins\rert", 7, te);
+          break;
+        case 7:  // the control resized, its lines broken anew
+          SetWindowPos(edit, nullptr, 0, 0, 60 + int(rng() % 200), 140, SWP_NOMOVE | SWP_NOZORDER);
+          break;
+        case 8:  // arrow keys in the control
+          PostMessageA(edit, WM_KEYDOWN, rng() % 2 ? VK_LEFT : VK_UP, 1);
+          break;
+      }
+      Pump();
+      KWE_SethTEfromhWnd(te, false);
+      ASSERT_TRUE(AgreesWithControl(te)) << "seed " << seed << " step " << step << " op " << op;
+    }
   }
 }
 

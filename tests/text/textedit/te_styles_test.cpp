@@ -67,28 +67,6 @@ class Styled : public TextEditTest {
   }
 };
 
-// A new record holds the end marker alone, past the text's end; a styled
-// middle splits one run in three and unstyling merges them back, dropping
-// the entry nothing uses. Unstyled records have no styles.
-TEST_F(Styled, RunsSplitAndMergeBack) {
-  TEHandle te = Record({10, 10, 200, 300}, {10, 10, 200, 300}, true);
-  ASSERT_TRUE(te);
-  EXPECT_EQ((*te)->txSize * 10 + (*te)->lineHeight, -11) << "-1 and -1 mark a styled record";
-  EXPECT_EQ(Runs(te).back().startChar, 1);
-  TEInsert("plain bold plain", 16, te);
-  TextStyle bold{0, 1, 0, 0, {}}, none{0, 0, 0, 0, {}};
-  TESetSelect(6, 10, te);
-  TESetStyle(doFace, &bold, true, te);
-  EXPECT_EQ(TENumStyles(0, 16, te) * 10 + TENumStyles(0, 6, te), 31);
-  TESetStyle(doFace, &none, true, te);
-  EXPECT_EQ(Runs(te).size(), 2u);
-  EXPECT_EQ((*TEGetStyleHandle(te))->nStyles, 1);
-  TEHandle plainRecord = Record({10, 10, 200, 300});
-  EXPECT_EQ(TEGetStyleHandle(plainRecord), nullptr);
-  EXPECT_EQ(TENumStyles(0, 5, plainRecord), 1);
-  EXPECT_EQ(TEGetStyleScrapHandle(plainRecord), nullptr);
-}
-
 // Seeded style changes against a model of every character's style; after
 // each step TEContinuousStyle over a random range answers from the model:
 // an attribute is kept when every character shares it, the face also when
@@ -98,6 +76,7 @@ TEST_F(Styled, SeededStyleChangesAgreeWithEveryCharacter) {
     std::mt19937 rng(seed);
     TEHandle te = Record({10, 10, 250, 300}, {10, 10, 250, 300}, true);
     std::string text = "styled words run across some lines of text";
+    ASSERT_TRUE(RunsTrue(te)) << "a new record holds the end marker alone";
     TEInsert(text.data(), SInt32(text.size()), te);
     std::vector<Attrs> model(text.size(), At(te, 0));
     // The null style (the port's, from TEStyleNew) styles typing until the
@@ -165,12 +144,15 @@ TEST_F(Styled, SeededStyleChangesAgreeWithEveryCharacter) {
   }
 }
 
+// Styles travel with copied text through the style scrap; unstyled records
+// have one style and no style records at all.
 TEST_F(Styled, StylesTravelWithCopiedTextAndTheStyleScrap) {
   TEHandle from = Record({10, 10, 100, 300}, {10, 10, 100, 300}, true);
   TEInsert("one two three", 13, from);
   TextStyle big{0, 2, 0, 24, {0xFFFF, 0, 0}};
   TESetSelect(4, 7, from);
   TESetStyle(doFace | doSize | doColor, &big, false, from);
+  EXPECT_EQ(TENumStyles(0, 13, from) * 10 + TENumStyles(0, 4, from), 31);
   TESetSelect(2, 10, from);
   StScrpHandle scrap = TEGetStyleScrapHandle(from);
   ASSERT_TRUE(scrap);
@@ -192,6 +174,10 @@ TEST_F(Styled, StylesTravelWithCopiedTextAndTheStyleScrap) {
   EXPECT_EQ(At(to, 11), At(from, 4));
   EXPECT_TRUE(RunsTrue(to));
   DisposeHandle(reinterpret_cast<Handle>(scrap));
+  TEHandle plainRecord = Record({10, 10, 200, 300});
+  EXPECT_EQ(TEGetStyleHandle(plainRecord), nullptr);
+  EXPECT_EQ(TENumStyles(0, 5, plainRecord), 1);
+  EXPECT_EQ(TEGetStyleScrapHandle(plainRecord), nullptr);
 }
 
 // TEReplaceStyle turns size 20 into 9 only in the selection's characters
