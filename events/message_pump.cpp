@@ -87,6 +87,20 @@ void Translate(MSG& msg, bool nested) {
   DispatchMessageA(&msg);
 }
 
+// Waiting out what is left of a sleep once a message has been taken (the
+// pass then no longer blocks in GetMessageA): VBL tasks want a turn every
+// millisecond; otherwise the next message wakes the thread, or a timer tick
+// at the latest (an event another thread posts comes with no message), so
+// an idle program is not woken a thousand times a second.
+void WaitOutSleep(UInt32 left) {
+  if (HaveVblTasks()) {
+    Sleep(1);
+    return;
+  }
+  MsgWaitForMultipleObjects(0, nullptr, FALSE, left < kTimerResolution ? left : kTimerResolution,
+                            QS_ALLINPUT);
+}
+
 // The round loop of a pass: pumps until an event may be waiting (one round
 // more once something is pending) or the sleep is over.
 void PumpMessages(UInt32 sleep, bool nested) {
@@ -104,7 +118,7 @@ void PumpMessages(UInt32 sleep, bool nested) {
     if (!got) {
       // With an event pending the pass ends at once instead of sleeping on.
       if (sleep && counter >= 0 && GetTickCount() - start < sleep) {
-        Sleep(1);  // waiting out the sleep without spinning
+        WaitOutSleep(sleep - (GetTickCount() - start));
         if (!(Modifiers() & btnState) && HaveVblTasks()) RunVblTasks();
         continue;
       }

@@ -287,6 +287,8 @@ void CheckIdle(const std::string& state) {
   double before = ProgramCpuMs();
   Sleep(1000);
   double used = ProgramCpuMs() - before;
+  std::printf("soak: idle %s: %d ms of CPU in a second\n", state.c_str(), int(used));
+  std::fflush(stdout);
   Check(used < 60,
         state + ": the idle program used " + std::to_string(int(used)) + " ms of CPU in a second");
 }
