@@ -209,12 +209,6 @@ void PrepareColorize(const CopySide& src, const CopySide& dst, PipelineCopy& cop
 
 // A colour port's portBits is its pixel map handle and portVersion (top two
 // bits of rowBytes set): the pixel map itself is meant.
-const BitMap* Dereferenced(const BitMap* bits) {
-  if (!bits || (bits->rowBytes & 0xC000) != 0xC000) return bits;
-  PixMapHandle pm = reinterpret_cast<PixMapHandle>(bits->baseAddr);
-  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
-}
-
 }  // namespace
 
 std::unique_ptr<uint8_t[]> RegionMaskBits(RgnHandle rgn, const Rect& dst, int32_t* rowBytes) {
@@ -225,8 +219,8 @@ void CopyBitsNow(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRe
                  const Rect* dstRect, SInt16 mode, RgnHandle maskRgn, const BitMap* maskBits,
                  const Rect* maskRect) {
   DirectSwitch direct;  // disarms KWE_NextWriteIsToScreen however the copy ends
-  srcBits = Dereferenced(srcBits);
-  dstBits = Dereferenced(dstBits);
+  srcBits = PixelsOfBits(srcBits);
+  dstBits = PixelsOfBits(dstBits);
   if (!srcBits || !dstBits || !srcRect || !dstRect) {
     SetQDError(paramErr);
     return;
@@ -345,12 +339,12 @@ KWE_API void KWE_CALL StdBits(const BitMap* srcBits, const Rect* srcRect, const 
 KWE_API void KWE_CALL CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits,
                                const Rect* srcRect, const Rect* maskRect, const Rect* dstRect) {
   if (!maskBits || !maskRect) return;
-  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, 0, nullptr, Dereferenced(maskBits), maskRect);
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, 0, nullptr, PixelsOfBits(maskBits), maskRect);
 }
 
 KWE_API void KWE_CALL CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits,
                                    const BitMap* dstBits, const Rect* srcRect, const Rect* maskRect,
                                    const Rect* dstRect, SInt16 mode, RgnHandle maskRgn) {
   if (!maskBits || !maskRect) return;
-  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, Dereferenced(maskBits), maskRect);
+  CopyBitsNow(srcBits, dstBits, srcRect, dstRect, mode, maskRgn, PixelsOfBits(maskBits), maskRect);
 }

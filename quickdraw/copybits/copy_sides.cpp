@@ -21,6 +21,12 @@ const ColourEntry* OneBitEntries() {
   return kEntries;
 }
 
+const BitMap* PixelsOfBits(const BitMap* bits) {
+  if (!bits || (bits->rowBytes & 0xC000) != 0xC000) return bits;
+  PixMapHandle pm = reinterpret_cast<PixMapHandle>(bits->baseAddr);
+  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
+}
+
 CopySide ClassifySide(const BitMap* bits, OSErr* err) {
   *err = noErr;
   CopySide side;

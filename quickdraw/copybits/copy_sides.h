@@ -9,6 +9,11 @@
 
 namespace kwe::quickdraw {
 
+// A colour port's portBits (rowBytes' top bits 0xC000, baseAddr its pixel
+// map handle) stands for that pixel map; other bits are themselves. Null when
+// the handle is empty.
+const BitMap* PixelsOfBits(const BitMap* bits);
+
 // Dib: a library pixel map whose pixels are in its packed DIB.
 enum class SideKind { None, Memory, Device, Dib };
 

@@ -8,6 +8,7 @@
 #include "Quickdraw.h"
 #include "QuickdrawColour.h"
 #include "frame/diagnostics.h"
+#include "quickdraw/copybits/copy_sides.h"
 #include "quickdraw/masks/seed_fill.h"
 
 namespace {
@@ -107,13 +108,6 @@ void MatchedRows(const BitMap* src, WorkingBits& image) {
   CopyBits(src, &image.bits, &src->bounds, &image.bits.bounds, srcCopy, nullptr);
 }
 
-// The pixel map a colour port's portBits stands for, or the bits as given.
-const BitMap* PixelsOf(const BitMap* src) {
-  if ((src->rowBytes & 0xC000) != 0xC000) return src;
-  PixMapHandle pm = reinterpret_cast<PixMapHandle>(src->baseAddr);
-  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
-}
-
 // A bitmap whose rows OneBitRows may read: in memory, rowBytes even and
 // long enough. CopyBits refuses the others for itself.
 bool InMemory(const BitMap* src, bool pixMap) {
@@ -167,7 +161,7 @@ KWE_API void KWE_CALL CalcCMask(const BitMap* srcBits, const BitMap* dstBits, co
 // The handle's rows have their bits set where the mask is; a region holds
 // the same pixels.
 KWE_API Handle KWE_CALL KWE_CreateMask(const BitMap* src, Boolean calc, Boolean asRegion) {
-  if (src) src = PixelsOf(src);
+  src = kwe::quickdraw::PixelsOfBits(src);
   if (!src) return nullptr;
   const Rect& bounds = src->bounds;
   int width = Width(bounds), height = Height(bounds);

@@ -264,13 +264,6 @@ bool Overlaps(const MacPixels& m, const BitMap* bits) {
   return from < end && m.base < to;
 }
 
-// A colour port's pixel map handle passed as its bits: the map is meant.
-const BitMap* PixelsOf(const BitMap* bits) {
-  if (!bits || (bits->rowBytes & 0xC000) != 0xC000) return bits;
-  PixMapHandle pm = reinterpret_cast<PixMapHandle>(bits->baseAddr);
-  return pm && *pm ? reinterpret_cast<const BitMap*>(*pm) : nullptr;
-}
-
 }  // namespace
 
 bool GiveBits(GrafPtr port, const BitMap& bits, bool colour) {
@@ -366,8 +359,8 @@ PortAttr* EntrySide(uintptr_t tag) {
 }
 
 void SyncBeforeCopy(const BitMap* src, const BitMap* dst) {
-  src = PixelsOf(src);
-  dst = PixelsOf(dst);
+  src = PixelsOfBits(src);
+  dst = PixelsOfBits(dst);
   for (Entry& e : g_table) {
     if (!e.inUse || !Current(e)) continue;
     if ((src && Overlaps(e.memory, src)) || (dst && Overlaps(e.memory, dst))) WriteBack(e);
@@ -375,7 +368,7 @@ void SyncBeforeCopy(const BitMap* src, const BitMap* dst) {
 }
 
 void SyncAfterCopy(const BitMap* dst) {
-  dst = PixelsOf(dst);
+  dst = PixelsOfBits(dst);
   if (!dst) return;
   uintptr_t base = reinterpret_cast<uintptr_t>(dst->baseAddr);
   for (int i = 0; i < kOffscreenEntries; ++i) {
