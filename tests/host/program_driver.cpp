@@ -60,6 +60,54 @@ void DescribeWindows() {
   EnumThreadWindows(GetWindowThreadProcessId(MainWindow(), nullptr), DescribeWindow, 1);
 }
 
+// Where the program's thread is when a wait times out: what USER says of it
+// (a capture, a menu or move loop) and its stack as module+offset frames,
+// read off the suspended thread, for nm or addr2line on the build's files.
+void DescribeProgramThread() {
+  DWORD id = GetWindowThreadProcessId(MainWindow(), nullptr);
+  GUITHREADINFO gui{};
+  gui.cbSize = sizeof gui;
+  if (GetGUIThreadInfo(id, &gui))
+    std::printf("program thread: flags %#lx, capture %p, menu owner %p, move-size %p, button %s\n",
+                gui.flags, static_cast<void*>(gui.hwndCapture),
+                static_cast<void*>(gui.hwndMenuOwner), static_cast<void*>(gui.hwndMoveSize),
+                GetAsyncKeyState(VK_LBUTTON) < 0 ? "down" : "up");
+#ifdef _WIN64
+  HANDLE thread =
+      OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, id);
+  if (!thread || SuspendThread(thread) == DWORD(-1)) return;
+  CONTEXT context{};
+  context.ContextFlags = CONTEXT_FULL;
+  if (GetThreadContext(thread, &context)) {
+    for (int frame = 0; frame < 48 && context.Rip; ++frame) {
+      HMODULE module = nullptr;
+      char name[MAX_PATH] = "?";
+      GetModuleHandleExA(
+          GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+          reinterpret_cast<LPCSTR>(context.Rip), &module);
+      if (module) GetModuleFileNameA(module, name, sizeof name);
+      std::printf("  #%d %s+%#llx\n", frame,
+                  std::strrchr(name, '\\') ? std::strrchr(name, '\\') + 1 : name,
+                  static_cast<unsigned long long>(context.Rip - DWORD64(module)));
+      DWORD64 base = 0;
+      PRUNTIME_FUNCTION entry = RtlLookupFunctionEntry(context.Rip, &base, nullptr);
+      if (!entry) {  // a leaf function: its return address is on top of the stack
+        context.Rip = *reinterpret_cast<DWORD64*>(context.Rsp);
+        context.Rsp += 8;
+        continue;
+      }
+      void* handlerData = nullptr;
+      DWORD64 establisher = 0;
+      RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, entry, &context, &handlerData,
+                       &establisher, nullptr);
+    }
+  }
+  ResumeThread(thread);
+  CloseHandle(thread);
+#endif
+  std::fflush(stdout);
+}
+
 // The markers the program's thread has taken from its queue; the hook runs
 // on that thread.
 std::atomic<WPARAM> g_markerSeen{0};
@@ -204,6 +252,7 @@ void WaitFor(const std::function<bool()>& condition, const std::string& what, in
   }
   Check(false, "timed out waiting until " + what);
   DescribeWindows();
+  DescribeProgramThread();
   Verdict();
 }
 
