@@ -206,9 +206,12 @@ KWE_API LRESULT KWE_CALL KWE_WindChange(HWND hwnd, UINT msg, WPARAM wParam, LPAR
 }
 
 KWE_API SInt32 KWE_CALL KWE_GetMinMaxInfo(HWND hwnd, MINMAXINFO* info) {
+  // Only a library window has the extra words; another class's would hold
+  // something else, or fail and leave Windows' last error set.
+  if (!WindowOfHwnd(hwnd)) return 0;
   SInt16 minW = SInt16(GetWindowWord(hwnd, kMinWidthWord));
   SInt16 minH = SInt16(GetWindowWord(hwnd, kMinHeightWord));
-  if (WindowOfHwnd(hwnd) && (minW > 0 || minH > 0)) FillMinMax(hwnd, info, minW, minH, 0, 0);
+  if (minW > 0 || minH > 0) FillMinMax(hwnd, info, minW, minH, 0, 0);
   return 0;
 }
 
