@@ -269,6 +269,21 @@ void RandomAction() {
   Check(IsWindow(MainWindow()), Where() + ": the program still runs");
 }
 
+// The menu bar as USER holds it: each title and the File menu's items with
+// their states, for a run whose menu commands stop doing what they say.
+void DescribeMenuBar() {
+  HMENU bar = GetMenu(MainWindow());
+  std::printf("menu bar:");
+  for (int i = 0; i < GetMenuItemCount(bar); ++i) std::printf(" [%s]", MenuText(bar, i).c_str());
+  std::printf("\nFile menu:");
+  HMENU file = GetSubMenu(bar, kFile);
+  for (int i = 0; i < GetMenuItemCount(file); ++i)
+    std::printf(" [%s %u%s]", MenuText(file, i).c_str(), GetMenuItemID(file, i),
+                GetMenuState(file, UINT(i), MF_BYPOSITION) & MF_GRAYED ? " grey" : "");
+  std::printf("\n");
+  std::fflush(stdout);
+}
+
 void CloseEverything() {
   g.what = "close every window";
   for (int round = 0; round < 40 && !Documents().empty(); ++round) {
@@ -279,6 +294,7 @@ void CloseEverything() {
     SettleAndAnswer();
   }
   Check(Documents().empty() && gDocumentCount == 0, Where() + ": every window closes");
+  if (!Documents().empty()) DescribeMenuBar();
 }
 
 void CheckIdle(const std::string& state) {
@@ -385,8 +401,12 @@ void Script() {
   CheckIdle("with no window");
   ChooseMenuItem(kFile, 0);  // New
   CheckIdle("with a window and its blinking caret");
+  Check(MenuText(GetSubMenu(GetMenu(MainWindow()), kFile), 6) == "Quit",
+        Where() + ": the File menu's seventh item is Quit");
   Finished();
   ChooseMenuItem(kFile, 6);  // Quit: the new window is unchanged
+  // The process ends with the program; a program still running is shown.
+  WaitFor([] { return false; }, "the program ends after Quit", 30000);
 }
 
 const bool g_started = StartScript(Script);
