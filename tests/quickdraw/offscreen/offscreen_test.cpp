@@ -1,7 +1,10 @@
-// Ports drawing into application memory (SetPortBits, SetPortPix) through
-// the DLL: the drawing reaches the program's bytes, the ported idiom puts
-// the right pixels on a port over a DIB section, CopyBits reads and writes
-// the table's entries, and bad bits leave the port drawing nowhere.
+// Offscreen drawing through the DLL. GWorlds: drawing into one and copying
+// it onto a port over a DIB section, the shared memory DC's life, the one
+// pixels state, the offscreen buffer, and pixels read back after turning
+// and mirroring. Ports drawing into application memory (SetPortBits,
+// SetPortPix): the drawing reaches the program's bytes, the ported idiom
+// puts the right pixels on a port over a DIB section, CopyBits reads and
+// writes the table's entries, and bad bits leave the port drawing nowhere.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -9,6 +12,7 @@
 #include <random>
 #include <vector>
 
+#include "KWEOffscreen.h"
 #include "KWEPixMaps.h"
 #include "KWEPorts.h"
 #include "KWESession.h"
@@ -22,6 +26,182 @@ namespace {
 using namespace kwe_test;
 
 Rect R(int l, int t, int r, int b) { return Rect{SInt16(t), SInt16(l), SInt16(b), SInt16(r)}; }
+
+class GWorlds : public PortTest {
+ protected:
+  // Paints r in colour into the GWorld, then comes back to the canvas port.
+  void PaintInto(GWorldPtr gw, const Rect& r, RGBColor colour) {
+    CGrafPtr saved;
+    GDHandle device;
+    GetGWorld(&saved, &device);
+    SetGWorld(gw, nullptr);
+    RGBForeColor(&colour);
+    PaintRect(&r);
+    SetGWorld(saved, device);
+  }
+  void CopyOut(GWorldPtr gw, const Rect& from, const Rect& to) {
+    const BitMap* src = reinterpret_cast<const BitMap*>(*GetGWorldPixMap(gw));
+    CopyBits(src, &port.portBits, &from, &to, srcCopy, nullptr);
+  }
+};
+
+constexpr RGBColor kRed{0xFFFF, 0, 0};
+constexpr RGBColor kBlue{0, 0, 0xFFFF};
+
+TEST_F(GWorlds, DrawingCopiesOutAndSurvivesUpdateGWorld) {
+  GWorldPtr gw = nullptr;
+  Rect bounds{0, 0, 48, 64};
+  ASSERT_EQ(NewGWorld(&gw, 1, &bounds, nullptr, nullptr, 0), noErr);
+  EXPECT_GE((*GetGWorldPixMap(gw))->pixelSize, 16) << "depth 1 still takes the screen's format";
+  GrafPtr current;
+  GetPort(&current);
+  EXPECT_EQ(current, &port) << "NewGWorld leaves the current port alone";
+
+  PaintInto(gw, Rect{0, 0, 48, 64}, RGBColor{0xFFFF, 0xFFFF, 0xFFFF});
+  PaintInto(gw, Rect{10, 10, 20, 30}, kRed);
+  GWorldPtr same = gw;
+  EXPECT_EQ(UpdateGWorld(&same, 8, &bounds, nullptr, nullptr, 0), 0u);
+  EXPECT_EQ(same, gw);
+  CopyOut(gw, bounds, Rect{100, 100, 148, 164});  // the picture stays after UpdateGWorld
+  EXPECT_EQ(canvas.Pixel(110, 110), 0xFF0000u);
+  EXPECT_EQ(canvas.Pixel(129, 119), 0xFF0000u);
+  EXPECT_EQ(canvas.Pixel(130, 110), kWhite);
+  EXPECT_EQ(canvas.Pixel(105, 105), kWhite);
+  DisposeGWorld(gw);
+  GetPort(&current);
+  EXPECT_EQ(current, &port);
+}
+
+TEST_F(GWorlds, SharedDcLivesAsLongAsItsGWorlds) {
+  GWorldPtr a = nullptr, b = nullptr;
+  Rect bounds{0, 0, 20, 20};
+  ASSERT_EQ(NewGWorld(&a, 32, &bounds, nullptr, nullptr, kweSharedGWorldDC), noErr);
+  ASSERT_EQ(NewGWorld(&b, 32, &bounds, nullptr, nullptr, kweSharedGWorldDC), noErr);
+  SetGWorld(a, nullptr);
+  HDC dcA = KWE_GetCurrentDC();
+  SetGWorld(b, nullptr);
+  HDC dcB = KWE_GetCurrentDC();
+  SetPort(&port);
+  EXPECT_EQ(dcA, dcB);
+  // Each keeps its own pixels although they share the DC.
+  PaintInto(a, bounds, kRed);
+  PaintInto(b, bounds, kBlue);
+  CopyOut(a, bounds, Rect{0, 0, 20, 20});
+  CopyOut(b, bounds, Rect{0, 30, 20, 50});
+  EXPECT_EQ(canvas.Pixel(5, 5), 0xFF0000u);
+  EXPECT_EQ(canvas.Pixel(35, 5), 0x0000FFu);
+  DisposeGWorld(a);
+  EXPECT_EQ(GetObjectType(dcA), DWORD(OBJ_MEMDC));
+  DisposeGWorld(b);
+  EXPECT_EQ(GetObjectType(dcA), 0u);
+}
+
+TEST_F(GWorlds, PixelsStateIsOneForTheProcessAndBadRequestsFail) {
+  GWorldPtr a = nullptr, b = nullptr;
+  Rect bounds{0, 0, 8, 8}, empty{5, 5, 5, 9}, inverted{9, 9, 1, 1};
+  ASSERT_EQ(NewGWorld(&a, 8, &bounds, nullptr, nullptr, 0), noErr);
+  ASSERT_EQ(NewGWorld(&b, 8, &bounds, nullptr, nullptr, 0), noErr);
+  SetPixelsState(GetGWorldPixMap(a), 0);
+  EXPECT_TRUE(LockPixels(GetGWorldPixMap(a)));
+  EXPECT_EQ(UInt8(GetPixelsState(GetGWorldPixMap(b))), pixelsLocked);
+  AllowPurgePixels(GetGWorldPixMap(b));
+  EXPECT_EQ(UInt8(GetPixelsState(nullptr)), pixelsLocked | pixelsPurgeable);
+  UnlockPixels(nullptr);
+  NoPurgePixels(GetGWorldPixMap(a));
+  EXPECT_EQ(GetPixelsState(GetGWorldPixMap(a)), 0);
+  DisposeGWorld(a);
+  DisposeGWorld(b);
+  GWorldPtr bad = nullptr;
+  for (Rect* r : {&empty, &inverted, static_cast<Rect*>(nullptr)})
+    EXPECT_EQ(NewGWorld(&bad, 8, r, nullptr, nullptr, 0), -1);
+
+  int before = LiveGdiObjects();
+  for (int i = 0; i < 300; ++i) {
+    GWorldPtr gw = nullptr;
+    ASSERT_EQ(NewGWorld(&gw, 8, &bounds, nullptr, nullptr, i % 2 ? kweSharedGWorldDC : 0), noErr);
+    PaintInto(gw, bounds, kRed);
+    DisposeGWorld(gw);
+  }
+  EXPECT_EQ(LiveGdiObjects(), before);
+}
+
+// The DC KWE_OffScreenDC prepares goes to the next port opened: a new
+// compatible DC is the port's own and goes with it, the shared memory DC
+// stays.
+TEST_F(GWorlds, OffScreenDcGoesToTheNextPortOpened) {
+  for (SInt32 how : {0, 1}) {
+    HDC dc = KWE_OffScreenDC(nullptr, how);
+    ASSERT_NE(dc, nullptr) << how;
+    CGrafPort taker;
+    OpenCPort(&taker);
+    EXPECT_EQ(KWE_GetCurrentDC(), dc) << how;
+    CloseCPort(&taker);
+    EXPECT_EQ(GetObjectType(dc), how ? DWORD(OBJ_MEMDC) : 0u) << how;
+  }
+  SetPort(&port);
+}
+
+// The left half black: a quarter turn clockwise puts it on top; a mirror
+// left to right puts it on the right.
+TEST_F(GWorlds, RotateAndFlipMoveThePixels) {
+  GWorldPtr gw = nullptr;
+  Rect bounds{0, 0, 20, 40};
+  ASSERT_EQ(NewGWorld(&gw, 32, &bounds, nullptr, nullptr, 0), noErr);
+  PixMapHandle pm = GetGWorldPixMap(gw);
+  PaintInto(gw, bounds, RGBColor{0xFFFF, 0xFFFF, 0xFFFF});
+  PaintInto(gw, Rect{0, 0, 20, 20}, RGBColor{0, 0, 0});
+
+  ASSERT_TRUE(KWE_OffScreenFlip(pm, 1));
+  CopyOut(gw, bounds, bounds);
+  EXPECT_EQ(canvas.Row(10, 0, 40), std::string(20, '.') + std::string(20, '#'));
+  ASSERT_TRUE(KWE_OffScreenFlip(pm, 1));
+
+  ASSERT_TRUE(KWE_OffScreenRotate(pm, 90));
+  EXPECT_EQ((*pm)->bounds.right, 20);
+  EXPECT_EQ((*pm)->bounds.bottom, 40);
+  canvas.Clear();
+  Rect turned{0, 0, 40, 20};
+  CopyOut(gw, turned, turned);
+  EXPECT_EQ(canvas.Pixel(10, 5), kBlack);
+  EXPECT_EQ(canvas.Pixel(10, 35), kWhite);
+  EXPECT_FALSE(KWE_OffScreenRotate(pm, 45));
+  DisposeGWorld(gw);
+}
+
+TEST_F(GWorlds, OffscreenBufferShowsItsDrawingOnlyAtTheEnd) {
+  Rect r{10, 10, 60, 60}, inner{20, 20, 40, 40};
+  ASSERT_TRUE(KWE_BeginOffScreen(true, &r));
+  EXPECT_TRUE(KWE_BeginOffScreen(true, &inner)) << "already active: no second buffer";
+  PaintRect(&inner);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 0);
+  KWE_EndOffScreen(true, false, srcCopy);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 20 * 20);
+  EXPECT_EQ(canvas.Pixel(20, 20), kBlack);
+  // Without copy nothing reaches the port; an empty rectangle starts nothing.
+  ASSERT_TRUE(KWE_BeginOffScreen(false, &r));
+  EraseRect(&inner);
+  KWE_EndOffScreen(false, false, srcCopy);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 20 * 20);
+  Rect empty{5, 5, 5, 5};
+  EXPECT_FALSE(KWE_BeginOffScreen(true, &empty));
+  KWE_EndOffScreen(true, false, srcCopy);
+  PaintRect(&r);
+  EXPECT_EQ(BlackIn(0, 0, 256, 256), 50 * 50) << "the port draws on its own DC again";
+  // Regions land where rectangles do: GDI's region calls take the buffer's
+  // origin too.
+  canvas.Clear();
+  ASSERT_TRUE(KWE_BeginOffScreen(true, &r));
+  RgnHandle rgn = NewRgn();
+  OpenRgn();
+  FrameOval(&inner);
+  CloseRgn(rgn);
+  PaintRgn(rgn);
+  KWE_EndOffScreen(true, false, srcCopy);
+  DisposeRgn(rgn);
+  EXPECT_EQ(canvas.Pixel(30, 30), kBlack) << "the oval region's middle";
+  EXPECT_EQ(canvas.Pixel(20, 20), kWhite) << "outside the oval, inside its box";
+  EXPECT_EQ(BlackIn(0, 0, 20, 256) + BlackIn(40, 0, 256, 256), 0) << "nothing beside it";
+}
 
 // A 1-bit bitmap in the program's memory, rows rowBytes apart.
 struct Bits {
