@@ -156,12 +156,4 @@ TEST(MenuText, CommandKeysUseTheHostsFormats) {
   EXPECT_EQ(AcceleratorText('K', 0, "%d %s %x", "", false), "%d K %x");
 }
 
-TEST(MenuRecords, MenuBarCountNeverPassesTheData) {
-  const UInt8 data[] = {0, 5, 0, 128, 0, 129};
-  EXPECT_EQ(MenuBarCount(data, sizeof data), 2);
-  EXPECT_EQ(MenuBarCount(data, 1), 0);
-  const UInt8 negative[] = {0xFF, 0xFF, 0, 1};
-  EXPECT_EQ(MenuBarCount(negative, sizeof negative), 0);
-}
-
 }  // namespace
