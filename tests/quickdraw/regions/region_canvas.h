@@ -4,6 +4,7 @@
 #pragma once
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "KWEPorts.h"
 #include "KWERegions.h"
+#include "Memory.h"
 #include "Quickdraw.h"
 #include "support/test_host.h"
 
@@ -123,6 +125,22 @@ class PortTest : public SessionTest {
   Canvas canvas{256};
 };
 
+// The box of the pixels that are not white, edges inside.
+struct InkBox {
+  int left = 1 << 30, top = 1 << 30, right = -1, bottom = -1;
+  InkBox(const Canvas& c, int x0, int y0, int x1, int y1) {
+    for (int y = y0; y < y1; ++y)
+      for (int x = x0; x < x1; ++x)
+        if (c.Pixel(x, y) != kWhite) {
+          left = std::min(left, x), right = std::max(right, x);
+          top = std::min(top, y), bottom = std::max(bottom, y);
+        }
+  }
+  bool Empty() const { return right < 0; }
+  int Width() const { return right - left + 1; }
+  int Height() const { return bottom - top + 1; }
+};
+
 inline RgnHandle RegionOf(std::initializer_list<Rect> rects) {
   RgnHandle result = NewRgn(), piece = NewRgn();
   for (const Rect& r : rects) {
@@ -154,5 +172,30 @@ inline OSErr ThroughBitmap(RgnHandle rgn, int size) {
 }
 
 inline const Rect& Box(RgnHandle rgn) { return (**rgn).rgnBBox; }
+
+// An 8 by 8 pixel pattern of depth bits a pixel, indexing colours: pixel
+// (x, y) is pixelOf(x, y).
+template <typename PixelOf>
+PixPatHandle IndexedPixPat(int depth, const std::vector<RGBColor>& colours, PixelOf pixelOf) {
+  PixPatHandle pp = NewPixPat();
+  SetHandleSize(reinterpret_cast<Handle>((**(**pp).patMap).pmTable),
+                Size(8 + colours.size() * sizeof(ColorSpec)));
+  SetHandleSize((**pp).patData, 8 * depth);
+  PixMap& m = **(**pp).patMap;
+  m.rowBytes = SInt16(depth | 0x8000);
+  m.bounds = Rect{0, 0, 8, 8};
+  m.pixelSize = m.cmpSize = SInt16(depth);
+  m.cmpCount = 1;
+  (**m.pmTable).ctSize = SInt16(colours.size() - 1);
+  for (size_t i = 0; i < colours.size(); ++i)
+    (**m.pmTable).ctTable[i] = ColorSpec{SInt16(i), colours[i]};
+  UInt8* data = reinterpret_cast<UInt8*>(*(**pp).patData);
+  for (int i = 0; i < 8 * depth; ++i) data[i] = 0;
+  for (int y = 0; y < 8; ++y)
+    for (int x = 0; x < 8; ++x)
+      data[y * depth + x * depth / 8] |= UInt8(pixelOf(x, y) << (8 - depth - x * depth % 8));
+  (**pp).patXValid = -1;
+  return pp;
+}
 
 }  // namespace kwe_test

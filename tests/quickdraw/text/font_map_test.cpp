@@ -89,18 +89,4 @@ TEST(FontMap, FiveHundredEntriesAtMostAndLongNamesCut) {
   EXPECT_EQ(std::strlen(longName.entries[0].macName), kMacFontNameCapacity - 1);
 }
 
-// Every prefix of a good map parses to no more entries than the whole, and
-// to no fewer than a shorter prefix. (Damaged maps are the fuzz target's.)
-TEST(FontMap, TruncatedMapsKeepTheEntriesTheyHold) {
-  std::string text = WriteFontMap(BuiltInFontMap());
-  size_t previous = 0;
-  for (size_t n = 0; n <= text.size(); ++n) {
-    FontMap map = Parse(text.substr(0, n));
-    ASSERT_GE(map.entries.size(), previous) << n;
-    ASSERT_LE(map.entries.size(), 17u) << n;
-    previous = map.entries.size();
-  }
-  EXPECT_EQ(previous, 17u);
-}
-
 }  // namespace
