@@ -65,6 +65,10 @@ void DescribeWindows() {
   EnumThreadWindows(GetWindowThreadProcessId(MainWindow(), nullptr), DescribeWindow, 1);
 }
 
+// The last system command posted to the program (a system-menu choice):
+// Windows' own loops for some of them hold the program.
+std::atomic<WPARAM> g_lastSysCommand{0};
+
 // Where the program's thread is when a wait times out: what USER says of it
 // (a capture, a menu or move loop) and its stack as module+offset frames,
 // read off the suspended thread, for nm or addr2line on the build's files.
@@ -77,6 +81,8 @@ void DescribeProgramThread() {
                 gui.flags, static_cast<void*>(gui.hwndCapture),
                 static_cast<void*>(gui.hwndMenuOwner), static_cast<void*>(gui.hwndMoveSize),
                 GetAsyncKeyState(VK_LBUTTON) < 0 ? "down" : "up");
+  std::printf("last system command taken from the queue: %#llx\n",
+              static_cast<unsigned long long>(g_lastSysCommand.load()));
 #ifdef _WIN64
   HANDLE thread =
       OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, id);
@@ -122,6 +128,8 @@ const UINT g_marker = RegisterWindowMessageA("KWE driver marker");
 LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
   const MSG* m = reinterpret_cast<const MSG*>(message);
   if (code == HC_ACTION && removed == PM_REMOVE && m->message == g_marker) g_markerSeen = m->wParam;
+  if (code == HC_ACTION && removed == PM_REMOVE && m->message == WM_SYSCOMMAND)
+    g_lastSysCommand = m->wParam;
   return CallNextHookEx(nullptr, code, removed, message);
 }
 
