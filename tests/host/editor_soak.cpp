@@ -138,14 +138,13 @@ bool MenuIsOpen() {
          (info.flags & GUI_INMENUMODE);
 }
 
+// Posted to the program's queue, where Windows' menu loop reads its keys:
+// the keyboard's input goes to the foreground window, and once in thousands
+// of actions the program had none, so a menu opened by a click on the menu
+// bar never saw the Escape that SendInput made.
 void PressEscape() {
-  INPUT keys[2]{};
-  for (INPUT& key : keys) {
-    key.type = INPUT_KEYBOARD;
-    key.ki.wVk = VK_ESCAPE;
-  }
-  keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-  SendInput(2, keys, sizeof keys[0]);
+  PostMessageA(MainWindow(), WM_KEYDOWN, VK_ESCAPE, 0x00010001);
+  PostMessageA(MainWindow(), WM_KEYUP, VK_ESCAPE, LPARAM(0xC0010001));
 }
 
 // A dialog or alert, answered as a user might: one of its buttons, and
