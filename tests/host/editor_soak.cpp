@@ -131,12 +131,7 @@ POINT RandomPointIn(HWND w) {
 // Whether the program's thread is in a menu's loop: a click on a window's
 // system-menu icon opens that menu, and Windows keeps it open after the
 // button comes up, until the next click or Escape.
-bool MenuIsOpen() {
-  GUITHREADINFO info{};
-  info.cbSize = sizeof info;
-  return GetGUIThreadInfo(GetWindowThreadProcessId(MainWindow(), nullptr), &info) &&
-         (info.flags & GUI_INMENUMODE);
-}
+bool MenuIsOpen() { return ProgramThreadInfo().flags & GUI_INMENUMODE; }
 
 // Posted to the program's queue, where Windows' menu loop reads its keys:
 // the keyboard's input goes to the foreground window, and once in thousands

@@ -74,9 +74,8 @@ std::atomic<WPARAM> g_lastSysCommand{0};
 // read off the suspended thread, for nm or addr2line on the build's files.
 void DescribeProgramThread() {
   DWORD id = GetWindowThreadProcessId(MainWindow(), nullptr);
-  GUITHREADINFO gui{};
-  gui.cbSize = sizeof gui;
-  if (GetGUIThreadInfo(id, &gui))
+  GUITHREADINFO gui = ProgramThreadInfo();
+  if (gui.cbSize)
     std::printf("program thread: flags %#lx, capture %p, menu owner %p, move-size %p, button %s\n",
                 gui.flags, static_cast<void*>(gui.hwndCapture),
                 static_cast<void*>(gui.hwndMenuOwner), static_cast<void*>(gui.hwndMoveSize),
@@ -143,10 +142,8 @@ LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
 // the count is printed at the end.
 
 bool HeldInFrameLoop() {
-  GUITHREADINFO gui{};
-  gui.cbSize = sizeof gui;
-  return GetGUIThreadInfo(GetWindowThreadProcessId(MainWindow(), nullptr), &gui) &&
-         gui.hwndCapture && !(gui.flags & (GUI_INMENUMODE | GUI_INMOVESIZE)) &&
+  GUITHREADINFO gui = ProgramThreadInfo();
+  return gui.hwndCapture && !(gui.flags & (GUI_INMENUMODE | GUI_INMOVESIZE)) &&
          GetAsyncKeyState(VK_LBUTTON) >= 0;
 }
 
@@ -157,8 +154,7 @@ void PassMarker(const std::string& step) {
   WPARAM serial = ++g_markerPosted;
   PostMessageA(MainWindow(), g_marker, serial, 0);
   auto taken = [serial] { return g_markerSeen >= serial; };
-  for (int waited = 0; waited < 3000 && !taken(); waited += 20) Sleep(20);
-  if (!taken() && HeldInFrameLoop()) {
+  if (!PollFor(taken, 3000) && HeldInFrameLoop()) {
     ++g_releasesAgain;
     MouseButton(false);
   }
@@ -281,11 +277,16 @@ void Check(bool ok, const std::string& what) {
   std::fflush(stdout);
 }
 
-void WaitFor(const std::function<bool()>& condition, const std::string& what, int ms) {
+bool PollFor(const std::function<bool()>& condition, int ms) {
   for (int waited = 0; waited < ms; waited += 20) {
-    if (condition()) return Check(true, what);
+    if (condition()) return true;
     Sleep(20);
   }
+  return false;
+}
+
+void WaitFor(const std::function<bool()>& condition, const std::string& what, int ms) {
+  if (PollFor(condition, ms)) return Check(true, what);
   Check(false, "timed out waiting until " + what);
   DescribeWindows();
   DescribeProgramThread();
@@ -293,6 +294,13 @@ void WaitFor(const std::function<bool()>& condition, const std::string& what, in
 }
 
 // This process's: tests running beside it have main windows of the class too.
+GUITHREADINFO ProgramThreadInfo() {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  if (!GetGUIThreadInfo(GetWindowThreadProcessId(MainWindow(), nullptr), &info)) info = {};
+  return info;
+}
+
 HWND MainWindow() {
   HWND window = nullptr;
   DWORD process = 0;

@@ -25,8 +25,13 @@ void Check(bool ok, const std::string& what);
 // Polls condition every 20 ms for up to ms; a timeout fails the check and
 // ends the process, since later steps would only wait again.
 void WaitFor(const std::function<bool()>& condition, const std::string& what, int ms = 15000);
+// Polls condition every 20 ms for up to ms; false when it never held.
+bool PollFor(const std::function<bool()>& condition, int ms);
 
 HWND MainWindow();
+// USER's view of the program's thread (capture, menu and move loops); all
+// zero, cbSize too, when USER cannot say.
+GUITHREADINFO ProgramThreadInfo();
 // The visible windows of class KWESubWndClass (documents and dialogs), in
 // the z-order of their parent.
 std::vector<HWND> LibraryWindows();
