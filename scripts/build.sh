@@ -20,7 +20,8 @@ for dir in $trees; do
   case $dir in
     i686) configure i686 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-i686-w64-mingw32.cmake" \
       -DKWE_BUILD_TESTS=OFF ;;
-    x86_64) configure x86_64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-x86_64-w64-mingw32.cmake" ;;
+    x86_64) configure x86_64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-x86_64-w64-mingw32.cmake" \
+      -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run.sh" ;;
     native) configure native -DKWE_I686_DLL="$BUILD/i686/bin/KWEJMP.dll" -DKWE_SANITIZE=ON ;;
     fuzz) CC=clang CXX=clang++ configure fuzz -DKWE_FUZZ=ON -DKWE_BUILD_TESTS=OFF ;;
     *) echo "no such build tree: $dir (i686, x86_64, native, fuzz)" >&2; exit 2 ;;
