@@ -287,6 +287,7 @@ TEST_F(MenuBar, ItemCallsAndItemsPastTheEnd) {
   DisableItem(m, 32);
   DisableItem(m, 33);
   EXPECT_EQ(CountMItems(m), 35);
+  EXPECT_EQ((**m).enableFlags & 1, 1u) << "no shift by 32 reached the menu's own bit";
   SetItemIcon(m, 6, 1);
   InsertMenu(NewMenu(1, P("Apple").c_str()), 0);
   InsertMenu(m, 0);
