@@ -133,7 +133,19 @@ POINT RandomPointIn(HWND w) {
 // button comes up, until the next click or Escape.
 bool MenuIsOpen() { return ProgramThreadInfo().flags & GUI_INMENUMODE; }
 
-// Posted to the program's queue, where Windows' menu loop reads its keys:
+// Whether the program's thread is in one of Windows' loops that wait for a
+// key: an open menu, or a move or size begun from a system menu's Move or
+// Size item, which waits for arrow keys and Return or Escape and takes
+// every message meanwhile. The loop's message filter says so even when
+// USER shows no menu or move mode for the thread.
+bool HeldInWindowsLoop() {
+  const int kMoveLoop = 3, kSizeLoop = 4;  // MSGF_MOVE, MSGF_SIZE: not in MinGW's winuser.h
+  int loop = LoopTakingInput();
+  return ProgramThreadInfo().flags & (GUI_INMENUMODE | GUI_INMOVESIZE) || loop == MSGF_MENU ||
+         loop == kMoveLoop || loop == kSizeLoop;
+}
+
+// Posted to the program's queue, where Windows' loops read their keys:
 // the keyboard's input goes to the foreground window, and once in thousands
 // of actions the program had none, so a menu opened by a click on the menu
 // bar never saw the Escape that SendInput made.
@@ -144,9 +156,9 @@ void PressEscape() {
 
 // A dialog or alert, answered as a user might: one of its buttons, and
 // sometimes the common file dialog answered with a file to open; an open
-// menu is closed with Escape.
+// menu, or a move or size waiting for keys, is ended with Escape.
 bool AnswerWhatIsUp() {
-  if (MenuIsOpen()) {
+  if (HeldInWindowsLoop()) {
     PressEscape();
     return true;
   }
@@ -187,7 +199,8 @@ void SettleAndAnswer() {
     if (ChildWithText(w, "OK") || ChildWithText(w, "Cancel"))
       for (HWND item = GetWindow(w, GW_CHILD); item; item = GetWindow(item, GW_HWNDNEXT))
         up += " [" + TextOf(item) + "]";
-  Check(false, Where() + ": dialogs keep coming:" + up + (MenuIsOpen() ? " and an open menu" : ""));
+  Check(false, Where() + ": dialogs keep coming:" + up +
+                   (HeldInWindowsLoop() ? " and a Windows loop" : ""));
 }
 
 const int kMenuItems[][2] = {{kApple, 0}, {kFile, 0},  {kFile, 1},  {kFile, 2},  {kFile, 3},

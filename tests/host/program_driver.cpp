@@ -82,6 +82,8 @@ void DescribeProgramThread() {
                 GetAsyncKeyState(VK_LBUTTON) < 0 ? "down" : "up");
   std::printf("last system command taken from the queue: %#llx\n",
               static_cast<unsigned long long>(g_lastSysCommand.load()));
+  if (int loop = LoopTakingInput(); loop >= 0)
+    std::printf("the last marker was taken by a Windows loop, message filter code %d\n", loop);
 #ifdef _WIN64
   HANDLE thread =
       OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, id);
@@ -132,6 +134,24 @@ LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
   return CallNextHookEx(nullptr, code, removed, message);
 }
 
+// Windows' modal loops (a menu's, a dialog box's, a move or size) hand each
+// message they take to CallMsgFilter with their MSGF_ code: the code of the
+// loop that took the latest marker, plus one (0: none took it). USER's
+// GUITHREADINFO does not always show such a loop: at the end of a long soak
+// run the program's thread sat in the main window's system-command handling,
+// taking every message, while USER showed no capture, menu or move mode.
+std::atomic<WPARAM> g_markerInLoop{0};
+std::atomic<int> g_loopOfMarker{0};
+
+LRESULT CALLBACK SeeMarkerInLoop(int code, WPARAM unused, LPARAM message) {
+  const MSG* m = reinterpret_cast<const MSG*>(message);
+  if (code >= 0 && m->message == g_marker) {
+    g_loopOfMarker = code + 1;
+    g_markerInLoop = m->wParam;
+  }
+  return CallNextHookEx(nullptr, code, unused, message);
+}
+
 // Windows' own loop for a frame box (zoom, close) takes only mouse
 // messages and ends at the button's release; in the soak, once in some
 // thousands of clicks on a document's zoom box, the loop never receives the
@@ -150,7 +170,9 @@ bool HeldInFrameLoop() {
 void PassMarker(const std::string& step) {
   static HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, SeeMarker, nullptr,
                                         GetWindowThreadProcessId(MainWindow(), nullptr));
-  Check(hook != nullptr, "the driver's hook is on the program's thread");
+  static HHOOK filter = SetWindowsHookExA(WH_MSGFILTER, SeeMarkerInLoop, nullptr,
+                                          GetWindowThreadProcessId(MainWindow(), nullptr));
+  Check(hook && filter, "the driver's hooks are on the program's thread");
   WPARAM serial = ++g_markerPosted;
   PostMessageA(MainWindow(), g_marker, serial, 0);
   auto taken = [serial] { return g_markerSeen >= serial; };
@@ -299,6 +321,11 @@ GUITHREADINFO ProgramThreadInfo() {
   info.cbSize = sizeof info;
   if (!GetGUIThreadInfo(GetWindowThreadProcessId(MainWindow(), nullptr), &info)) info = {};
   return info;
+}
+
+int LoopTakingInput() {
+  WPARAM seen = g_markerSeen;
+  return seen && g_markerInLoop == seen ? g_loopOfMarker - 1 : -1;
 }
 
 HWND MainWindow() {

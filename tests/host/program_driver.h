@@ -32,6 +32,10 @@ HWND MainWindow();
 // USER's view of the program's thread (capture, menu and move loops); all
 // zero, cbSize too, when USER cannot say.
 GUITHREADINFO ProgramThreadInfo();
+// The MSGF_ code (MSGF_MENU, MSGF_DIALOGBOX...) of the Windows modal loop
+// that took the program's latest input, as its message filter saw it; -1
+// when the program's own event loop took it.
+int LoopTakingInput();
 // The visible windows of class KWESubWndClass (documents and dialogs), in
 // the z-order of their parent.
 std::vector<HWND> LibraryWindows();
