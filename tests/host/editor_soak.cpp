@@ -24,6 +24,7 @@
 #include <fstream>
 #include <map>
 #include <random>
+#include <set>
 
 #include "host/editor_driver.h"
 
@@ -66,7 +67,8 @@ std::string Where() {
 // word above).
 struct GdiCount {
   int all = 0, fonts = 0, brushes = 0, cachedDCs = 0;
-  std::string detail;  // the total and the counts of the commonest types
+  std::string detail;                     // the total and the counts of the commonest types
+  std::multiset<std::string> brushKinds;  // each brush's style and colour
   int WithoutCache() const { return all - kObjectsPerCachedDC * cachedDCs; }
 };
 
@@ -94,6 +96,11 @@ GdiCount GdiObjects() {
     ++count.all, ++types[table[i].type];
     auto dc = reinterpret_cast<HDC>(UINT_PTR(unsigned(i) | unsigned(table[i].unique) << 16));
     if (table[i].type == 1 && GetObjectType(dc) == OBJ_DC && !WindowFromDC(dc)) ++count.cachedDCs;
+    LOGBRUSH brush{};
+    if (table[i].type == 0x10 && GetObjectA(dc, sizeof brush, &brush))
+      count.brushKinds.insert("style " + std::to_string(brush.lbStyle) + " colour " +
+                              std::to_string(brush.lbColor) + " hatch " +
+                              std::to_string(brush.lbHatch));
   }
   count.fonts = types[0x0A];
   count.brushes = types[0x10];
@@ -380,6 +387,14 @@ void Script() {
   Check(windowsNow == windows, Where() + ": USER holds as many windows as after the warm-up: " +
                                    std::to_string(windowsNow) + ", then " +
                                    std::to_string(windows));
+  // Which brushes are new, for a run that ends with more: their style and
+  // colour point at the code that made them.
+  for (auto kind = gdiNow.brushKinds.begin(); kind != gdiNow.brushKinds.end();
+       kind = gdiNow.brushKinds.upper_bound(*kind))
+    if (gdiNow.brushKinds.count(*kind) > gdi.brushKinds.count(*kind))
+      std::printf("soak: %d brushes of %s after the run, %d after the warm-up\n",
+                  int(gdiNow.brushKinds.count(*kind)), kind->c_str(),
+                  int(gdi.brushKinds.count(*kind)));
   Check(gdiNow.fonts == gdi.fonts && gdiNow.brushes == gdi.brushes,
         Where() + ": the fonts and brushes of the closed ports are gone: " +
             std::to_string(gdiNow.fonts) + " fonts and " + std::to_string(gdiNow.brushes) +
