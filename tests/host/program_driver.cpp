@@ -135,8 +135,8 @@ LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
 }
 
 // Windows' modal loops (a menu's, a dialog box's, a move or size) hand each
-// message they take to CallMsgFilter with their MSGF_ code: the code of the
-// loop that took the latest marker, plus one (0: none took it). USER's
+// message they take to CallMsgFilter with their MSGF_ code: the marker and
+// the code of the loop that took it last (no marker is 0). USER's
 // GUITHREADINFO does not always show such a loop: at the end of a long soak
 // run the program's thread sat in the main window's system-command handling,
 // taking every message, while USER showed no capture, menu or move mode.
@@ -146,7 +146,7 @@ std::atomic<int> g_loopOfMarker{0};
 LRESULT CALLBACK SeeMarkerInLoop(int code, WPARAM unused, LPARAM message) {
   const MSG* m = reinterpret_cast<const MSG*>(message);
   if (code >= 0 && m->message == g_marker) {
-    g_loopOfMarker = code + 1;
+    g_loopOfMarker = code;
     g_markerInLoop = m->wParam;
   }
   return CallNextHookEx(nullptr, code, unused, message);
@@ -315,7 +315,6 @@ void WaitFor(const std::function<bool()>& condition, const std::string& what, in
   Verdict();
 }
 
-// This process's: tests running beside it have main windows of the class too.
 GUITHREADINFO ProgramThreadInfo() {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
@@ -325,9 +324,10 @@ GUITHREADINFO ProgramThreadInfo() {
 
 int LoopTakingInput() {
   WPARAM seen = g_markerSeen;
-  return seen && g_markerInLoop == seen ? g_loopOfMarker - 1 : -1;
+  return seen && g_markerInLoop == seen ? g_loopOfMarker.load() : -1;
 }
 
+// This process's: tests running beside it have main windows of the class too.
 HWND MainWindow() {
   HWND window = nullptr;
   DWORD process = 0;
