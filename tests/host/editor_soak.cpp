@@ -376,6 +376,11 @@ void Script() {
   MouseButton(false);
   WaitFor(MenuIsOpen, Where() + ": the menu opens");
   SettleAndAnswer();
+  // Wine makes a system colour's brush the first time anything in the
+  // process asks for it (a dialog's control colours, a list's selection)
+  // and keeps it; a rare action that first needs one must not read as a
+  // leak, so every one is made here.
+  for (int colour = 0; colour <= COLOR_MENUBAR; ++colour) GetSysColorBrush(colour);
   CloseEverything();
   int windows = CountProcessWindows();
   GdiCount gdi = GdiObjects();
