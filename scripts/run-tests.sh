@@ -18,8 +18,9 @@ done
 kwe_wine_start
 echo "== running tests (display $DISPLAY)"
 # CTEST_ARGS may carry quoted arguments (-R 'A|B'), hence eval.
-# A Wine test process now and then finishes its test (gtest has printed
-# PASSED) and then does not exit; a test that really hangs hangs again, so a
+# A Wine test process has been seen to finish its test (gtest has printed
+# PASSED) and not end (kwe_wine_start keeps one cause away); a test that
+# really hangs hangs again, so a
 # timed-out test is run once more before it counts as failed. Tests that
 # really take long (the fuzz targets, the editor's soak) set their own TIMEOUT;
 # the rest finish in seconds, so a stuck exit costs one minute, not two.

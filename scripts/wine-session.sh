@@ -34,4 +34,10 @@ kwe_wine_start() {
   # process; start them here, away from CTest's output pipes, which they
   # would otherwise hold open until the run ends.
   "$WINE" wineboot >/dev/null 2>&1 </dev/null || true
+  # Wine closes the desktop some seconds after its last program ends, and the
+  # next program to open a window starts the desktop process again as its own
+  # child, which holds that program's output pipe: CTest waited out its
+  # timeout on a test that had passed. A console program that waits all run
+  # keeps the desktop in use.
+  "$WINE" cmd /c "ping -n 1000000 127.0.0.1 >nul" </dev/null >/dev/null 2>&1 &
 }
