@@ -149,7 +149,10 @@ bool ControlCommand(HWND dialog, HWND control, UINT notification, Rect* clickRec
   if (!d || GetParent(control) != dialog) return false;
   int item = ItemOfChild(control);
   if (IsEditChild(control)) {
-    if (notification == EN_SETFOCUS) Dlg(d)->editField = SInt16(item - 1);
+    if (notification == EN_SETFOCUS) {
+      Dlg(d)->editField = SInt16(item - 1);
+      RememberFocus(d, item);
+    }
     if (notification == EN_SETFOCUS && !State().buildNesting) BindEditRecord(d, control);
     if (notification == EN_KILLFOCUS && Dlg(d)->editField == item - 1) Dlg(d)->editField = -1;
     return false;

@@ -99,6 +99,7 @@ bool MoveInGroup(DialogPtr d, bool backward) {
     HWND child = ItemWindow(d, next);
     if (!child || !IsWindowEnabled(child) || !IsWindowVisible(child)) continue;
     SetFocus(child);
+    RememberFocus(d, next);
     Click(child);
     return true;
   }
@@ -127,7 +128,23 @@ bool Mnemonic(DialogPtr d, UInt8 key) {
   return false;
 }
 
+// Tab passes over a radio button that is not checked, but an arrow key may
+// have left the focus on one: the application had not yet checked it.
+bool HoldsArrowFocus(DialogPtr d, int item) {
+  ItemView v;
+  HWND child = ItemWindow(d, item);
+  return child && ItemAt(d, item, &v) && TypeOf(v.type) == kRadioItem && IsWindowEnabled(child) &&
+         IsWindowVisible(child);
+}
+
 }  // namespace
+
+// Another program may take the activation before the next idle's upkeep
+// sees where the focus went (an arrow key's radio button): activation
+// coming back must find that item, as a Windows dialog's does.
+void RememberFocus(DialogPtr d, int item) {
+  if (DialogInfo* info = InfoOf(d)) info->lastFocus = SInt16(item);
+}
 
 int ItemOfChild(HWND child) {
   int id = child ? GetDlgCtrlID(child) : 0;
@@ -164,6 +181,7 @@ void MoveDefaultOutline(DialogPtr d, int item) {
 void FocusItem(DialogPtr d, int item) {
   HWND child = ItemWindow(d, item);
   if (!child) return;
+  RememberFocus(d, item);
   if (IsEditChild(child)) {
     SelectEditText(child, 0, 32767);
     Dlg(d)->editField = SInt16(item - 1);
@@ -203,7 +221,8 @@ void KeepFocus(DialogPtr d) {
     item = 0;
     int last = info ? info->lastFocus : 0;
     for (int candidate : {last, int(Dlg(d)->aDefItem), int(Dlg(d)->editOpen)})
-      if (candidate && TakesFocus(d, candidate)) {
+      if (candidate &&
+          (TakesFocus(d, candidate) || (candidate == last && HoldsArrowFocus(d, last)))) {
         item = candidate;
         break;
       }
@@ -242,6 +261,7 @@ void ButtonFocusChanged(HWND button, bool gained) {
     DrawFocusRect(dc, &r);
     ReleaseDC(HwndOf(d), dc);
   }
+  if (gained) RememberFocus(d, id);
   if (gained && IsPushButton(d, id) && State().buttonFocusProc)
     State().buttonFocusProc(button, SInt16(id));
 }

@@ -24,7 +24,7 @@ struct DialogInfo {
   bool overlap = false;
   bool focusChecked = false;
   SInt16 builtFocus = 0;  // the item focus upkeep takes first after building
-  SInt16 lastFocus = 0;   // the item that had the focus at the last upkeep
+  SInt16 lastFocus = 0;   // the item that last took the focus, or had it at upkeep
   // Item handles by item index. The item list's slot is 32 bits wide: the
   // 32-bit build keeps each handle there too, the 64-bit build only the
   // window handles (32 significant bits), so GetDialogItem answers from here.
@@ -118,6 +118,7 @@ void ExpandForItem(DialogPtr d, int item, const UInt8* text, size_t length, UInt
 // Keyboard and focus (dialog_keyboard.cpp).
 bool Navigate(DialogPtr d, const EventRecord& e);
 void KeepFocus(DialogPtr d);
+void RememberFocus(DialogPtr d, int item);
 void MoveDefaultOutline(DialogPtr d, int item);
 void FocusItem(DialogPtr d, int item);
 int ItemOfChild(HWND child);

@@ -394,7 +394,7 @@ TEST_F(Modal, KeysAndClicksGiveTheirItems) {
     HWND w = Window();
     SInt16 hit = RunModal({[&] { EXPECT_FALSE(IsWindowEnabled(mainWindow)); }, [&] { c.input(w); }},
                           c.filter, {c.hit, 2});
-    EXPECT_EQ(hit, c.hit);
+    EXPECT_EQ(hit, c.hit) << "answers " << ::testing::PrintToString(hits);
     EXPECT_TRUE(IsWindowEnabled(mainWindow)) << "enabled again after the loop";
     DisposeDialog(dialog);
     dialog = nullptr;
@@ -429,6 +429,27 @@ TEST_F(Modal, TabAndArrowsWalkTheFocusableItems) {
   // Keys while the edit item is current answer with it; each arrow answers
   // the radio button it clicked.
   EXPECT_EQ(hits, (std::vector<SInt16>{7, 4, 6, 4, 5, 4, 2}));
+}
+
+// Another window takes the activation and goes: the focus returns to the
+// radio button the arrow key moved it to, though the application has not
+// checked it (Tab passes over it), and not to the default button.
+TEST_F(Modal, ComingBackFindsTheFocusWhereTheArrowLeftIt) {
+  dialog = Open(200);
+  SetControlValue(reinterpret_cast<ControlHandle>(ItemOf(dialog, 5).h), 1);
+  HWND w = Window(), other = nullptr;
+  std::vector<int> seen =
+      FocusAfter({[w] { PostKey(w, VK_TAB, true); }, [w] { PostKey(w, VK_UP); },
+                  [&other] {
+                    other = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 400, 400, 50,
+                                            50, nullptr, nullptr, nullptr, nullptr);
+                    SetForegroundWindow(other);
+                  },
+                  [&other, w] {
+                    DestroyWindow(other);
+                    SetForegroundWindow(w);
+                  }});
+  EXPECT_EQ(seen, (std::vector<int>{7, 5, 4, 4, 4}));
 }
 
 TEST_F(Modal, TableOrderAndMnemonics) {
