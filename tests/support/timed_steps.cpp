@@ -16,8 +16,8 @@ void PumpMessages() {
 }
 
 TimedSteps::TimedSteps(std::vector<std::function<void()>> steps, UINT interval,
-                       std::function<void()> idle)
-    : steps_(std::move(steps)), idle_(std::move(idle)) {
+                       std::function<void()> idle, std::function<bool()> ready)
+    : steps_(std::move(steps)), idle_(std::move(idle)), ready_(std::move(ready)) {
   g_running = this;
   timer_ = SetTimer(nullptr, 0, interval, Tick);
 }
@@ -29,7 +29,7 @@ TimedSteps::~TimedSteps() {
 
 void CALLBACK TimedSteps::Tick(HWND, UINT, UINT_PTR, DWORD) {
   TimedSteps* s = g_running;
-  if (!s) return;
+  if (!s || (s->ready_ && !s->ready_())) return;
   if (s->next_ < s->steps_.size())
     s->steps_[s->next_++]();
   else if (s->idle_)

@@ -16,9 +16,10 @@ void PumpMessages();
 class TimedSteps {
  public:
   // The first step after interval milliseconds, then one a tick; once they
-  // have all run, idle (when given) runs every tick. One runs at a time.
+  // have all run, idle (when given) runs every tick. One runs at a time. A
+  // tick on which ready (when given) answers false runs nothing.
   TimedSteps(std::vector<std::function<void()>> steps, UINT interval,
-             std::function<void()> idle = nullptr);
+             std::function<void()> idle = nullptr, std::function<bool()> ready = nullptr);
   ~TimedSteps();
   TimedSteps(const TimedSteps&) = delete;
   TimedSteps& operator=(const TimedSteps&) = delete;
@@ -28,6 +29,7 @@ class TimedSteps {
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
   std::vector<std::function<void()>> steps_;
   std::function<void()> idle_;
+  std::function<bool()> ready_;
   size_t next_ = 0;
   UINT_PTR timer_ = 0;
 };

@@ -46,14 +46,58 @@ void PostFrameClick(HWND hwnd, LRESULT hit) {
   PostMessageA(hwnd, WM_LBUTTONUP, 0, 0);
 }
 
+bool InThisProcess(HWND hwnd) {
+  DWORD process = 0;
+  return hwnd && GetWindowThreadProcessId(hwnd, &process) && process == GetCurrentProcessId();
+}
+
+namespace {
+
+// This thread's frontmost visible, enabled top-level window: the modal one,
+// since the loop disables the others.
+HWND OwnFrontWindow() {
+  for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT))
+    if (GetWindowThreadProcessId(w, nullptr) == GetCurrentThreadId() && IsWindowVisible(w) &&
+        IsWindowEnabled(w))
+      return w;
+  return nullptr;
+}
+
+// The tests share one desktop, and another test's program may take the
+// activation between two steps: with a window it opens, or with none once
+// it closes it, which Wine does not hand back. The focus is then no
+// window's of this thread, and BM_CLICK on an inactive dialog's button does
+// nothing. A user comes back to the program before the next key or click:
+// true when it had to, so the step waits a tick for the program to take
+// the activation (a dialog gives the focus back to its item at idle).
+bool CameBack() {
+  if (InThisProcess(GetForegroundWindow())) return false;
+  HWND own = OwnFrontWindow();
+  return own && SetForegroundWindow(own);
+}
+
+}  // namespace
+
 void WhileModal(std::vector<std::function<void()>> steps, const std::function<void()>& call,
                 UINT interval) {
+  constexpr int kMostWaits = 10;
+  int waits = 0;
   UINT idle = 0;
-  TimedSteps run(std::move(steps), interval, [&idle, interval] {
-    if ((++idle) * interval < 1000) return;
-    if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
-    idle = 0;
-  });
+  TimedSteps run(
+      std::move(steps), interval,
+      [&idle, interval] {
+        if ((++idle) * interval < 1000) return;
+        if (HWND front = GetForegroundWindow()) PostKey(front, VK_ESCAPE);
+        idle = 0;
+      },
+      [&waits] {
+        if (waits < kMostWaits && CameBack()) {
+          ++waits;
+          return false;
+        }
+        waits = 0;
+        return true;
+      });
   call();
 }
 

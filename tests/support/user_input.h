@@ -22,11 +22,16 @@ POINT FrameSpot(HWND hwnd, LRESULT hit);
 // That spot pressed and released, as posted input.
 void PostFrameClick(HWND hwnd, LRESULT hit);
 
+// Whether a window belongs to this process (another test's program may
+// hold the activation on the shared desktop).
+bool InThisProcess(HWND hwnd);
+
 // Runs call while the steps play one per timer tick (the first after
 // interval milliseconds); steps still left when it returns never run, so
-// a loop that ends too early misses them. A call still running a second
-// after the last step gets Escape on the foreground window, again every
-// second, so a broken modal loop fails instead of hanging.
+// a loop that ends too early misses them. A tick on which another program
+// has the foreground brings this one back and waits. A call still running
+// a second after the last step gets Escape on the foreground window, again
+// every second, so a broken modal loop fails instead of hanging.
 void WhileModal(std::vector<std::function<void()>> steps, const std::function<void()>& call,
                 UINT interval = 30);
 

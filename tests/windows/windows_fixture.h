@@ -207,9 +207,7 @@ class WindowTest : public SessionTest {
   // Gives the activation back to the front window, as a click on it would;
   // whether it had to.
   bool TakeBackActivation() {
-    DWORD process = 0;
-    GetWindowThreadProcessId(GetForegroundWindow(), &process);
-    if (process == GetCurrentProcessId()) return false;
+    if (InThisProcess(GetForegroundWindow())) return false;
     WindowPtr front = FrontWindow();
     SetForegroundWindow(front ? GetAncestor(KWE_GethWnd(front), GA_ROOT) : mainWindow);
     Pump();

@@ -669,7 +669,7 @@ class ListSweep : public Fixture {
           << "the application's port would end on a deactivated window";
       std::string foreign = "; other programs took the activation " +
                             std::to_string(this->ForeignActivations()) + " times";
-      ASSERT_EQ(this->ListOrder(), this->Win32Order());
+      ASSERT_EQ(this->ListOrder(), this->Win32Order()) << foreign;
       WindowPtr front = FrontWindow();
       ASSERT_TRUE(!front || PeekOf(front)->visible);
       for (WindowPtr v : windows) {
