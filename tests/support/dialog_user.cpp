@@ -46,10 +46,15 @@ void DialogUser::Run() {
   HWND dialog = nullptr;
   for (int wait = 0; wait < 300 && !dialog; ++wait) {
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    dialog = FindDialog(testThread_);
+    HWND found = FindDialog(testThread_);
+    if (!found) continue;
+    Pause();
+    // Wine's file dialogs now and then show an empty dialog box for a moment
+    // before the real one (its Cancel once went to it, and the real one
+    // waited for ever): the user acts on the one still there after a pause.
+    if (FindDialog(testThread_) == found) dialog = found;
   }
   if (!dialog) return;
-  Pause();
   title_ = TextOf(dialog);
   script_(dialog);
 }
