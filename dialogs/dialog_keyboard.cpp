@@ -98,8 +98,7 @@ bool MoveInGroup(DialogPtr d, bool backward) {
     int next = group[size_t(((at + (backward ? -step : step)) % n + n) % n)];
     HWND child = ItemWindow(d, next);
     if (!child || !IsWindowEnabled(child) || !IsWindowVisible(child)) continue;
-    SetFocus(child);
-    RememberFocus(d, next);
+    FocusItem(d, next);
     Click(child);
     return true;
   }
