@@ -21,9 +21,9 @@ echo "== running tests (display $DISPLAY)"
 # A Wine test process has been seen to finish its test (gtest has printed
 # PASSED) and not end (kwe_wine_start keeps one cause away); a test that
 # really hangs hangs again, so a timed-out test is run once more before it
-# counts as failed. Tests that
-# really take long (the fuzz targets, the editor's soak) set their own TIMEOUT;
-# the rest finish in seconds, so a stuck exit costs one minute, not two.
+# counts as failed. Tests that really take long (the fuzz targets, the
+# editor's soak) set their own TIMEOUT; the rest finish in seconds, so a
+# stuck exit costs one minute, not two.
 eval "ctest --test-dir \"\$BUILD\" -j \"\${JOBS:-2}\" --output-on-failure --timeout 60 --repeat after-timeout:2 ${CTEST_ARGS:-}" >"$BUILD/ctest.log" 2>&1
 status=$?
 kwe_wine_stop

@@ -137,10 +137,10 @@ LRESULT CALLBACK SeeMarker(int code, WPARAM removed, LPARAM message) {
 // Windows' modal loops (a menu's, a dialog box's, a move or size) hand each
 // message they take to CallMsgFilter with their MSGF_ code: the last marker
 // a loop took (0: none yet) and that loop's code, which may be 0 itself
-// (MSGF_DIALOGBOX). USER's
-// GUITHREADINFO does not always show such a loop: at the end of a long soak
-// run the program's thread sat in the main window's system-command handling,
-// taking every message, while USER showed no capture, menu or move mode.
+// (MSGF_DIALOGBOX). USER's GUITHREADINFO does not always show such a loop:
+// at the end of a long soak run the program's thread sat in the main
+// window's system-command handling, taking every message, while USER
+// showed no capture, menu or move mode.
 std::atomic<WPARAM> g_markerInLoop{0};
 std::atomic<int> g_loopOfMarker{0};
 
